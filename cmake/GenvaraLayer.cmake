@@ -1,0 +1,33 @@
+# add_layer(NAME HEADERS ... SOURCES ... [USES layer...] [LINKS library...])
+#
+# A layer is one folder and one static library with an include root of its own. It sees the headers of
+# the layers that it USES, and theirs, and no others: an include that points upward does not compile.
+# LINKS are libraries of others, kept out of the layer's own face unless marked PUBLIC_LINKS.
+function(add_layer NAME)
+  cmake_parse_arguments(LAYER "" "" "HEADERS;SOURCES;USES;LINKS;PUBLIC_LINKS" ${ARGN})
+  set(target genvara_${NAME})
+  add_library(${target} STATIC ${LAYER_SOURCES})
+  target_sources(${target} PUBLIC FILE_SET HEADERS
+    BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR} FILES ${LAYER_HEADERS})
+  set_target_properties(${target} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+  foreach(used IN LISTS LAYER_USES)
+    target_link_libraries(${target} PUBLIC genvara_${used})
+  endforeach()
+  target_link_libraries(${target} PUBLIC genvara_settings ${LAYER_PUBLIC_LINKS} PRIVATE ${LAYER_LINKS})
+endfunction()
+
+# add_layer_tests(NAME SOURCES ... USES layer... [LINKS library...])
+#
+# One test program a folder of tests/, found by ctest test by test.
+function(add_layer_tests NAME)
+  cmake_parse_arguments(TESTS "" "" "SOURCES;USES;LINKS" ${ARGN})
+  set(target ${NAME}_tests)
+  add_executable(${target} ${TESTS_SOURCES})
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support)
+  foreach(used IN LISTS TESTS_USES)
+    target_link_libraries(${target} PRIVATE genvara_${used})
+  endforeach()
+  target_link_libraries(${target} PRIVATE genvara_settings ${TESTS_LINKS}
+    GTest::gmock GTest::gtest GTest::gtest_main rapidcheck)
+  gtest_discover_tests(${target} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60)
+endfunction()

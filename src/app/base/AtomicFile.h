@@ -1,0 +1,47 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace genvara {
+
+/// A file that is replaced whole or not at all.
+///
+/// What is written goes to a temporary file in the same folder; `Commit` flushes it to the disk and renames
+/// it over the target. Abandoned before that, it leaves the target as it was. A link is followed, the
+/// permissions of an existing file are kept, and a file that the user may not write is not replaced. A target
+/// that is no ordinary file (a device, a pipe) is written directly.
+class AtomicFile {
+  public:
+    /// @throws RaisedError 53 for a missing folder, else the system's number, from "AtomicFile"; the
+    ///         description is the system's own.
+    explicit AtomicFile(std::filesystem::path target);
+    ~AtomicFile();
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+    AtomicFile(AtomicFile&&) = delete;
+    AtomicFile& operator=(AtomicFile&&) = delete;
+
+    /// @throws RaisedError as the constructor, for instance on a full disk.
+    void Write(std::string_view bytes);
+
+    /// Puts the new content in the target's place.
+    /// @throws RaisedError as the constructor; the target is then unchanged.
+    void Commit();
+
+  private:
+    void CreateTemporary();
+
+    std::filesystem::path m_target;
+    std::string m_temporary;
+    int m_descriptor = -1;
+};
+
+/// Raises the failure of a system call: 53 where no such file exists, else the system's number as it is.
+/// @param systemError an errno value.
+/// @param description if empty, the system's own text for the number.
+[[noreturn]] void RaiseSystemError(int systemError, std::string_view source,
+                                   std::string_view description = {});
+
+}  // namespace genvara

@@ -1,0 +1,59 @@
+#include "Load.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cstddef>
+#include <utility>
+
+#include "RaisedError.h"
+
+namespace genvara {
+namespace {
+
+constexpr std::int32_t kQuantityError = 2;
+constexpr std::int32_t kLeastQuantity = 1;
+constexpr std::int32_t kMostQuantity = 256;
+
+constexpr std::int32_t kPhasesError = 7;
+constexpr std::int32_t kLastPhase = 3;
+
+/// Texts of the single-phase connection codes 1 to 3.
+constexpr std::array<std::string_view, 3> kPhaseTexts{"1 - A", "1 - B", "1 - C"};
+
+}  // namespace
+
+void Load::name(std::string text) {
+    m_name = std::move(text);
+}
+
+void Load::Description(std::string text) {
+    m_description = std::move(text);
+}
+
+void Load::Quantity(std::int32_t units) {
+    if (units < kLeastQuantity || units > kMostQuantity) {
+        throw RaisedError(kQuantityError, std::string(m_sources.quantity), "Load quantity out of range");
+    }
+    m_quantity = units;
+}
+
+void Load::Phases(std::int32_t code) {
+    if (code < 0 || code > kLastPhase) {
+        throw RaisedError(kPhasesError, std::string(m_sources.phases), "Invalid number of phases");
+    }
+    m_phases = code;
+}
+
+std::vector<std::string> Load::CommonProps(std::string_view balancedText) const {
+    const std::string_view phases =
+        m_phases == 0 ? balancedText : kPhaseTexts.at(static_cast<std::size_t>(m_phases - 1));
+    return {PropertyRow("ID", fmt::format("{}", m_id)), PropertyRow("Name", m_name),
+            PropertyRow("Qty", fmt::format("{}", m_quantity)), PropertyRow("Phases", phases)};
+}
+
+std::string PropertyRow(std::string_view label, std::string_view value) {
+    return fmt::format("{}\t{}", label, value);
+}
+
+}  // namespace genvara

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <vector>
+
+namespace genvara {
+
+/// The only way between a motor's horsepower, running power and starting power factor: four parallel
+/// tables, one entry a motor size, in ascending horsepower. Read once from the genset database and then
+/// handed to whatever converts.
+struct MotorConversions {
+    std::vector<double> MotorHP;          ///< Rated horsepower [hp].
+    std::vector<double> MotorRunningKW;   ///< Real power drawn while running [kW].
+    std::vector<double> MotorRunningKVA;  ///< Apparent power drawn while running [kVA].
+    std::vector<double> MotorStartPF;     ///< Power factor while starting, per unit.
+};
+
+}  // namespace genvara
