@@ -1,0 +1,148 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "CLoadProfile.h"
+#include "CPwrSys.h"
+#include "DesignResults.h"
+#include "GensetSource.h"
+#include "ProfileFigures.h"
+#include "StepTests.h"
+
+namespace genvara {
+
+/// The sizing engine: selects the sets that fit a site, takes each through the load profile, and keeps the
+/// recommended ones, smallest first, and the undersized ones with their reasons, largest first.
+///
+/// A run is `SelectGensets` and then `ChooseSets`; its results stay until the next one. Failures of the
+/// database, of a load or of the arithmetic end a run at once and pass to the caller.
+class CDesigner {
+  public:
+    /// Reads the database's properties. Source, site and profile outlive the designer.
+    /// @throws RaisedError of the database.
+    CDesigner(GensetSource& gensets, const CPwrSys& site, const CLoadProfile& profile);
+    ~CDesigner();
+    CDesigner(const CDesigner&) = delete;
+    CDesigner& operator=(const CDesigner&) = delete;
+    CDesigner(CDesigner&&) = delete;
+    CDesigner& operator=(CDesigner&&) = delete;
+
+    /// Whether the last run worked out distortion for its connection.
+    [[nodiscard]] bool VTHD_CalcsValid() const noexcept { return m_vthdCalcsValid; }
+    [[nodiscard]] std::int32_t NumChosenSets() const noexcept {
+        return static_cast<std::int32_t>(m_chosen.size());
+    }
+    [[nodiscard]] std::int32_t NumRejectedSets() const noexcept {
+        return static_cast<std::int32_t>(m_rejected.size());
+    }
+
+    /// Least loading of a recommended set [percent]; 0 and above, default 30.
+    /// @throws RaisedError 13 "Invalid minimum loading level." from "CDesigner::MinLoading".
+    void MinLoading(std::int32_t percent);
+    [[nodiscard]] std::int32_t MinLoading() const noexcept { return m_minLoading; }
+
+    /// Most loading of a recommended set [percent]; 100 and below, default 80.
+    /// @throws RaisedError 13 "Invalid maximum loading level." from "CDesigner::MaxLoading".
+    void MaxLoading(std::int32_t percent);
+    [[nodiscard]] std::int32_t MaxLoading() const noexcept { return m_maxLoading; }
+
+    /// Length of the list of recommended sets; any value, below 0 counts as 0; default 16.
+    void MaxSetsRecommended(std::int32_t sets) noexcept { m_maxSetsRecommended = sets; }
+    [[nodiscard]] std::int32_t MaxSetsRecommended() const noexcept { return m_maxSetsRecommended; }
+
+    /// Length of the list of undersized sets; any value, below 0 counts as 0; default 5.
+    void MaxSetsUndersized(std::int32_t sets) noexcept { m_maxSetsUndersized = sets; }
+    [[nodiscard]] std::int32_t MaxSetsUndersized() const noexcept { return m_maxSetsUndersized; }
+
+    /// Finds the candidates of the site.
+    void SelectGensets();
+
+    /// Judges the candidates; the number of recommended sets. Without a candidate the totals of the run
+    /// before stay.
+    std::int32_t ChooseSets();
+
+    // Readers of the recommended list, by position from 0, with their twins of the undersized list. A
+    // position beyond the list raises 9 "Subscript out of range" from the reader.
+    [[nodiscard]] const std::string& SetModelNum(std::int32_t index) const;
+    [[nodiscard]] const std::string& SetEngineNum(std::int32_t index) const;
+    [[nodiscard]] const std::string& SetAltNum(std::int32_t index) const;
+    [[nodiscard]] std::int32_t SetFuelType(std::int32_t index) const;
+    [[nodiscard]] double SetNominalRating(std::int32_t index) const;  ///< kW, one set
+    [[nodiscard]] double SetDeratedRating(std::int32_t index) const;  ///< kW, one set
+    [[nodiscard]] double SetStartKVA35(std::int32_t index) const;     ///< kVA, one set
+    [[nodiscard]] double MaxStepVoltDip(std::int32_t index) const;    ///< percent
+    [[nodiscard]] double MaxStepFreqDip(std::int32_t index) const;    ///< percent
+    [[nodiscard]] double MaxStepVTHD(std::int32_t index) const;       ///< percent
+    [[nodiscard]] std::vector<double> VoltageDips(std::int32_t index) const;
+    [[nodiscard]] std::vector<double> FreqDips(std::int32_t index) const;
+    [[nodiscard]] bool FreqDipAvail(std::int32_t index) const;
+    [[nodiscard]] std::vector<double> StepVTHD_A(std::int32_t index) const;
+    [[nodiscard]] std::vector<double> StepVTHD_B(std::int32_t index) const;
+    [[nodiscard]] std::vector<double> StepVTHD_C(std::int32_t index) const;
+
+    [[nodiscard]] const std::string& SetModelNumRej(std::int32_t index) const;
+    [[nodiscard]] const std::string& SetEngineNumRej(std::int32_t index) const;
+    [[nodiscard]] const std::string& SetAltNumRej(std::int32_t index) const;
+    [[nodiscard]] std::int32_t SetFuelTypeRej(std::int32_t index) const;
+    [[nodiscard]] double SetNominalRatingRej(std::int32_t index) const;
+    [[nodiscard]] double SetDeratedRatingRej(std::int32_t index) const;
+    [[nodiscard]] double SetStartKVA35Rej(std::int32_t index) const;
+    [[nodiscard]] double MaxStepVoltDipRej(std::int32_t index) const;
+    [[nodiscard]] double MaxStepFreqDipRej(std::int32_t index) const;
+    [[nodiscard]] double MaxStepVTHDRej(std::int32_t index) const;
+    [[nodiscard]] std::vector<double> VoltageDipsRej(std::int32_t index) const;
+    [[nodiscard]] std::vector<double> FreqDipsRej(std::int32_t index) const;
+    [[nodiscard]] bool FreqDipAvailRej(std::int32_t index) const;
+    [[nodiscard]] std::vector<double> StepVTHD_A_Rej(std::int32_t index) const;
+    [[nodiscard]] std::vector<double> StepVTHD_B_Rej(std::int32_t index) const;
+    [[nodiscard]] std::vector<double> StepVTHD_C_Rej(std::int32_t index) const;
+    [[nodiscard]] std::int32_t RejectionReason(std::int32_t index) const;
+
+    /// Running power of the whole profile, of the last run [kW].
+    [[nodiscard]] double TotalRunningKW() const noexcept { return m_totalRunningKW; }
+    /// Largest start of the profile, of the last run [kVA].
+    [[nodiscard]] double PeakStartingKVA() const noexcept { return m_peakStartingKVA; }
+    /// Version of the genset database.
+    [[nodiscard]] const std::string& DatabaseVersion() const noexcept { return m_properties.Version; }
+
+    /// The text before the first "-" of a model number, or the whole text.
+    [[nodiscard]] static std::string TrimModelNum(std::string_view text);
+
+    /// The undersized set at a position, and why: for each step the verdict of each test, in the order of
+    /// `kStepTests`. Worked out by the very tests that decided, from the profile of the last run.
+    [[nodiscard]] std::vector<std::vector<Verdict>> VerdictsRej(std::int32_t index) const;
+    /// The same of a recommended set.
+    [[nodiscard]] std::vector<std::vector<Verdict>> Verdicts(std::int32_t index) const;
+
+  private:
+    class Run;
+
+    [[nodiscard]] const ChosenSet& Chosen(std::int32_t index, std::string_view reader) const;
+    [[nodiscard]] const RejectedSet& Rejected(std::int32_t index, std::string_view reader) const;
+    [[nodiscard]] std::vector<std::vector<Verdict>> VerdictsOf(const ChosenSet& set) const;
+    [[nodiscard]] SiteRequirements ReadSite() const;
+
+    GensetSource* m_gensets;
+    const CPwrSys* m_site;
+    const CLoadProfile* m_profile;
+    std::unique_ptr<GensetCursor> m_candidates;
+    PropertiesRecord m_properties;
+    std::vector<ChosenSet> m_chosen;
+    std::vector<RejectedSet> m_rejected;
+    SiteRequirements m_requirements;
+    std::vector<StepFigures> m_steps;
+    double m_totalRunningKW = 0.0;
+    double m_totalRunningKVAR = 0.0;
+    double m_peakStartingKVA = 0.0;
+    std::int32_t m_minLoading = 30;
+    std::int32_t m_maxLoading = 80;
+    std::int32_t m_maxSetsRecommended = 16;
+    std::int32_t m_maxSetsUndersized = 5;
+    bool m_vthdCalcsValid = false;
+};
+
+}  // namespace genvara

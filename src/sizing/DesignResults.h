@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Candidate.h"
+
+namespace genvara {
+
+/// A set as a run found it. Ratings and kVA are those of one set; arrays hold a figure a step [percent],
+/// the first step at index 0.
+struct ChosenSet {
+    std::string ModelNum;
+    std::string AltNum;
+    std::string EngineNum;
+    std::int32_t FuelType = 0;
+    double NominalRating = 0.0;  ///< kW
+    double DeratedRating = 0.0;  ///< kW
+    double StartingPower = 0.0;  ///< kW, as the database has it
+    double StartKVA35 = 0.0;     ///< kVA
+    std::vector<double> VoltageDips;
+    std::vector<double> FreqDips;
+    std::vector<double> StepVTHD_A;
+    std::vector<double> StepVTHD_B;
+    std::vector<double> StepVTHD_C;
+    double MaxStepVoltDip = 0.0;  ///< percent
+    double MaxStepFreqDip = 0.0;  ///< percent
+    double MaxStepVTHD = 0.0;     ///< percent
+    bool FreqDipAvail = true;
+
+    /// The figures that the tests compared, so that each verdict can be shown again.
+    Candidate figures;
+};
+
+/// A set that failed a test, with the bits of all that it failed.
+struct RejectedSet : ChosenSet {
+    std::int32_t RejectionReason = 0;
+};
+
+}  // namespace genvara

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace genvara {
+
+/// The best records of a run, sorted by derated rating, never more than the list may show.
+///
+/// Equal ratings keep the order in which they came, so that the list is the one that sorting all records
+/// and cutting would give.
+template <typename Record, typename Before>
+class ResultList {
+  public:
+    /// @param limit length of the list; below 0 counts as 0.
+    ResultList(std::int32_t limit, Before before)
+        : m_limit(static_cast<std::size_t>(std::max(limit, 0))), m_before(before) {}
+
+    /// Whether a record of this rating [kW] would find a place.
+    [[nodiscard]] bool Takes(double rating) const {
+        return m_records.size() < m_limit ||
+               (m_limit > 0 && m_before(rating, m_records.back().DeratedRating));
+    }
+
+    void Insert(Record record) {
+        if (m_records.size() == m_limit) {
+            m_records.pop_back();
+        }
+        const auto place = std::upper_bound(
+            m_records.begin(), m_records.end(), record.DeratedRating,
+            [this](double rating, const Record& other) { return m_before(rating, other.DeratedRating); });
+        m_records.insert(place, std::move(record));
+    }
+
+    [[nodiscard]] std::vector<Record> Release() { return std::move(m_records); }
+
+  private:
+    std::size_t m_limit;
+    Before m_before;
+    std::vector<Record> m_records;
+};
+
+}  // namespace genvara
