@@ -46,9 +46,9 @@ ONE_STEP = {
     2: ("diesel turbo", 0.50, 0.75),
     3: ("diesel turbo", 0.50, 0.75),
     4: ("diesel turbo", 0.50, 0.75),
-    5: ("gas NA", 0.55, 0.80),
+    5: ("gas NA", 0.65, 0.85),
     6: ("gas turbo", 0.25, 0.50),
-    7: ("gas NA", 0.55, 0.80),
+    7: ("gas NA", 0.65, 0.85),
     8: ("gas turbo", 0.25, 0.50),
     9: ("gasoline NA", 0.70, 0.95),
 }
