@@ -22,7 +22,8 @@ if answer == "fails":
 if answer == "warns":
     sys.stderr.write("1 line was not read")
 chosen = [dict(ModelNum="MV", NominalRating=answer[0], FuelType=answer[1])] if isinstance(answer, list) else []
-print(json.dumps(dict(ChosenSets=chosen)))
+rejected = [] if answer == "alone" else [dict(ModelNum="MV")]
+print(json.dumps(dict(ChosenSets=chosen or [{}] * (answer == "alone"), RejectedSets=rejected)))
 """
 
 
@@ -34,15 +35,17 @@ class RunTest(unittest.TestCase):
         self.script.write_text(STAND_IN, "utf-8")
         self.database = Path(folder.name) / "answers.json"
         self.answers = {case["Case"]: self.least(case) for case in run.read_cases()}
+        self.answers |= {project.stem: [100, 1] for project in run.SAMPLES.glob("*.prj")}
+        self.answers |= {name: None for name in run.UNSERVED_SAMPLES}
 
     @staticmethod
     def least(case):
         return [float(case["LeastKW"]), int(case["Fuel"])] if case["LeastKW"] else None
 
-    def faults(self):
+    def faults(self, sizing=run.run_cases):
         self.database.write_text(json.dumps(self.answers), "utf-8")
         with contextlib.redirect_stdout(io.StringIO()):
-            return run.run([sys.executable, str(self.script)], self.database)
+            return sizing([sys.executable, str(self.script)], self.database)
 
     def test_answers_in_their_ranges_pass(self):
         self.assertEqual(self.faults(), [])
@@ -71,6 +74,20 @@ class RunTest(unittest.TestCase):
                 self.answers[case] = usual
                 self.assertEqual(len(found), 1)
                 self.assertIn(f"{case}: ", found[0])
+                self.assertIn(expected, found[0])
+
+    def test_samples_show_both_lists(self):
+        self.assertEqual(self.faults(run.run_samples), [])
+        for sample, answer, expected in (
+                ("office", None, "office: 0 sets were chosen"),
+                ("office", "alone", "office: no undersized set"),
+                ("office", "fails", "office: status 1: error 9"),
+                ("quarry", [3000, 1], "quarry: 1 sets were chosen")):
+            with self.subTest(sample=sample, answer=answer):
+                self.answers[sample], usual = answer, self.answers[sample]
+                found = self.faults(run.run_samples)
+                self.answers[sample] = usual
+                self.assertEqual(len(found), 1)
                 self.assertIn(expected, found[0])
 
 
