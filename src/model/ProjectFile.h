@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "DateTime.h"
+#include "ProjectModel.h"
+#include "ProjectSource.h"
+
+/// The project file: text in Windows-1252, records of delimited values, CR LF. The position of a value is
+/// its meaning.
+namespace genvara {
+
+/// Something that the reader passed over.
+struct SkippedItem {
+    std::int64_t line = 0;  ///< where it stands, from 1
+    std::string record;     ///< "power system A", "step 2", "load 3 of step 1", ...
+    std::string expected;   ///< what should have stood there
+    std::string found;      ///< what stood there
+};
+
+/// Told of what a reader does, in its order. Members may raise; the reader goes on.
+class ProjectReadObserver {
+  public:
+    virtual ~ProjectReadObserver() = default;
+    virtual void ProjectRead() {}
+    virtual void PowerSystemRead() {}
+    virtual void StepsCleared() {}
+    virtual void StepAdded(std::int32_t /*stepId*/) {}
+    virtual void LoadAdded(std::int32_t /*stepNumber*/, std::int32_t /*loadId*/) {}
+    virtual void Skipped(const SkippedItem& /*item*/) {}
+};
+
+enum class ReadResult : std::uint8_t {
+    Done,          ///< read as far as it could be
+    Incompatible,  ///< no project of a compatible version; nothing was changed
+};
+
+/// Fills a model from a project file. What cannot be read is passed over, and the observer told.
+/// @throws RaisedError 53 for a missing file, else the system's number, from "frmMain::ReadProjectFile"; the
+///         model is then as before.
+ReadResult ReadProjectFile(const std::filesystem::path& file, const ProjectModel& model,
+                           ProjectReadObserver& observer);
+
+/// The same from any source.
+ReadResult ReadProject(ByteSource& source, const ProjectModel& model, ProjectReadObserver& observer);
+
+/// Version that a file's first record states: major, minor, revision of the program.
+using ProgramVersion = std::array<std::int32_t, 3>;
+
+/// Text of a project file with the number of characters that the code page could not hold.
+struct ProjectText {
+    std::string bytes;
+    std::size_t lostCharacters = 0;
+};
+
+/// The file's content. A field that cannot be fetched is passed over with its record.
+[[nodiscard]] ProjectText RenderProject(const ProjectModel& model, const ProgramVersion& version,
+                                        const DateTime& savedAt);
+
+/// Saves a model; the old file stays whole until the new one stands.
+/// @return the number of characters that the code page could not hold, each now a question mark.
+/// @throws RaisedError with the system's number from "frmMain::WriteProjectFile": "Error opening ", the
+///         file, a line break, the system's description.
+std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectModel& model,
+                             const ProgramVersion& version, const Clock& clock);
+
+}  // namespace genvara
