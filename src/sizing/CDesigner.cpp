@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::string_view kChooseSets = "CDesigner::ChooseSets";
 constexpr std::string_view kReadAlternator = "CDesigner::ReadAlternator";
-constexpr std::int32_t kLoadingError = 13;
 
 /// An alternator's data as the tests and the records take them.
 struct AlternatorRecord {
@@ -45,8 +44,8 @@ class CDesigner::Run {
           m_site(designer.m_requirements),
           m_steps(designer.m_steps),
           m_totalRunningKW(figures.totalRunningKW),
-          m_chosen(designer.m_maxSetsRecommended, std::less<>{}),
-          m_rejected(designer.m_maxSetsUndersized, std::greater<>{}) {
+          m_chosen(designer.MaxSetsRecommended(), std::less<>{}),
+          m_rejected(designer.MaxSetsUndersized(), std::greater<>{}) {
         m_outcomes.resize(m_steps.size());
         if (m_site.distortionValid) {
             m_distortions.reserve(m_steps.size());
@@ -218,20 +217,6 @@ CDesigner::CDesigner(GensetSource& gensets, const CPwrSys& site, const CLoadProf
 
 CDesigner::~CDesigner() = default;
 
-void CDesigner::MinLoading(std::int32_t percent) {
-    if (percent < 0) {
-        throw RaisedError(kLoadingError, "CDesigner::MinLoading", "Invalid minimum loading level.");
-    }
-    m_minLoading = percent;
-}
-
-void CDesigner::MaxLoading(std::int32_t percent) {
-    if (percent > 100) {
-        throw RaisedError(kLoadingError, "CDesigner::MaxLoading", "Invalid maximum loading level.");
-    }
-    m_maxLoading = percent;
-}
-
 void CDesigner::SelectGensets() {
     m_candidates = m_gensets->SelectGensets({.frequency = m_site->Freq(),
                                              .connectCode = m_site->ConnectCode(),
@@ -275,8 +260,8 @@ SiteRequirements CDesigner::ReadSite() const {
             .maxFreqDip = static_cast<double>(m_site->MaxFreqDip()),
             .maxHarmonicsEnabled = m_site->MaxHarmonicsEnabled(),
             .maxHarmonics = static_cast<double>(m_site->MaxHarmonics()),
-            .minLoading = m_minLoading,
-            .maxLoading = m_maxLoading,
+            .minLoading = MinLoading(),
+            .maxLoading = MaxLoading(),
             .distortionValid = m_vthdCalcsValid};
 }
 

@@ -8,6 +8,7 @@
 
 #include "CLoadProfile.h"
 #include "CPwrSys.h"
+#include "DesignLimits.h"
 #include "DesignResults.h"
 #include "GensetSource.h"
 #include "ProfileFigures.h"
@@ -20,7 +21,7 @@ namespace genvara {
 ///
 /// A run is `SelectGensets` and then `ChooseSets`; its results stay until the next one. Failures of the
 /// database, of a load or of the arithmetic end a run at once and pass to the caller.
-class CDesigner {
+class CDesigner : public DesignLimits {
   public:
     /// Reads the database's properties. Source, site and profile outlive the designer.
     /// @throws RaisedError of the database.
@@ -39,24 +40,6 @@ class CDesigner {
     [[nodiscard]] std::int32_t NumRejectedSets() const noexcept {
         return static_cast<std::int32_t>(m_rejected.size());
     }
-
-    /// Least loading of a recommended set [percent]; 0 and above, default 30.
-    /// @throws RaisedError 13 "Invalid minimum loading level." from "CDesigner::MinLoading".
-    void MinLoading(std::int32_t percent);
-    [[nodiscard]] std::int32_t MinLoading() const noexcept { return m_minLoading; }
-
-    /// Most loading of a recommended set [percent]; 100 and below, default 80.
-    /// @throws RaisedError 13 "Invalid maximum loading level." from "CDesigner::MaxLoading".
-    void MaxLoading(std::int32_t percent);
-    [[nodiscard]] std::int32_t MaxLoading() const noexcept { return m_maxLoading; }
-
-    /// Length of the list of recommended sets; any value, below 0 counts as 0; default 16.
-    void MaxSetsRecommended(std::int32_t sets) noexcept { m_maxSetsRecommended = sets; }
-    [[nodiscard]] std::int32_t MaxSetsRecommended() const noexcept { return m_maxSetsRecommended; }
-
-    /// Length of the list of undersized sets; any value, below 0 counts as 0; default 5.
-    void MaxSetsUndersized(std::int32_t sets) noexcept { m_maxSetsUndersized = sets; }
-    [[nodiscard]] std::int32_t MaxSetsUndersized() const noexcept { return m_maxSetsUndersized; }
 
     /// Finds the candidates of the site.
     void SelectGensets();
@@ -138,10 +121,6 @@ class CDesigner {
     double m_totalRunningKW = 0.0;
     double m_totalRunningKVAR = 0.0;
     double m_peakStartingKVA = 0.0;
-    std::int32_t m_minLoading = 30;
-    std::int32_t m_maxLoading = 80;
-    std::int32_t m_maxSetsRecommended = 16;
-    std::int32_t m_maxSetsUndersized = 5;
     bool m_vthdCalcsValid = false;
 };
 
