@@ -41,12 +41,20 @@ class CDesigner : public DesignLimits {
         return static_cast<std::int32_t>(m_rejected.size());
     }
 
+    /// Takes over the settings of a run as a whole.
+    void TakeLimits(const DesignLimits& limits) noexcept { static_cast<DesignLimits&>(*this) = limits; }
+
     /// Finds the candidates of the site.
     void SelectGensets();
 
     /// Judges the candidates; the number of recommended sets. Without a candidate the totals of the run
     /// before stay.
     std::int32_t ChooseSets();
+
+    /// The recommended sets, smallest first.
+    [[nodiscard]] const std::vector<ChosenSet>& ChosenSets() const noexcept { return m_chosen; }
+    /// The undersized sets, largest first.
+    [[nodiscard]] const std::vector<RejectedSet>& RejectedSets() const noexcept { return m_rejected; }
 
     // Readers of the recommended list, by position from 0, with their twins of the undersized list. A
     // position beyond the list raises 9 "Subscript out of range" from the reader.

@@ -1,0 +1,66 @@
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "CatalogueBuilder.h"
+#include "CatalogueChecker.h"
+#include "CommandLine.h"
+#include "Output.h"
+#include "SizedProject.h"
+
+namespace genvara {
+namespace {
+
+/// Shows on a terminal how far a long build is, on one line that is written over.
+void ShowProgress(std::string_view table, std::int64_t rows) {
+    if (isatty(STDERR_FILENO) != 0) {
+        fmt::print(stderr, "\r{:<28}{:>10} rows", table, rows);
+    }
+}
+
+void EndProgress() {
+    if (isatty(STDERR_FILENO) != 0) {
+        fmt::print(stderr, "\r{:<44}\r", "");
+    }
+}
+
+}  // namespace
+
+int RunCatalogBuild(const std::filesystem::path& folder, const std::filesystem::path& database) {
+    try {
+        const CatalogueBuild build = BuildCatalogue(folder, database, ShowProgress);
+        EndProgress();
+        for (const std::string& fault : build.faults) {
+            Complain((folder / fault).string());
+        }
+        if (!build.faults.empty()) {
+            Complain(fmt::format("{} was not built.", database.string()));
+            return static_cast<int>(Status::Unreadable);
+        }
+        Print(fmt::format("{}: {} rows in 8 tables\n", database.string(), build.rows));
+        return static_cast<int>(Status::Done);
+    } catch (const RaisedError& failure) {
+        EndProgress();
+        Complain(FailureLine("genvara-cli", failure));
+        return static_cast<int>(Status::Unreadable);
+    }
+}
+
+int RunCatalogCheck(const std::filesystem::path& database) {
+    try {
+        std::int64_t findings = 0;
+        CheckCatalogue(database, [&findings](const std::string& finding) {
+            ++findings;
+            Print(finding + "\n");
+        });
+        if (findings > 0) {
+            return static_cast<int>(Status::Found);
+        }
+        Print(fmt::format("{}: nothing found\n", database.string()));
+        return static_cast<int>(Status::Done);
+    } catch (const RaisedError& failure) {
+        Complain(FailureLine("genvara-cli", failure));
+        return static_cast<int>(Status::Unreadable);
+    }
+}
+
+}  // namespace genvara

@@ -1,0 +1,172 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+#include "CachedGensets.h"
+#include "CommandLine.h"
+#include "Output.h"
+#include "SizedProject.h"
+#include "SizingJson.h"
+#include "SizingTable.h"
+
+namespace genvara {
+namespace {
+
+/// What one project came to, ready to be printed.
+struct Outcome {
+    Status status = Status::Done;
+    std::string output;
+    std::string complaint;  ///< for standard error, if not empty
+};
+
+/// Counts what a file's reader passed over.
+class SkipCounter final : public ProjectReadObserver {
+  public:
+    void Skipped(const SkippedItem& /*item*/) override { ++m_count; }
+    [[nodiscard]] std::int64_t Count() const noexcept { return m_count; }
+
+  private:
+    std::int64_t m_count = 0;
+};
+
+std::string SkipWarning(const std::string& file, std::int64_t count) {
+    return count == 0
+               ? std::string()
+               : fmt::format("{}: warning: {} item{} of the file could not be used; \"check\" lists {}.",
+                             file, count, count == 1 ? "" : "s", count == 1 ? "it" : "them");
+}
+
+Outcome SizeOne(const std::string& file, const ProjectArguments& arguments,
+                const SharedCatalogue& catalogue) {
+    SkipCounter skipped;
+    Outcome outcome;
+    const auto fail = [&](Status status, const RaisedError& error) {
+        outcome.status = status;
+        outcome.output = arguments.json ? ErrorJson(file, error) + "\n" : std::string();
+        outcome.complaint = FailureLine(file, error);
+    };
+    try {
+        SizedProject sized(file, catalogue, skipped);
+        sized.Size(arguments.limits);
+        outcome.output = arguments.json ? SizingJson(file, sized) + "\n" : SizingTable(file, sized);
+        outcome.complaint = SkipWarning(file, skipped.Count());
+    } catch (const ProjectFailure& failure) {
+        fail(failure.status, failure.error);
+    } catch (const RaisedError& failure) {
+        fail(Status::RunFailed, failure);
+    }
+    return outcome;
+}
+
+/// Sizes every project, on as many threads as asked for, and hands the outcomes over in the order of the
+/// arguments as soon as each one's turn has come.
+class Batch {
+  public:
+    Batch(const ProjectArguments& arguments, const SharedCatalogue& catalogue)
+        : m_arguments(&arguments), m_catalogue(&catalogue), m_outcomes(arguments.files.size()) {}
+
+    template <typename Consumer>
+    void Run(Consumer consume) {
+        if (m_arguments->jobs <= 1) {
+            for (const std::string& file : m_arguments->files) {
+                consume(SizeOne(file, *m_arguments, *m_catalogue));
+            }
+            return;
+        }
+        const auto count = std::min(static_cast<std::size_t>(m_arguments->jobs), m_outcomes.size());
+        std::vector<std::jthread> workers;
+        for (std::size_t i = 0; i < count; ++i) {
+            workers.emplace_back([this] { Work(); });
+        }
+        try {
+            for (std::size_t i = 0; i < m_outcomes.size(); ++i) {
+                consume(Await(i));
+            }
+        } catch (...) {
+            m_next = m_outcomes.size();  // nobody reads what is still to come
+            throw;
+        }
+    }
+
+  private:
+    void Work() {
+        for (std::size_t i = m_next++; i < m_outcomes.size(); i = m_next++) {
+            Outcome outcome = SizeOne(m_arguments->files[i], *m_arguments, *m_catalogue);
+            const std::lock_guard lock(m_mutex);
+            m_outcomes[i] = std::move(outcome);
+            m_ready.notify_one();
+        }
+    }
+
+    Outcome Await(std::size_t index) {
+        std::unique_lock lock(m_mutex);
+        m_ready.wait(lock, [&] { return m_outcomes[index].has_value(); });
+        Outcome outcome = std::move(*m_outcomes[index]);
+        m_outcomes[index].emplace();
+        return outcome;
+    }
+
+    const ProjectArguments* m_arguments;
+    const SharedCatalogue* m_catalogue;
+    std::vector<std::optional<Outcome>> m_outcomes;
+    std::atomic<std::size_t> m_next{0};
+    std::mutex m_mutex;
+    std::condition_variable m_ready;
+};
+
+/// Every project answers with the failure of the database that they share.
+int FailAll(const ProjectArguments& arguments, const RaisedError& failure) {
+    if (arguments.json) {
+        for (const std::string& file : arguments.files) {
+            Print(ErrorJson(file, failure) + "\n");
+        }
+    }
+    Complain(FailureLine("genvara-cli", failure));
+    return static_cast<int>(Status::Unreadable);
+}
+
+}  // namespace
+
+int RunSize(const ProjectArguments& arguments) {
+    std::unique_ptr<GensetDatabase> database;
+    std::unique_ptr<CachedGensets> cache;
+    MotorConversions motors;
+    std::vector<ConnectionRecord> connections;
+    try {
+        database = std::make_unique<GensetDatabase>(arguments.database);
+        database->RequireSchema();
+        motors = database->ReadMotorConversions();
+        connections = database->Connections();
+        (void)database->Properties();
+    } catch (const RaisedError& failure) {
+        return FailAll(arguments, failure);
+    }
+    GensetSource* gensets = database.get();
+    if (arguments.files.size() > 1) {
+        cache = std::make_unique<CachedGensets>(*database);
+        gensets = cache.get();
+    }
+    const SharedCatalogue catalogue{.gensets = *gensets, .motors = motors, .connections = connections};
+    Status worst = Status::Done;
+    bool first = true;
+    Batch(arguments, catalogue).Run([&](const Outcome& outcome) {
+        const bool separate = !arguments.json && !first && !outcome.output.empty();
+        Print(separate ? "\n" + outcome.output : outcome.output);
+        if (!outcome.complaint.empty()) {
+            Complain(outcome.complaint);
+        }
+        worst = std::max(worst, outcome.status);
+        first = first && outcome.output.empty();
+    });
+    return static_cast<int>(worst);
+}
+
+}  // namespace genvara

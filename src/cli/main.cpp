@@ -1,0 +1,151 @@
+#include <csignal>
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <system_error>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include "CommandLine.h"
+#include "Output.h"
+#include "ProgramVersion.h"
+#include "RaisedError.h"
+#include "SizedProject.h"
+
+namespace genvara {
+
+std::filesystem::path DatabaseBesideProgram() {
+    std::error_code failure;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failure);
+    return (failure ? std::filesystem::path(".") : program.parent_path()) / "Genvara.db";
+}
+
+namespace {
+
+constexpr int kBadArguments = static_cast<int>(Status::BadArguments);
+
+void AddDatabase(CLI::App& command, ProjectArguments& arguments) {
+    command.add_option("--db", arguments.database, "Genset database; by default the one beside the program")
+        ->type_name("FILE");
+}
+
+void AddProjects(CLI::App& command, ProjectArguments& arguments) {
+    command.add_option("PROJECT.prj", arguments.files, "Project files")->required()->type_name("");
+}
+
+/// A limit of a run, set through the designer's own check.
+void AddLimit(CLI::App& command, const char* name, const std::function<void(std::int32_t)>& set,
+              const char* description) {
+    command
+        .add_option_function<std::int32_t>(
+            name,
+            [set, name](const std::int32_t& value) {
+                try {
+                    set(value);
+                } catch (const RaisedError& refusal) {
+                    throw CLI::ValidationError(name, refusal.Description());
+                }
+            },
+            description)
+        ->type_name("N");
+}
+
+void AddLimits(CLI::App& command, ProjectArguments& arguments) {
+    DesignLimits& limits = arguments.limits;
+    AddLimit(
+        command, "--min-loading", [&limits](std::int32_t n) { limits.MinLoading(n); },
+        "Least loading of a recommended set, percent [30]");
+    AddLimit(
+        command, "--max-loading", [&limits](std::int32_t n) { limits.MaxLoading(n); },
+        "Most loading of a recommended set, percent [80]");
+    AddLimit(
+        command, "--max-sets", [&limits](std::int32_t n) { limits.MaxSetsRecommended(n); },
+        "Recommended sets to list [16]");
+    AddLimit(
+        command, "--max-undersized", [&limits](std::int32_t n) { limits.MaxSetsUndersized(n); },
+        "Undersized sets to list [5]");
+}
+
+/// The whole command line. What is to be done is remembered and done once all of it has been understood.
+class CommandLine {
+  public:
+    CommandLine() {
+        m_app.set_version_flag("--version", fmt::format("genvara-cli {}", kProgramVersionText));
+        m_app.require_subcommand(1);
+        m_arguments.database = DatabaseBesideProgram();
+        AddSize();
+        AddCheck();
+        AddCatalog();
+    }
+
+    int Run(int count, char** arguments) {
+        try {
+            m_app.parse(count, arguments);
+        } catch (const CLI::Success& request) {
+            return m_app.exit(request);
+        } catch (const CLI::ParseError& refusal) {
+            Complain(fmt::format("genvara-cli: {}", refusal.what()));
+            Complain(m_app.help());
+            return kBadArguments;
+        }
+        return m_todo();
+    }
+
+  private:
+    void AddSize() {
+        CLI::App* size = m_app.add_subcommand("size", "Size projects: recommended and undersized sets");
+        AddProjects(*size, m_arguments);
+        AddDatabase(*size, m_arguments);
+        AddLimits(*size, m_arguments);
+        size->add_flag("--json", m_arguments.json, "One JSON object on one line for each project");
+        size->add_option("--jobs", m_arguments.jobs, "Projects to size at the same time [1]")
+            ->check(CLI::Range(1, 256))
+            ->type_name("N");
+        size->callback([this] { m_todo = [this] { return RunSize(m_arguments); }; });
+    }
+
+    void AddCheck() {
+        CLI::App* check = m_app.add_subcommand("check", "List what of project files cannot be used");
+        AddProjects(*check, m_arguments);
+        AddDatabase(*check, m_arguments);
+        check->callback([this] { m_todo = [this] { return RunCheck(m_arguments); }; });
+    }
+
+    void AddCatalog() {
+        CLI::App* catalog = m_app.add_subcommand("catalog", "Build and check the genset database");
+        catalog->require_subcommand(1);
+        CLI::App* build = catalog->add_subcommand("build", "Build a database from a folder of CSV tables");
+        build->add_option("DIR", m_folder, "Folder with one CSV file a table")->required()->type_name("");
+        build->add_option("-o", m_file, "Database to write")->required()->type_name("FILE.db");
+        build->callback([this] { m_todo = [this] { return RunCatalogBuild(m_folder, m_file); }; });
+        CLI::App* check =
+            catalog->add_subcommand("check", "List everything in a database that would end or falsify a run");
+        check->add_option("FILE.db", m_file, "Database to look through")->required()->type_name("");
+        check->callback([this] { m_todo = [this] { return RunCatalogCheck(m_file); }; });
+    }
+
+    CLI::App m_app{"Sizes electric generator sets for a site and its load profile.", "genvara-cli"};
+    ProjectArguments m_arguments;
+    std::string m_folder;
+    std::string m_file;
+    std::function<int()> m_todo;
+};
+
+}  // namespace
+}  // namespace genvara
+
+int main(int count, char** arguments) {
+    // A reader that goes away shows as a failed write, which is told like any other.
+    std::signal(SIGPIPE, SIG_IGN);
+    try {
+        return genvara::CommandLine().Run(count, arguments);
+    } catch (const genvara::RaisedError& failure) {
+        genvara::Complain(genvara::FailureLine("genvara-cli", failure));
+    } catch (const std::exception& failure) {
+        genvara::Complain(failure.what());
+    }
+    return static_cast<int>(genvara::Status::RunFailed);
+}
