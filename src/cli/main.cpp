@@ -6,8 +6,8 @@
 #include <string>
 #include <system_error>
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
+#include <CLI/CLI.hpp>
 
 #include "CommandLine.h"
 #include "Output.h"
