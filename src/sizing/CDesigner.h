@@ -94,9 +94,9 @@ class CDesigner : public DesignLimits {
     [[nodiscard]] std::int32_t RejectionReason(std::int32_t index) const;
 
     /// Running power of the whole profile, of the last run [kW].
-    [[nodiscard]] double TotalRunningKW() const noexcept { return m_totalRunningKW; }
+    [[nodiscard]] double TotalRunningKW() const noexcept { return m_figures.totalRunningKW; }
     /// Largest start of the profile, of the last run [kVA].
-    [[nodiscard]] double PeakStartingKVA() const noexcept { return m_peakStartingKVA; }
+    [[nodiscard]] double PeakStartingKVA() const noexcept { return m_figures.peakStartingKVA; }
     /// Version of the genset database.
     [[nodiscard]] const std::string& DatabaseVersion() const noexcept { return m_properties.Version; }
 
@@ -110,8 +110,6 @@ class CDesigner : public DesignLimits {
     [[nodiscard]] std::vector<std::vector<Verdict>> Verdicts(std::int32_t index) const;
 
   private:
-    class Run;
-
     [[nodiscard]] const ChosenSet& Chosen(std::int32_t index, std::string_view reader) const;
     [[nodiscard]] const RejectedSet& Rejected(std::int32_t index, std::string_view reader) const;
     [[nodiscard]] std::vector<std::vector<Verdict>> VerdictsOf(const ChosenSet& set) const;
@@ -125,10 +123,7 @@ class CDesigner : public DesignLimits {
     std::vector<ChosenSet> m_chosen;
     std::vector<RejectedSet> m_rejected;
     SiteRequirements m_requirements;
-    std::vector<StepFigures> m_steps;
-    double m_totalRunningKW = 0.0;
-    double m_totalRunningKVAR = 0.0;
-    double m_peakStartingKVA = 0.0;
+    ProfileFigures m_figures;
     bool m_vthdCalcsValid = false;
 };
 

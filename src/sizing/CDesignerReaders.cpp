@@ -166,12 +166,12 @@ std::vector<std::vector<Verdict>> CDesigner::VerdictsRej(std::int32_t index) con
 
 std::vector<std::vector<Verdict>> CDesigner::VerdictsOf(const ChosenSet& set) const {
     std::vector<std::vector<Verdict>> verdicts;
-    for (std::size_t s = 0; s < m_steps.size(); ++s) {
+    for (std::size_t s = 0; s < m_figures.steps.size(); ++s) {
         const StepOutcome outcome{.freqDip = set.FreqDips[s],
                                   .voltDip = set.VoltageDips[s],
                                   .distortion = {set.StepVTHD_A[s], set.StepVTHD_B[s], set.StepVTHD_C[s]}};
         const StepTrial trial{
-            .step = m_steps[s], .set = set.figures, .outcome = outcome, .site = m_requirements};
+            .step = m_figures.steps[s], .set = set.figures, .outcome = outcome, .site = m_requirements};
         std::vector<Verdict>& row = verdicts.emplace_back();
         for (const StepTest& test : kStepTests) {
             row.push_back(test.judge(trial));

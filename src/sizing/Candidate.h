@@ -30,13 +30,13 @@ struct Candidate {
     double siteRating = 0.0;         ///< kW
     double siteStartKVA35 = 0.0;     ///< kVA that start at a dip of 35 percent
     double siteStartingPower = 0.0;  ///< kW
+    double maxLoadKW = 0.0;          ///< kW that the user's most loading allows
+    double phaseRating = 0.0;        ///< kW on one phase
     double baseFreqDipKW = 0.0;      ///< kW; 0 or less where there is no frequency dip data
     double baseFreqDip = 0.0;        ///< percent
     double expC = 0.0;
 
-    bool hasDistortion = false;       ///< whether its alternator's data allow distortion to be worked out
-    double generatorPower = 0.0;      ///< kW base of the impedance
-    double generatorImpedance = 0.0;  ///< per unit, at the site's voltage
+    bool hasDistortion = false;  ///< whether its alternator's data allow distortion to be worked out
 };
 
 /// What one load step does to a candidate.

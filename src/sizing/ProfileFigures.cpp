@@ -91,6 +91,8 @@ ProfileFigures FiguresOf(const CLoadProfile& profile, const CPwrSys& site) {
         AddNonLinearSums(now);
         AddStart(now, step, before);
         now.maxVoltageDip = StepMaxVoltageDip(step, site);
+        now.startShare = now.maxVoltageDip / kRatedDip;
+        now.heaviestPhaseKW = std::max({now.runKW[1], now.runKW[2], now.runKW[3]});
         // The first step's peak is the step's own root, which is taken before the division by 1000.
         const double peak = number == 1 ? Kilo(step.TotalStartingApparentPower(0)) : now.startKVA;
         figures.peakStartingKVA = std::max(figures.peakStartingKVA, peak);

@@ -20,7 +20,9 @@ struct StepFigures {
     double startKVAR = 0.0;           ///< likewise
     double startKVA = 0.0;            ///< root of the squares of the two
     double stepStartKW = 0.0;         ///< this step's start alone
-    std::int32_t maxVoltageDip = 0;   ///< allowed voltage dip [percent]
+    double maxVoltageDip = 0.0;       ///< allowed voltage dip [percent]
+    double startShare = 0.0;          ///< share of its kVA at 35 percent that a set starts within that dip
+    double heaviestPhaseKW = 0.0;     ///< largest of the three phases of `runKW`
 
     // Non-linear load standing.
     double rect6P = 0.0;
@@ -42,6 +44,9 @@ struct ProfileFigures {
     double totalRunningKVAR = 0.0;
     double peakStartingKVA = 0.0;
 };
+
+/// Dip at which a set's locked-rotor kVA is stated [percent].
+inline constexpr double kRatedDip = 35.0;
 
 /// Allowed voltage dip of a step [percent]: fire pumps and loaded motors first, then the site's limit, the
 /// step's own and the medical loads', each only lowering it.

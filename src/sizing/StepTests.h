@@ -1,13 +1,18 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "Candidate.h"
+#include "LanguageErrors.h"
 #include "ProfileFigures.h"
 #include "RejectionReasons.h"
 
+/// The tests of a step. All of them stand in the header: they are asked for every candidate at every step.
 namespace genvara {
 
 /// The two figures that decide a test, in its unit. Equal figures pass: there is no tolerance.
@@ -16,7 +21,7 @@ struct Verdict {
     double available = 0.0;  ///< what the set offers, or the limit
     bool applies = true;     ///< false where the site sets no limit or the set has no data
 
-    [[nodiscard]] bool Fails() const noexcept { return applies && available < needed; }
+    [[nodiscard]] constexpr bool Fails() const noexcept { return applies && available < needed; }
 };
 
 /// What a test is given: the step, the set, what the one does to the other, and the site's limits.
@@ -27,25 +32,63 @@ struct StepTrial {
     const SiteRequirements& site;
 };
 
+/// Whether a set has data of its frequency dip.
+[[nodiscard]] inline bool HasFrequencyDip(const Candidate& set) noexcept {
+    return set.baseFreqDipKW > 0.0;
+}
+
 /// Starting power of the engines [kW].
-[[nodiscard]] Verdict EngineStart(const StepTrial& trial) noexcept;
+[[nodiscard]] inline Verdict EngineStart(const StepTrial& trial) noexcept {
+    return {.needed = trial.step.startKW, .available = trial.set.siteStartingPower};
+}
+
 /// Rating of the sets [kW].
-[[nodiscard]] Verdict Rating(const StepTrial& trial) noexcept;
+[[nodiscard]] inline Verdict Rating(const StepTrial& trial) noexcept {
+    return {.needed = trial.step.runKW[0], .available = trial.set.siteRating};
+}
+
 /// Share of the rating that the user allows to be used [kW].
-[[nodiscard]] Verdict MaximumLoading(const StepTrial& trial) noexcept;
+[[nodiscard]] inline Verdict MaximumLoading(const StepTrial& trial) noexcept {
+    return {.needed = trial.step.runKW[0], .available = trial.set.maxLoadKW};
+}
+
 /// Rating of one phase against the heaviest one [kW].
-[[nodiscard]] Verdict PhaseLoading(const StepTrial& trial) noexcept;
+[[nodiscard]] inline Verdict PhaseLoading(const StepTrial& trial) noexcept {
+    return {.needed = trial.step.heaviestPhaseKW, .available = trial.set.phaseRating};
+}
+
 /// Load that one set takes at once [kW].
-[[nodiscard]] Verdict OneStepCapability(const StepTrial& trial) noexcept;
+[[nodiscard]] inline Verdict OneStepCapability(const StepTrial& trial) noexcept {
+    return {.needed = trial.step.stepStartKW,
+            .available = trial.set.baseFreqDipKW,
+            .applies = HasFrequencyDip(trial.set)};
+}
+
 /// Frequency dip [percent].
-[[nodiscard]] Verdict AllowedFrequencyDip(const StepTrial& trial) noexcept;
+[[nodiscard]] inline Verdict AllowedFrequencyDip(const StepTrial& trial) noexcept {
+    return {.needed = trial.outcome.freqDip,
+            .available = trial.site.maxFreqDip,
+            .applies = trial.site.maxFreqDipEnabled && HasFrequencyDip(trial.set)};
+}
+
 /// kVA that the alternators start within the allowed dip [kVA].
-[[nodiscard]] Verdict AlternatorStart(const StepTrial& trial) noexcept;
+[[nodiscard]] inline Verdict AlternatorStart(const StepTrial& trial) noexcept {
+    return {.needed = trial.step.startKVA, .available = trial.step.startShare * trial.set.siteStartKVA35};
+}
+
 /// Voltage dip [percent]: that of the start and 0.4 points for each percent of frequency dip, so that a set
 /// may pass `AlternatorStart` and fail here.
-[[nodiscard]] Verdict AllowedVoltageDip(const StepTrial& trial) noexcept;
+[[nodiscard]] inline Verdict AllowedVoltageDip(const StepTrial& trial) noexcept {
+    return {.needed = trial.outcome.voltDip, .available = trial.step.maxVoltageDip};
+}
+
 /// Distortion of the worst phase [percent].
-[[nodiscard]] Verdict AllowedDistortion(const StepTrial& trial) noexcept;
+[[nodiscard]] inline Verdict AllowedDistortion(const StepTrial& trial) noexcept {
+    const auto& vthd = trial.outcome.distortion;
+    return {.needed = std::max({vthd[0], vthd[1], vthd[2]}),
+            .available = trial.site.maxHarmonics,
+            .applies = trial.site.maxHarmonicsEnabled && trial.set.hasDistortion};
+}
 
 /// A test with the bit that its failure sets, and the unit of its figures.
 struct StepTest {
@@ -67,16 +110,35 @@ inline constexpr std::array<StepTest, 9> kStepTests{{
     {rejection::kDistortion, "%", AllowedDistortion},
 }};
 
-/// Whether a set has data of its frequency dip.
-[[nodiscard]] inline bool HasFrequencyDip(const Candidate& set) noexcept {
-    return set.baseFreqDipKW > 0.0;
+/// Bits of the tests that a set fails at a step. The table is walked while compiling, so that no test costs
+/// a call.
+[[nodiscard]] inline std::int32_t FailedTests(const StepTrial& trial) noexcept {
+    return [&]<std::size_t... Test>(std::index_sequence<Test...>) {
+        return ((kStepTests[Test].judge(trial).Fails() ? kStepTests[Test].bit : 0) | ...);
+    }
+    (std::make_index_sequence<kStepTests.size()>{});
 }
 
 /// Frequency dip [percent] of one set when the step starts; 0 without data.
 /// @throws RaisedError 5, 6 or 11 from "CDesigner::ChooseSets" where the curve has no value.
-[[nodiscard]] double FrequencyDip(const StepFigures& step, const Candidate& set);
+[[nodiscard]] inline double FrequencyDip(const StepFigures& step, const Candidate& set) {
+    if (!HasFrequencyDip(set)) {
+        return 0.0;
+    }
+    constexpr std::string_view kMember = "CDesigner::ChooseSets";
+    return Finite(set.baseFreqDip * Power(step.stepStartKW / set.baseFreqDipKW, set.expC, kMember), kMember);
+}
 
 /// Voltage dip [percent]; 100 for sets that start no kVA at all.
-[[nodiscard]] double VoltageDip(const StepFigures& step, const Candidate& set, double freqDip);
+/// @throws RaisedError 6 from "CDesigner::ChooseSets".
+[[nodiscard]] inline double VoltageDip(const StepFigures& step, const Candidate& set, double freqDip) {
+    constexpr double kPointsPerFrequencyPercent = 0.4;
+    constexpr double kTotalDip = 100.0;
+    if (!(set.siteStartKVA35 > 0.0)) {
+        return kTotalDip;
+    }
+    return Finite((step.startKVA / set.siteStartKVA35) * kRatedDip + freqDip * kPointsPerFrequencyPercent,
+                  "CDesigner::ChooseSets");
+}
 
 }  // namespace genvara

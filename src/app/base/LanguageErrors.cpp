@@ -28,20 +28,6 @@ void RaiseInvalidArgument(std::string_view member) {
     throw RaisedError(errors::kInvalidArgument, std::string(member), "Invalid procedure call or argument");
 }
 
-double Finite(double value, std::string_view member) {
-    if (!std::isfinite(value)) {
-        RaiseOverflow(member);
-    }
-    return value;
-}
-
-double Quotient(double numerator, double denominator, std::string_view member) {
-    if (denominator == 0.0) {
-        RaiseDivisionByZero(member);
-    }
-    return Finite(numerator / denominator, member);
-}
-
 double SquareRoot(double value, std::string_view member) {
     if (value < 0.0) {
         RaiseInvalidArgument(member);

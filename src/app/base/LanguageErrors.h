@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cmath>
 #include <string_view>
 
 /// Arithmetic and access whose failures are raised errors rather than infinities and NaNs.
@@ -22,11 +22,21 @@ namespace genvara {
 
 /// The value itself.
 /// @throws RaisedError 6 "Overflow" from `member` if the value is not finite.
-[[nodiscard]] double Finite(double value, std::string_view member);
+[[nodiscard]] inline double Finite(double value, std::string_view member) {
+    if (!std::isfinite(value)) {
+        RaiseOverflow(member);
+    }
+    return value;
+}
 
 /// numerator / denominator.
 /// @throws RaisedError 11 for a denominator of 0, whatever the numerator, or 6, from `member`.
-[[nodiscard]] double Quotient(double numerator, double denominator, std::string_view member);
+[[nodiscard]] inline double Quotient(double numerator, double denominator, std::string_view member) {
+    if (denominator == 0.0) {
+        RaiseDivisionByZero(member);
+    }
+    return Finite(numerator / denominator, member);
+}
 
 /// The square root of a value.
 /// @throws RaisedError 5 for a negative value, or 6, from `member`.

@@ -1,0 +1,82 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks and prints the ratios that docs/performance.md states.
+
+    cmake --preset bench && cmake --build --preset bench
+    bench/report.py build/bench/bin
+"""
+import json
+import math
+import os
+import pathlib
+import resource
+import subprocess
+import sys
+import tempfile
+import time
+
+
+def medians(program):
+    """Median CPU time in milliseconds by the benchmark's name."""
+    output = subprocess.run(
+        [program, "--benchmark_format=json", "--benchmark_repetitions=5", "--benchmark_min_time=0.2",
+         "--benchmark_report_aggregates_only=true"],
+        check=True, capture_output=True, text=True).stdout
+    rows = json.loads(output)["benchmarks"]
+    return {row["run_name"]: row["cpu_time"] for row in rows if row.get("aggregate_name") == "median"}
+
+
+def exponent(points):
+    """Slope of the line through the logarithms: the power with which the time grows."""
+    logs = [(math.log(size), math.log(value)) for size, value in points]
+    mean_x = sum(x for x, _ in logs) / len(logs)
+    mean_y = sum(y for _, y in logs) / len(logs)
+    return sum((x - mean_x) * (y - mean_y) for x, y in logs) / sum((x - mean_x) ** 2 for x, _ in logs)
+
+
+def cpu_of(command):
+    """CPU time [ms] of a whole process, the least of twenty runs."""
+    best = math.inf
+    for _ in range(20):
+        before = resource.getrusage(resource.RUSAGE_CHILDREN)
+        subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+        after = resource.getrusage(resource.RUSAGE_CHILDREN)
+        best = min(best, after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime)
+    return best * 1000.0
+
+
+def wall_of(command):
+    """Wall time [s] of a whole process, the least of three runs."""
+    best = math.inf
+    for _ in range(3):
+        start = time.monotonic()
+        subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+        best = min(best, time.monotonic() - start)
+    return best
+
+
+def main():
+    folder = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else "build/bench/bin")
+    times = medians(folder / "sizing_bench")
+    ratio = times["WholeRun/10000/16"] / times["ReadCandidates/10000"]
+    print(f"whole run over 10,000 candidates and 16 steps / reading them: {ratio:.2f}")
+    candidates = [(n, times[f"EngineAlone/{n}/16"]) for n in (100, 1000, 10000, 100000)]
+    print(f"engine alone, exponent over 100 to 100,000 candidates: {exponent(candidates):.3f}")
+    steps = [(n, times[f"EngineAlone/10000/{n}"]) for n in (1, 4, 16, 64, 256)]
+    print(f"engine alone, exponent over 1 to 256 steps: {exponent(steps):.3f}")
+    cli = folder / "genvara-cli"
+    samples = pathlib.Path(__file__).resolve().parent.parent / "samples"
+    print(f"size on a sample, whole process: {cpu_of([cli, 'size', samples / 'hospital.prj']):.1f} ms of CPU")
+    with tempfile.TemporaryDirectory() as temporary:
+        projects = []
+        sources = sorted(samples.glob("*.prj"))
+        for i in range(1000):
+            link = pathlib.Path(temporary) / f"{i}.prj"
+            os.symlink(sources[i % len(sources)], link)
+            projects.append(str(link))
+        one = wall_of([cli, "size", "--json", "--jobs", "1", *projects])
+        two = wall_of([cli, "size", "--json", "--jobs", "2", *projects])
+        print(f"1,000 projects, --jobs 1 / --jobs 2: {one / two:.2f}")
+
+
+if __name__ == "__main__":
+    main()
