@@ -37,8 +37,8 @@ JsonText& JsonText::EndArray() {
 }
 
 JsonText& JsonText::Key(std::string_view name) {
-    Value(name);
-    m_text += ':';
+    Separate();
+    m_text.append(1, '"').append(name).append("\":");
     m_needsComma = false;
     return *this;
 }

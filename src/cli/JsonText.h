@@ -15,6 +15,7 @@ class JsonText {
     JsonText& EndObject();
     JsonText& BeginArray();
     JsonText& EndArray();
+    /// A name of our own, which has nothing to escape.
     JsonText& Key(std::string_view name);
 
     JsonText& Value(double number);

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
-#include <condition_variable>
 #include <cstddef>
+#include <exception>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -66,33 +67,30 @@ Outcome SizeOne(const std::string& file, const ProjectArguments& arguments,
     return outcome;
 }
 
-/// Sizes every project, on as many threads as asked for, and hands the outcomes over in the order of the
-/// arguments as soon as each one's turn has come.
+/// Sizes every project, on as many threads as asked for. Outcomes are handed over in the order of the
+/// arguments, by whichever thread finishes the one whose turn it is.
 class Batch {
   public:
-    Batch(const ProjectArguments& arguments, const SharedCatalogue& catalogue)
-        : m_arguments(&arguments), m_catalogue(&catalogue), m_outcomes(arguments.files.size()) {}
+    using Consumer = std::function<void(const Outcome&)>;
 
-    template <typename Consumer>
-    void Run(Consumer consume) {
-        if (m_arguments->jobs <= 1) {
-            for (const std::string& file : m_arguments->files) {
-                consume(SizeOne(file, *m_arguments, *m_catalogue));
+    Batch(const ProjectArguments& arguments, const SharedCatalogue& catalogue, Consumer consumer)
+        : m_arguments(&arguments),
+          m_catalogue(&catalogue),
+          m_consumer(std::move(consumer)),
+          m_outcomes(arguments.files.size()) {}
+
+    /// @throws RaisedError of the consumer.
+    void Run() {
+        {
+            const auto threads = std::min(static_cast<std::size_t>(m_arguments->jobs), m_outcomes.size());
+            std::vector<std::jthread> workers;
+            for (std::size_t i = 1; i < threads; ++i) {
+                workers.emplace_back([this] { Work(); });
             }
-            return;
+            Work();
         }
-        const auto count = std::min(static_cast<std::size_t>(m_arguments->jobs), m_outcomes.size());
-        std::vector<std::jthread> workers;
-        for (std::size_t i = 0; i < count; ++i) {
-            workers.emplace_back([this] { Work(); });
-        }
-        try {
-            for (std::size_t i = 0; i < m_outcomes.size(); ++i) {
-                consume(Await(i));
-            }
-        } catch (...) {
-            m_next = m_outcomes.size();  // nobody reads what is still to come
-            throw;
+        if (m_failure) {
+            std::rethrow_exception(m_failure);
         }
     }
 
@@ -102,24 +100,30 @@ class Batch {
             Outcome outcome = SizeOne(m_arguments->files[i], *m_arguments, *m_catalogue);
             const std::lock_guard lock(m_mutex);
             m_outcomes[i] = std::move(outcome);
-            m_ready.notify_one();
+            HandOver();
         }
     }
 
-    Outcome Await(std::size_t index) {
-        std::unique_lock lock(m_mutex);
-        m_ready.wait(lock, [&] { return m_outcomes[index].has_value(); });
-        Outcome outcome = std::move(*m_outcomes[index]);
-        m_outcomes[index].emplace();
-        return outcome;
+    void HandOver() {
+        while (m_due < m_outcomes.size() && m_outcomes[m_due] && !m_failure) {
+            try {
+                m_consumer(*m_outcomes[m_due]);
+            } catch (...) {
+                m_failure = std::current_exception();
+                m_next = m_outcomes.size();  // nobody reads what is still to come
+            }
+            m_outcomes[m_due++].reset();
+        }
     }
 
     const ProjectArguments* m_arguments;
     const SharedCatalogue* m_catalogue;
+    Consumer m_consumer;
     std::vector<std::optional<Outcome>> m_outcomes;
     std::atomic<std::size_t> m_next{0};
     std::mutex m_mutex;
-    std::condition_variable m_ready;
+    std::size_t m_due = 0;
+    std::exception_ptr m_failure;
 };
 
 /// Every project answers with the failure of the database that they share.
@@ -157,7 +161,7 @@ int RunSize(const ProjectArguments& arguments) {
     const SharedCatalogue catalogue{.gensets = *gensets, .motors = motors, .connections = connections};
     Status worst = Status::Done;
     bool first = true;
-    Batch(arguments, catalogue).Run([&](const Outcome& outcome) {
+    Batch batch(arguments, catalogue, [&](const Outcome& outcome) {
         const bool separate = !arguments.json && !first && !outcome.output.empty();
         Print(separate ? "\n" + outcome.output : outcome.output);
         if (!outcome.complaint.empty()) {
@@ -166,6 +170,7 @@ int RunSize(const ProjectArguments& arguments) {
         worst = std::max(worst, outcome.status);
         first = first && outcome.output.empty();
     });
+    batch.Run();
     return static_cast<int>(worst);
 }
 
