@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "clsTRX_Registry.h"
+
 namespace genvara {
 
 /// The values that a new project starts from: user, customer and the requirements of the site.
@@ -69,7 +71,18 @@ class CDefaults {
     void MaxHarmonics(std::int32_t percent);
     [[nodiscard]] std::int32_t MaxHarmonics() const noexcept { return m_values.maxHarmonics; }
 
+    /// Writes all thirteen values under the key. Never fails: a store that cannot be written keeps what it
+    /// had.
+    void SaveDefaults(clsTRX_Registry& registry, const std::string& subkey) const;
+
+    /// Replaces the values by those of the key, as they stand there.
+    /// @throws RaisedError 3 "Error reading defaults from system registry." from "CDefaults::ReadDefaults" if
+    ///         the key or any of its values is missing; all values are then the factory's.
+    void ReadDefaults(clsTRX_Registry& registry, const std::string& subkey);
+
   private:
+    void SetFactoryDefaults() { m_values = Values{}; }
+
     /// The thirteen values with their factory defaults.
     struct Values {
         std::string userName;

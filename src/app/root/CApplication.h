@@ -1,0 +1,107 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "Brand.h"
+#include "CDefaults.h"
+#include "CDesigner.h"
+#include "CLoadProfile.h"
+#include "CProject.h"
+#include "CPwrSys.h"
+#include "DateTime.h"
+#include "GensetDatabase.h"
+#include "MotorConversions.h"
+#include "SettingsFile.h"
+#include "clsTRX_Registry.h"
+
+namespace genvara {
+
+/// Folder from which the program was started.
+[[nodiscard]] std::filesystem::path ProgramFolder();
+
+/// What an application is started with; the defaults are those of the real program.
+struct StartConditions {
+    std::filesystem::path programFolder = ProgramFolder();
+    std::filesystem::path settingsFile = SettingsFile::DefaultPath();
+    std::int32_t brandLabel = BuiltBrand();
+    Clock clock = LocalTime;
+};
+
+/// Root of the object graph: owns one of each model object, the sizing engine, the user's defaults and the
+/// settings store, and wires them. The model objects are refilled in place and never replaced.
+class CApplication {
+  public:
+    explicit CApplication(StartConditions conditions = {});
+    /// Writes the options and releases what the application owns.
+    ~CApplication();
+    CApplication(const CApplication&) = delete;
+    CApplication& operator=(const CApplication&) = delete;
+    CApplication(CApplication&&) = delete;
+    CApplication& operator=(CApplication&&) = delete;
+
+    /// Folder that the project file dialogs offer first; empty at construction.
+    void ProjectPath(std::string folder);
+    [[nodiscard]] const std::string& ProjectPath() const noexcept { return m_projectPath; }
+
+    /// Whether panels and reports show SI units; false at construction. The model always stores them.
+    void IsMetric(bool metric) noexcept { m_isMetric = metric; }
+    [[nodiscard]] bool IsMetric() const noexcept { return m_isMetric; }
+
+    /// Brand of this build.
+    [[nodiscard]] std::int32_t BrandLabel() const noexcept { return m_conditions.brandLabel; }
+
+    /// Key below which this version keeps its settings: each version has its own.
+    [[nodiscard]] static std::string BaseRegistrySubkey();
+
+    /// The genset database beside the program, as a connection string.
+    [[nodiscard]] std::string DBConnectStr() const;
+    /// File of that database.
+    [[nodiscard]] std::filesystem::path DatabaseFile() const;
+
+    /// Help file, in the program folder.
+    [[nodiscard]] const std::string& HelpFile() const noexcept { return m_helpFile; }
+
+    // The objects of the graph; there from the end of `Run`'s initialisation on.
+    [[nodiscard]] clsTRX_Registry& Registry() noexcept { return *m_registry; }
+    [[nodiscard]] CDefaults& Defaults() noexcept { return *m_defaults; }
+    [[nodiscard]] CProject& Project() noexcept { return *m_project; }
+    [[nodiscard]] CPwrSys& PowerSystem() noexcept { return *m_powerSystem; }
+    [[nodiscard]] CDesigner& Designer() noexcept { return *m_designer; }
+    [[nodiscard]] CLoadProfile& LoadProfile() noexcept { return *m_loadProfile; }
+    [[nodiscard]] GensetDatabase& Database() noexcept { return *m_database; }
+    [[nodiscard]] const MotorConversions& Motors() const noexcept { return m_motors; }
+
+    /// Reads the motor tables into the object that loads and reader share; what cannot be read is left out
+    /// without a word.
+    void LoadMotorConversions() noexcept;
+
+    /// Creates the objects, reads the options and shows the main window.
+    /// @param showMainWindow loads and shows the window; called at most once.
+    /// @return false if anything failed on the way: the program then ends without a word.
+    bool Run(const std::function<void(CApplication&)>& showMainWindow);
+
+  private:
+    void Initialize();
+    void RestoreOptions();
+    void StoreOptions();
+
+    StartConditions m_conditions;
+    std::string m_projectPath;
+    bool m_isMetric = false;
+    std::string m_helpFile;
+    SettingsFile m_settings;
+    MotorConversions m_motors;
+    std::unique_ptr<clsTRX_Registry> m_registry;
+    std::unique_ptr<CDefaults> m_defaults;
+    std::unique_ptr<CProject> m_project;
+    std::unique_ptr<CPwrSys> m_powerSystem;
+    std::unique_ptr<CLoadProfile> m_loadProfile;
+    std::unique_ptr<GensetDatabase> m_database;
+    std::unique_ptr<CDesigner> m_designer;
+};
+
+}  // namespace genvara
