@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 namespace genvara {
@@ -12,6 +13,12 @@ struct MotorConversions {
     std::vector<double> MotorRunningKW;   ///< Real power drawn while running [kW].
     std::vector<double> MotorRunningKVA;  ///< Apparent power drawn while running [kVA].
     std::vector<double> MotorStartPF;     ///< Power factor while starting, per unit.
+};
+
+/// A code letter with the locked-rotor kVA that it stands for.
+struct CodeLetterRecord {
+    std::string CodeLetter;
+    double LRkVAPerHP = 0.0;  ///< kVA per horsepower
 };
 
 }  // namespace genvara

@@ -65,10 +65,4 @@ struct ConnectionRecord {
     std::int32_t phases = 0;
 };
 
-/// A row of [Motor Code Letters].
-struct CodeLetterRecord {
-    std::string CodeLetter;
-    double LRkVAPerHP = 0.0;
-};
-
 }  // namespace genvara

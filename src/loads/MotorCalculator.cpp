@@ -1,0 +1,385 @@
+#include "MotorCalculator.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+#include "KeyFilters.h"
+#include "LanguageErrors.h"
+#include "NumberText.h"
+#include "mdlUtility.h"
+
+namespace genvara {
+namespace {
+
+/// Share of the starting power factor that an unloaded start keeps.
+constexpr double kUnloadedFactor = 0.65;
+/// Root of 3 as the click on the three-phase button has it; elsewhere the root itself is taken.
+constexpr double kRootOfThree = 1.73205;
+constexpr double kPerKilo = 1000.0;
+constexpr std::int32_t kNoIndex = -1;
+constexpr std::int32_t kSolidStateIndex = starting_method::kSolidState - 1;
+
+struct LetterBand {
+    double fromHP;
+    std::string_view letter;
+};
+
+/// Usual code letter by size, largest motors first; the first band that holds counts.
+constexpr std::array<LetterBand, 7> kLetterBands{
+    {{15.0, "F"}, {7.5, "G"}, {5.0, "H"}, {3.0, "J"}, {1.5, "K"}, {1.0, "L"}, {0.0, "M"}}};
+
+std::string Trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace
+
+MotorCalculator::MotorCalculator(const MotorTables& tables, std::int32_t voltage, std::int32_t systemPhases,
+                                 std::string separator)
+    : m_tables(tables),
+      m_voltage(voltage),
+      m_separator(std::move(separator)),
+      m_phaseFactor(systemPhases == 3 ? 3.0 : 1.0) {
+    m_fields.phases = systemPhases == 3 ? 0 : 1;
+}
+
+void MotorCalculator::SolidStateCurrentLimit(std::int32_t percent) {
+    m_currentLimit = percent;
+    UpdateStartingKVA();
+}
+
+void MotorCalculator::PowerChanged(std::string text) {
+    m_fields.txtPower = std::move(text);
+    if (Trimmed(m_fields.txtPower).empty()) {
+        m_fields.txtStartingKVA.clear();
+        m_fields.txtStartingPF.clear();
+        return;
+    }
+    Recompute();
+}
+
+void MotorCalculator::RunAmpsChanged(std::string text) {
+    m_fields.txtRunAmps = std::move(text);
+}
+
+void MotorCalculator::RunAmpsLeft() {
+    m_fields.txtRunAmps = Trimmed(m_fields.txtRunAmps);
+    // The neighbour's text is what the remembered one is held against.
+    if (m_fields.txtPower == m_rememberedRunAmps) {
+        return;
+    }
+    const std::optional<double> amperes = Number(m_fields.txtRunAmps);
+    if (amperes && Number(m_fields.txtPower)) {
+        ApplyRunningKVA(KVAOfAmps(*amperes));
+        m_rememberedRunAmps = m_fields.txtRunAmps;
+    }
+}
+
+void MotorCalculator::StartingKVATyped(std::string text) {
+    m_fields.txtStartingKVA = std::move(text);
+}
+
+void MotorCalculator::StartingPFTyped(std::string text) {
+    m_fields.txtStartingPF = std::move(text);
+}
+
+void MotorCalculator::CodeLetterClicked(std::int32_t index) {
+    m_fields.codeLetterIndex = index;
+    if (index != m_rememberedLetter) {
+        UpdateStartingKVA();
+        m_rememberedLetter = index;
+    }
+}
+
+bool MotorCalculator::StartMethodClicked(std::int32_t index) {
+    m_fields.startMethodIndex = index;
+    if (index == m_rememberedMethod) {
+        return false;
+    }
+    UpdateStartingKVA();
+    m_fields.advancedEnabled = index == kSolidStateIndex;
+    const bool warn = m_warningDue && index != 0;
+    m_warningDue = m_warningDue && !warn;
+    m_rememberedMethod = index;
+    return warn;
+}
+
+void MotorCalculator::LoadedClicked() {
+    m_fields.loaded = true;
+    // Divided, and not multiplied by an inverse, to take an unloaded start's factor back.
+    ChangeStartingPF([](double factor) { return factor / kUnloadedFactor; });
+}
+
+void MotorCalculator::UnloadedClicked() {
+    m_fields.loaded = false;
+    ChangeStartingPF([](double factor) { return factor * kUnloadedFactor; });
+}
+
+void MotorCalculator::ThreePhaseClicked() {
+    m_fields.phases = 0;
+    if (m_phaseFactor == 3.0) {
+        return;
+    }
+    m_phaseFactor = 3.0;
+    const std::optional<double> amperes = Number(m_fields.txtRunAmps);
+    if (m_fields.entryMethod == motor_entry::kAmps && amperes && Number(m_fields.txtPower)) {
+        ApplyRunningKVA(*amperes * m_voltage * kRootOfThree / kPerKilo);
+    }
+}
+
+void MotorCalculator::SinglePhaseClicked(std::int32_t phase) {
+    m_fields.phases = phase;
+    if (m_phaseFactor == 1.0) {
+        return;
+    }
+    m_phaseFactor = 1.0;
+    const std::optional<double> amperes = Number(m_fields.txtRunAmps);
+    if (m_fields.entryMethod == motor_entry::kAmps && amperes && Number(m_fields.txtPower)) {
+        ApplyRunningKVA(*amperes * m_voltage / kPerKilo);
+    }
+}
+
+void MotorCalculator::EntryMethodClicked(std::int32_t method) {
+    m_fields.entryMethod = method;
+    ClearPowerFields();
+}
+
+void MotorCalculator::CurrentLoad(const CMtrLoad& load) {
+    m_fields.phases = load.Phases();
+    m_phaseFactor = load.Phases() == 0 ? 3.0 : 1.0;
+    m_fields.loaded = load.StartsLoaded();
+    if (load.DataEntryMethod() != m_fields.entryMethod) {
+        EntryMethodClicked(load.DataEntryMethod());
+    }
+    switch (load.DataEntryMethod()) {
+        case motor_entry::kHorsepower:
+            PowerChanged(Shown(RenderPlain(load.HP())));
+            break;
+        case motor_entry::kRunningKW:
+            PowerChanged(Shown(RenderPlain(load.RunningRealPower() / kPerKilo)));
+            break;
+        case motor_entry::kAmps:
+            PowerChanged(Shown(RenderPlain(load.StartingAmps())));
+            RunAmpsChanged(Shown(RenderPlain(load.RunningAmps())));
+            break;
+        default:
+            break;
+    }
+    for (std::size_t i = 0; i < m_tables.codeLetters.size(); ++i) {
+        if (m_tables.codeLetters[i].CodeLetter == load.CodeLetter()) {
+            m_fields.codeLetterIndex = static_cast<std::int32_t>(i);
+            m_rememberedLetter = m_fields.codeLetterIndex;
+        }
+    }
+    m_fields.txtStartingKVA = Shown(RenderPlain(load.StartingAppPower() / kPerKilo));
+    m_fields.txtStartingPF = Shown(RenderPlain(load.StartingPF()));
+    m_fields.firePump = load.FirePump();
+    const std::int32_t method = load.StartingMethod() - 1;
+    if (method != m_fields.startMethodIndex && method >= 0 && method <= kSolidStateIndex) {
+        const bool warningDue = std::exchange(m_warningDue, false);
+        (void)StartMethodClicked(method);
+        m_warningDue = warningDue;
+    }
+    m_currentLimit = load.SolidStateCurrentLimit();
+}
+
+void MotorCalculator::StoreInLoad(CMtrLoad& load, Field& current) const {
+    current = Field::None;
+    load.StartsLoaded(m_fields.loaded);
+    StoreSize(load, current);
+    current = Field::StartingKVA;
+    load.StartingAppPower(RequireNumber(m_fields.txtStartingKVA) * kPerKilo);
+    current = Field::StartingPF;
+    load.StartingPF(RequireNumber(m_fields.txtStartingPF));
+    current = Field::None;
+    const auto letter = static_cast<std::size_t>(m_fields.codeLetterIndex);
+    load.CodeLetter(m_fields.codeLetterIndex >= 0 && letter < m_tables.codeLetters.size()
+                        ? m_tables.codeLetters[letter].CodeLetter
+                        : "");
+    load.FirePump(m_fields.firePump);
+    load.StartingMethod(m_fields.startMethodIndex + 1);
+    load.SolidStateCurrentLimit(m_currentLimit);
+}
+
+/// The data entry block: the method, its inputs, and the running powers that follow.
+void MotorCalculator::StoreSize(CMtrLoad& load, Field& current) const {
+    const MotorConversions& motors = m_tables.conversions;
+    double kW = 0.0;
+    double kVA = 0.0;
+    load.DataEntryMethod(m_fields.entryMethod);
+    current = Field::Power;
+    const double power = RequireNumber(m_fields.txtPower);
+    if (m_fields.entryMethod == motor_entry::kAmps) {
+        load.StartingAmps(power);
+        current = Field::RunAmps;
+        const double amperes = RequireNumber(m_fields.txtRunAmps);
+        load.RunningAmps(amperes);
+        kVA = KVAOfAmps(amperes);
+        kW = InterpolateXY(kVA, motors.MotorRunningKVA, motors.MotorRunningKW);
+    } else {
+        if (m_fields.entryMethod == motor_entry::kHorsepower) {
+            load.HP(power);
+            kW = InterpolateXY(power, motors.MotorHP, motors.MotorRunningKW);
+        } else {
+            kW = power;
+        }
+        kVA = InterpolateXY(kW, motors.MotorRunningKW, motors.MotorRunningKVA);
+    }
+    current = Field::Power;
+    load.RunningRealPower(kW * kPerKilo);
+    load.RunningAppPower(kVA * kPerKilo);
+}
+
+void MotorCalculator::SetDefaultCodeLetter(double hp) {
+    for (const LetterBand& band : kLetterBands) {
+        if (hp < band.fromHP) {
+            continue;
+        }
+        for (std::size_t i = 0; i < m_tables.codeLetters.size(); ++i) {
+            if (m_tables.codeLetters[i].CodeLetter == band.letter) {
+                m_fields.codeLetterIndex = static_cast<std::int32_t>(i);
+                m_rememberedLetter = m_fields.codeLetterIndex;
+            }
+        }
+        return;
+    }
+}
+
+void MotorCalculator::ApplyHorsepower(double hp) {
+    SetDefaultCodeLetter(hp);
+    const MotorConversions& motors = m_tables.conversions;
+    const std::string rounded = RenderFixed(InterpolateXY(hp, motors.MotorHP, motors.MotorStartPF), 2);
+    const double factor = ParseNumber(rounded).value_or(0.0) * (m_fields.loaded ? 1.0 : kUnloadedFactor);
+    m_fields.txtStartingPF = Shown(RenderPlain(factor));
+    UpdateStartingKVA();
+}
+
+void MotorCalculator::ApplyRunningKVA(double runningKVA) {
+    ApplyHorsepower(HorsepowerOfKVA(runningKVA));
+}
+
+void MotorCalculator::UpdateStartingKVA() {
+    const std::optional<Size> size = EnteredSize();
+    const auto letter = static_cast<std::size_t>(m_fields.codeLetterIndex);
+    if (!size || m_fields.codeLetterIndex < 0 || letter >= m_tables.codeLetters.size()) {
+        return;
+    }
+    const double lockedKVA = size->hp * m_tables.codeLetters[letter].LRkVAPerHP;
+    const auto method = static_cast<std::size_t>(m_fields.startMethodIndex);
+    double startingKVA = 0.0;
+    if (m_fields.startMethodIndex == kSolidStateIndex) {
+        const double limited = m_currentLimit * size->runningKVA / 100.0;
+        startingKVA = limited < lockedKVA ? limited : lockedKVA;
+    } else {
+        if (m_fields.startMethodIndex < 0 || method >= m_tables.multipliers.size()) {
+            RaiseSubscriptOutOfRange("MotorCalculator::UpdateStartingKVA");
+        }
+        startingKVA = lockedKVA * m_tables.multipliers[method];
+    }
+    m_fields.txtStartingKVA = Shown(RenderFixed(startingKVA, 2));
+}
+
+void MotorCalculator::Recompute() {
+    m_fields.txtPower = Trimmed(m_fields.txtPower);
+    if (m_fields.txtPower == m_rememberedPower) {
+        return;
+    }
+    if (const std::optional<double> power = Number(m_fields.txtPower)) {
+        const MotorConversions& motors = m_tables.conversions;
+        double hp = *power;
+        if (m_fields.entryMethod == motor_entry::kAmps) {
+            const std::optional<double> amperes = Number(m_fields.txtRunAmps);
+            if (!amperes) {
+                return;
+            }
+            hp = HorsepowerOfKVA(KVAOfAmps(*amperes));
+        } else if (m_fields.entryMethod == motor_entry::kRunningKW) {
+            hp = InterpolateXY(*power, motors.MotorRunningKW, motors.MotorHP);
+        }
+        ApplyHorsepower(hp);
+    }
+    m_rememberedPower = m_fields.txtPower;
+}
+
+void MotorCalculator::ClearPowerFields() {
+    m_fields.txtPower.clear();
+    m_fields.txtRunAmps.clear();
+    m_fields.txtStartingKVA.clear();
+    m_fields.txtStartingPF.clear();
+    m_fields.codeLetterIndex = kNoIndex;
+    m_fields.startMethodIndex = 0;
+    m_fields.advancedEnabled = false;
+    m_rememberedPower.clear();
+    m_rememberedLetter = kNoIndex;
+    m_rememberedMethod = kNoIndex;
+    m_warningDue = false;
+}
+
+void MotorCalculator::ChangeStartingPF(double (*change)(double)) {
+    if (const std::optional<double> shown = Number(m_fields.txtStartingPF)) {
+        m_fields.txtStartingPF = Shown(RenderPlain(change(*shown)));
+    }
+}
+
+std::optional<MotorCalculator::Size> MotorCalculator::EnteredSize() const {
+    const MotorConversions& motors = m_tables.conversions;
+    const std::optional<double> power = Number(m_fields.txtPower);
+    if (!power) {
+        return std::nullopt;
+    }
+    if (m_fields.entryMethod == motor_entry::kAmps) {
+        const std::optional<double> amperes = Number(m_fields.txtRunAmps);
+        if (!amperes) {
+            return std::nullopt;
+        }
+        const double runningKVA = KVAOfAmps(*amperes);
+        return Size{.hp = HorsepowerOfKVA(runningKVA), .runningKVA = runningKVA};
+    }
+    const double hp = m_fields.entryMethod == motor_entry::kRunningKW
+                          ? InterpolateXY(*power, motors.MotorRunningKW, motors.MotorHP)
+                          : *power;
+    return Size{.hp = hp, .runningKVA = InterpolateXY(hp, motors.MotorHP, motors.MotorRunningKVA)};
+}
+
+double MotorCalculator::KVAOfAmps(double amperes) const {
+    const double factor = m_fields.phases == 0 ? 3.0 : 1.0;
+    return amperes * m_voltage * std::sqrt(factor) / kPerKilo;
+}
+
+double MotorCalculator::HorsepowerOfKVA(double runningKVA) const {
+    return InterpolateXY(runningKVA, m_tables.conversions.MotorRunningKVA, m_tables.conversions.MotorHP);
+}
+
+std::optional<double> MotorCalculator::Number(const std::string& text) const {
+    return ParseNumber(WithPoint(text, m_separator));
+}
+
+double MotorCalculator::RequireNumber(const std::string& text) const {
+    const std::optional<double> number = Number(text);
+    if (!number) {
+        RaiseTypeMismatch("MotorCalculator::StoreInLoad");
+    }
+    return *number;
+}
+
+std::string MotorCalculator::Shown(std::string number) const {
+    const std::size_t point = number.find('.');
+    return point == std::string::npos ? number : number.replace(point, 1, m_separator);
+}
+
+std::optional<std::int32_t> ParseCurrentLimit(std::string_view text) {
+    const std::optional<double> number = ParseNumber(text);
+    const std::optional<std::int32_t> limit = number ? RoundToInteger(*number) : std::nullopt;
+    const bool within = limit && *limit >= kLeastCurrentLimit && *limit <= kMostCurrentLimit;
+    return within ? limit : std::nullopt;
+}
+
+std::string CurrentLimitBounds() {
+    return fmt::format("( {}% - {}% )", kLeastCurrentLimit, kMostCurrentLimit);
+}
+
+}  // namespace genvara
