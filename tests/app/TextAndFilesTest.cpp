@@ -1,0 +1,213 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+
+#include "AtomicFile.h"
+#include "CodePage.h"
+#include "DateTime.h"
+#include "ErrorLog.h"
+#include "FailureRegion.h"
+#include "KeyFilters.h"
+#include "LanguageErrors.h"
+#include "RaisedErrorMatcher.h"
+#include "TemporaryFolder.h"
+
+namespace genvara {
+namespace {
+
+TEST(CodePage, HoldsEveryByteThroughARoundTrip) {
+    std::string bytes;
+    for (int code = 0; code < 256; ++code) {
+        bytes += static_cast<char>(code);
+    }
+    const EncodedText encoded = EncodeText(DecodeText(bytes));
+    EXPECT_EQ(encoded.bytes, bytes);
+    EXPECT_EQ(encoded.lostCharacters, 0U);
+}
+
+TEST(CodePage, KnowsTheCharactersOfTheWest) {
+    EXPECT_EQ(EncodeText("é€–Ž").bytes, "\xE9\x80\x96\x8E");
+    EXPECT_EQ(DecodeText("\xE9\x80\x96\x8E"), "é€–Ž");
+    EXPECT_EQ(EncodeCharacter(U'€'), '\x80');
+    EXPECT_EQ(EncodeCharacter(U'語'), std::nullopt);
+}
+
+TEST(CodePage, CountsWhatItCannotHold) {
+    const EncodedText encoded = EncodeText(
+        "a語b\xF0\x9F\x98\x80"
+        "c\xFF");
+    EXPECT_EQ(encoded.bytes, "a?b?c?");
+    EXPECT_EQ(encoded.lostCharacters, 3U);
+}
+
+TEST(CodePage, ReadsOnlyValidUtf8) {
+    EXPECT_EQ(DecodeUtf8("aé語"), U"aé語");
+    // Overlong, surrogate, cut short, beyond the last character.
+    EXPECT_EQ(DecodeUtf8("\xC0\x80"), U"\uFFFD\uFFFD");
+    EXPECT_EQ(DecodeUtf8("\xED\xA0\x80"), U"\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(DecodeUtf8("\xE8\xAA"), U"\uFFFD\uFFFD");
+    EXPECT_EQ(DecodeUtf8("\xF4\x90\x80\x80"), U"\uFFFD\uFFFD\uFFFD\uFFFD");
+}
+
+TEST(DateTime, ReadsDatesThatExistAndRendersThemBack) {
+    const DateTime moment{2003, 5, 21, 17, 2, 11};
+    EXPECT_EQ(ParseDateTime("2003-05-21 17:02:11"), moment);
+    EXPECT_EQ(ParseDateTime("2003-05-21"), (DateTime{2003, 5, 21, 0, 0, 0}));
+    EXPECT_EQ(ParseDateTime("2024-02-29"), (DateTime{2024, 2, 29, 0, 0, 0}));
+    for (const char* text : {"", "2003-02-29", "2003-13-01", "2003-05-21 24:00:00", "2003-5-21", "0000-01-01",
+                             "2003-05-21T17:02:11", "2003-05-21 17:02", "21.05.2003"}) {
+        EXPECT_EQ(ParseDateTime(text), std::nullopt) << text;
+    }
+    EXPECT_EQ(RenderFileDate(moment), "2003-05-21 17:02:11");
+    EXPECT_EQ(RenderFileDate({2003, 5, 1, 0, 0, 0}), "2003-05-01");
+    EXPECT_EQ(RenderIso(DateTime{}), "1899-12-30T00:00:00");
+    EXPECT_EQ(RenderLongDate(moment), "May 21, 2003");
+    EXPECT_EQ(RenderLongDate({2003, 12, 1, 0, 0, 0}), "December 1, 2003");
+    EXPECT_EQ(RenderClockTime(moment), "05:02:11 PM");
+    EXPECT_EQ(RenderClockTime({2003, 5, 1, 0, 7, 9}), "12:07:09 AM");
+    EXPECT_EQ(RenderClockTime({2003, 5, 1, 12, 0, 0}), "12:00:00 PM");
+}
+
+TEST(AtomicFile, ReplacesWholeOrNotAtAll) {
+    const TemporaryFolder folder;
+    WriteBytes(folder / "a", "old");
+    chmod((folder / "a").c_str(), 0640);
+    {
+        AtomicFile abandoned(folder / "a");
+        abandoned.Write("new");
+    }
+    EXPECT_EQ(ReadBytes(folder / "a"), "old");
+    {
+        AtomicFile file(folder / "a");
+        file.Write("ne");
+        file.Write("w");
+        file.Commit();
+    }
+    EXPECT_EQ(ReadBytes(folder / "a"), "new");
+    struct stat status {};
+    stat((folder / "a").c_str(), &status);
+    EXPECT_EQ(status.st_mode & 07777, 0640U);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}),
+              1);  // nothing left behind
+}
+
+TEST(AtomicFile, FollowsALink) {
+    const TemporaryFolder folder;
+    WriteBytes(folder / "real", "old");
+    std::filesystem::create_symlink(folder / "real", folder / "link");
+    AtomicFile file(folder / "link");
+    file.Write("new");
+    file.Commit();
+    EXPECT_EQ(ReadBytes(folder / "real"), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+}
+
+TEST(AtomicFile, RefusesFoldersMissingFoldersAndFullDisks) {
+    const TemporaryFolder folder;
+    EXPECT_THAT([&] { AtomicFile(folder.Path()); }, Raises(EISDIR, "AtomicFile", "Is a directory"));
+    EXPECT_THAT([&] { AtomicFile(folder / "no/file"); },
+                Raises(53, "AtomicFile", "No such file or directory"));
+    EXPECT_THAT([] { AtomicFile("/dev/full").Write("x"); },
+                Raises(ENOSPC, "AtomicFile", "No space left on device"));
+}
+
+TEST(AtomicFile, ADiskThatFillsUpLeavesTheOldFile) {
+    const TemporaryFolder folder;
+    WriteBytes(folder / "a", "old");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{1000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_THROW(
+        {
+            AtomicFile file(folder / "a");
+            file.Write(std::string(5000, 'x'));
+            file.Commit();
+        },
+        RaisedError);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(ReadBytes(folder / "a"), "old");
+}
+
+TEST(FailureRegion, GoesOnAndKeepsTheMostRecentFailure) {
+    FailureRegion region;
+    int ran = 0;
+    EXPECT_TRUE(region.Run([&] { ++ran; }));
+    EXPECT_FALSE(region.Run([] { throw RaisedError(1, "a", "first"); }));
+    EXPECT_FALSE(region.Run([] { throw RaisedError(2, "b", "second"); }));
+    EXPECT_TRUE(region.Run([&] { ++ran; }));
+    EXPECT_EQ(ran, 2);
+    EXPECT_EQ(region.Pending()->Number(), 2);
+    region.Clear();
+    EXPECT_FALSE(region.Pending());
+}
+
+TEST(LanguageErrors, CarryTheirNumbers) {
+    EXPECT_THAT([] { (void)Quotient(0, 0, "m"); }, Raises(11, "m", "Division by zero"));
+    EXPECT_THAT([] { (void)Quotient(1e308, 1e-10, "m"); }, Raises(6, "m", "Overflow"));
+    EXPECT_THAT([] { (void)SquareRoot(-1, "m"); }, Raises(5, "m", "Invalid procedure call or argument"));
+    EXPECT_THAT([] { (void)Power(-2, 0.5, "m"); }, Raises(5, "m", "Invalid procedure call or argument"));
+    EXPECT_THAT([] { (void)Power(0, -1, "m"); }, Raises(11, "m", "Division by zero"));
+    EXPECT_THAT([] { (void)Power(1e300, 2, "m"); }, Raises(6, "m", "Overflow"));
+    EXPECT_EQ(Power(2, 10, "m"), 1024.0);
+}
+
+TEST(ErrorLog, AppendsToItsFileOnlyWhenAskedAndAcrossRuns) {
+    const TemporaryFolder folder;
+    for (int run = 0; run < 2; ++run) {
+        ErrorLog log(folder.Path());
+        log.LogError("not in the file");
+        log.LogToFile(true);
+        log.LogDebug("in the file");
+        EXPECT_EQ(log.Text(), "not in the file\r\nin the file\r\n");
+        log.Clear();
+        EXPECT_EQ(log.Text(), "");
+    }
+    EXPECT_EQ(ReadBytes(folder / "err.log"), "in the file\r\n\r\nin the file\r\n\r\n");
+}
+
+TEST(KeyFilters, NumericTakesDigitsAndOneSeparator) {
+    EXPECT_EQ(NumericKeyFilter("1", U'5', "."), KeyVerdict::Pass);
+    EXPECT_EQ(NumericKeyFilter("1", U'.', "."), KeyVerdict::Pass);
+    EXPECT_EQ(NumericKeyFilter("1.", U'.', "."), KeyVerdict::Refuse);
+    EXPECT_EQ(NumericKeyFilter("1", U'.', ","), KeyVerdict::Refuse);
+    EXPECT_EQ(NumericKeyFilter("1", U',', ","), KeyVerdict::Pass);
+    EXPECT_EQ(NumericKeyFilter("", U'-', "."), KeyVerdict::Refuse);
+    EXPECT_EQ(NumericKeyFilter("1", kBackspace, "."), KeyVerdict::Pass);
+    EXPECT_EQ(NumericKeyFilter("1", U'a', "."), KeyVerdict::Refuse);
+    EXPECT_EQ(NumericKeyFilter("1", U'٣', "."), KeyVerdict::Refuse);
+}
+
+TEST(KeyFilters, DigitsAndLengths) {
+    EXPECT_EQ(DigitKeyFilter(U'0'), KeyVerdict::Pass);
+    EXPECT_EQ(DigitKeyFilter(kBackspace), KeyVerdict::Pass);
+    EXPECT_EQ(DigitKeyFilter(U'.'), KeyVerdict::Refuse);
+    EXPECT_EQ(NonZeroDigitKeyFilter(" ", U'0'), KeyVerdict::Refuse);
+    EXPECT_EQ(NonZeroDigitKeyFilter("1", U'0'), KeyVerdict::Pass);
+    EXPECT_EQ(NonZeroDigitKeyFilter("", U'7'), KeyVerdict::Pass);
+    EXPECT_EQ(MaxLengthKeyFilter(2, 0, 3, U'1'), KeyVerdict::Pass);
+    EXPECT_EQ(MaxLengthKeyFilter(3, 0, 3, U'1'), KeyVerdict::Refuse);
+    EXPECT_EQ(MaxLengthKeyFilter(3, 1, 3, U'1'), KeyVerdict::Pass);
+    EXPECT_EQ(MaxLengthKeyFilter(3, 0, 3, kBackspace), KeyVerdict::Pass);
+}
+
+TEST(KeyFilters, TellBadTextsAndCutAtTheZeroCharacter) {
+    EXPECT_FALSE(ValidateNumericText("", "."));
+    EXPECT_FALSE(ValidateNumericText("12.5", "."));
+    EXPECT_FALSE(ValidateNumericText("12,5", ","));
+    EXPECT_TRUE(ValidateNumericText("12.5", ","));
+    EXPECT_TRUE(ValidateNumericText("12,5", "."));
+    EXPECT_TRUE(ValidateNumericText("abc", "."));
+    EXPECT_EQ(StripAtNull(std::string("ab\0c", 4)), "ab");
+    EXPECT_EQ(StripAtNull("abc"), "");
+    EXPECT_FALSE(DecimalSeparator().empty());
+}
+
+}  // namespace
+}  // namespace genvara
