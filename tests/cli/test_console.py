@@ -1,0 +1,327 @@
+"""The console program as a user sees it: whole output, errors, exit status.
+
+    test_console.py GENVARA-CLI SOURCE-FOLDER
+"""
+import csv
+import json
+import os
+import pathlib
+import resource
+import shutil
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM = pathlib.Path(sys.argv[1]).resolve() if len(sys.argv) > 1 else None
+SOURCE = pathlib.Path(sys.argv[2]).resolve() if len(sys.argv) > 2 else None
+
+HEAD = ('8,0,0,1\r\n#2003-05-20 09:15:00#,"C","D",#2003-05-21 17:02:11#,"Job","U"\r\n'
+        '0,25,{connection},60,1,1\r\n20,#FALSE#,15,#FALSE#\r\n20,3,3,480\r\n')
+STEP = '1\r\n"Step 1",15\r\n1\r\n'
+PUMPS = '1,4,"Pumps","",1,0\r\n100000,0.9\r\n'
+
+TOP_KEYS = ["File", "Project", "PowerSystem", "LoadProfile", "Designer", "ChosenSets", "RejectedSets"]
+STEP_KEYS = ["StepNumber", "Description", "MaxVoltageDipOverride", "StepMaxVoltageDip", "TotalRunningRealPower",
+             "TotalRunningImgPower", "TotalRunningApparentPower", "TotalStartingRealPower", "TotalStartingImgPower",
+             "TotalStartingApparentPower", "TotalSixPulseRectPower", "TotalTwelvePulseRectPower",
+             "TotalSixPulseRectFilteredPower", "TotalTwelvePulseRectFilteredPower", "TotalSixPulsePPCPower",
+             "TotalSinglePhaseRectPower", "TotalElectBallastRealPower", "TotalMagBallastRealPower", "HasFirePump",
+             "HasLoadedMotor", "HasMedicalImageLoad", "HasLoadedMotorWithTap65", "GetSmallestMedicalDip", "Props",
+             "Loads"]
+LOAD_KEYS = ["ID", "LoadType", "name", "Description", "Quantity", "Phases", "Summary", "RunningRealPower",
+             "RunningAppPower", "RunningImgPower", "StartingRealPower", "StartingAppPower", "StartingImgPower",
+             "ThreePhaseSixPulseRectPower", "ThreePhaseTwelvePulseRectPower", "ThreePhaseSixPulseRectFilteredPower",
+             "ThreePhaseTwelvePulseRectFilteredPower", "ThreePhaseSixPulsePPCRectPower", "SinglePhaseRectPower",
+             "SinglePhaseElectBallastPower", "SinglePhaseMagBallastPower", "Props"]
+DESIGNER_KEYS = ["TotalRunningKW", "PeakStartingKVA", "VTHD_CalcsValid", "DatabaseVersion", "MinLoading",
+                 "MaxLoading", "MaxSetsRecommended", "MaxSetsUndersized", "NumChosenSets", "NumRejectedSets"]
+SET_KEYS = ["ModelNum", "AltNum", "EngineNum", "FuelType", "NominalRating", "DeratedRating", "StartKVA35",
+            "VoltageDips", "FreqDips", "StepVTHD_A", "StepVTHD_B", "StepVTHD_C", "MaxStepVoltDip", "MaxStepFreqDip",
+            "MaxStepVTHD", "FreqDipAvail"]
+
+
+class Console(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = pathlib.Path(tempfile.mkdtemp())
+        cls.database = cls.folder / "catalogue.db"
+        done = cls.run_program("catalog", "build", SOURCE / "data/catalog", "-o", cls.database)
+        assert done.returncode == 0, done.stderr
+
+    @classmethod
+    def tearDownClass(cls):
+        shutil.rmtree(cls.folder)
+
+    @staticmethod
+    def run_program(*arguments, **options):
+        return subprocess.run([PROGRAM, *map(str, arguments)], capture_output=True, text=True, timeout=60, **options)
+
+    def size(self, *arguments):
+        return self.run_program("size", "--db", self.database, *arguments)
+
+    def project(self, text, name="job.prj"):
+        file = self.folder / name
+        file.write_bytes(text.encode("cp1252"))
+        return file
+
+    def damaged(self, *statements):
+        """A copy of the catalogue's database after some statements."""
+        file = self.folder / "damaged.db"
+        shutil.copy(self.database, file)
+        connection = sqlite3.connect(file)
+        for statement in statements:
+            connection.execute(statement)
+        connection.commit()
+        connection.close()
+        return file
+
+    def error(self, *arguments, status):
+        done = self.size("--json", *arguments)
+        self.assertEqual(done.returncode, status, done.stderr)
+        result = json.loads(done.stdout.splitlines()[-1])
+        self.assertEqual(list(result), ["File", "Error"])
+        self.assertEqual(list(result["Error"]), ["Number", "Source", "Description"])
+        self.assertEqual(len(done.stderr.splitlines()), 1, done.stderr)
+        return result["Error"]
+
+    # --- help and arguments
+
+    def test_help_and_version_go_to_standard_output(self):
+        for arguments in (["--help"], ["size", "--help"], ["check", "--help"], ["catalog", "--help"],
+                          ["catalog", "build", "--help"]):
+            done = self.run_program(*arguments)
+            self.assertEqual((done.returncode, done.stderr), (0, ""), arguments)
+            self.assertIn("--help", done.stdout)
+        self.assertEqual(self.run_program("--version").stdout, "genvara-cli 8.0.0\n")
+
+    def test_arguments_that_are_off_end_with_usage(self):
+        for arguments in ([], ["dance"], ["size"], ["size", "--min-loading", "x", "a.prj"],
+                          ["size", "--min-loading", "-1", "a.prj"], ["size", "--max-loading", "101", "a.prj"],
+                          ["size", "--jobs", "0", "a.prj"], ["size", "--nonsense", "a.prj"], ["catalog"],
+                          ["catalog", "build", "x"], ["check"]):
+            done = self.run_program(*arguments)
+            self.assertEqual((done.returncode, done.stdout), (2, ""), arguments)
+            self.assertIn("Usage:", done.stderr)
+
+    # --- projects
+
+    def test_a_sized_project_has_the_keys_in_their_order(self):
+        done = self.size("--json", SOURCE / "samples/hospital.prj")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertEqual(done.stdout.count("\n"), 1)
+        result = json.loads(done.stdout)
+        self.assertEqual(list(result), TOP_KEYS)
+        self.assertEqual(list(result["Designer"]), DESIGNER_KEYS)
+        for step in result["LoadProfile"]:
+            self.assertEqual(list(step), STEP_KEYS)
+            for load in step["Loads"]:
+                self.assertEqual(list(load), LOAD_KEYS)
+                self.assertEqual([len(row) for row in load["Props"]], [2] * len(load["Props"]))
+        for chosen in result["ChosenSets"]:
+            self.assertEqual(list(chosen), SET_KEYS)
+            self.assertEqual(len(chosen["VoltageDips"]), len(result["LoadProfile"]))
+        for rejected in result["RejectedSets"]:
+            self.assertEqual(list(rejected), ["RejectionReason", "Reasons"] + SET_KEYS)
+            self.assertEqual(bin(rejected["RejectionReason"]).count("1"), len(rejected["Reasons"]))
+
+    def test_every_sample_but_the_quarry_has_sets_in_both_lists(self):
+        for sample in sorted((SOURCE / "samples").glob("*.prj")):
+            result = json.loads(self.size("--json", sample).stdout)
+            self.assertEqual(bool(result["ChosenSets"]), sample.name != "quarry.prj", sample)
+            self.assertTrue(result["RejectedSets"], sample)
+
+    def test_the_table_shows_sets_and_reasons_with_their_figures(self):
+        done = self.size(SOURCE / "samples/quarry.prj")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertIn("Recommended sets: none", done.stdout)
+        self.assertIn("- The allowed voltage dip was exceeded on at least one load step.\n      step 3: ", done.stdout)
+
+    def test_limits_shape_the_lists(self):
+        result = json.loads(self.size("--json", "--max-sets", 2, "--max-undersized", 0, "--min-loading", 0,
+                                      "--max-loading", 100, SOURCE / "samples/office.prj").stdout)
+        self.assertEqual((len(result["ChosenSets"]), len(result["RejectedSets"])), (2, 0))
+        designer = result["Designer"]
+        self.assertEqual([designer[key] for key in DESIGNER_KEYS[4:]], [0, 100, 2, 0, 2, 0])
+
+    def test_several_projects_come_in_order_with_the_highest_status(self):
+        samples = [SOURCE / f"samples/{name}.prj" for name in ("office", "farm", "workshop", "hospital")]
+        arguments = [samples[0], self.folder / "none.prj", *samples[1:]]
+        outputs = []
+        for jobs in (1, 2, 5):
+            done = self.size("--json", "--jobs", jobs, *arguments)
+            self.assertEqual(done.returncode, 3)
+            outputs.append(done.stdout)
+            files = [json.loads(line)["File"] for line in done.stdout.splitlines()]
+            self.assertEqual(files, [str(argument) for argument in arguments])
+        self.assertEqual(len(set(outputs)), 1)
+
+    def test_a_file_that_is_not_there_carries_its_number(self):
+        error = self.error(self.folder / "none.prj", status=3)
+        self.assertEqual(error["Number"], 53)
+        self.assertIn("none.prj", error["Description"])
+
+    def test_what_is_no_project_is_refused(self):
+        self.error(self.folder, status=3)
+        for text in ("", "rubbish", "8,0,0,2\r\n", '"' * 1000, ",,,,\r\n"):
+            self.assertIn("job.prj", self.error(self.project(text), status=3)["Description"])
+
+    def test_fifty_megabytes_of_rubbish_are_refused_with_little_memory(self):
+        file = self.folder / "rubbish.prj"
+        for filling in (b"\x93garbage" * 64, b'"' + b"x" * 511, b"1,2,3,4\n" * 64):
+            with open(file, "wb") as stream:
+                for _ in range(50 * 1024 * 1024 // len(filling)):
+                    stream.write(filling)
+            before = resource.getrusage(resource.RUSAGE_CHILDREN)
+            done = subprocess.run([PROGRAM, "size", "--db", str(self.database), str(file)], capture_output=True,
+                                  timeout=30, preexec_fn=lambda: None)
+            after = resource.getrusage(resource.RUSAGE_CHILDREN)
+            self.assertEqual(done.returncode, 3)
+            self.assertLess(after.ru_utime - before.ru_utime, 20.0)
+            if not os.environ.get("GENVARA_SANITIZED"):
+                self.assertLess(after.ru_maxrss, 100 * 1024)  # kB, of the largest child so far
+        file.unlink()
+
+    def test_a_connection_that_no_row_has_comes_first(self):
+        error = self.error(self.project(HEAD.format(connection=99) + "0\r\n"), status=3)
+        self.assertIn("99", error["Description"])
+
+    def test_an_empty_profile_is_not_sized(self):
+        for text in ("0\r\n", '1\r\n"Step 1",15\r\n0\r\n'):
+            error = self.error(self.project(HEAD.format(connection=1) + text), status=4)
+            self.assertEqual(error, {"Number": 0, "Source": "",
+                                     "Description": "At least one load and load step must be entered."})
+
+    def test_a_load_that_cannot_be_worked_out_fails_its_project_with_candidates_or_without(self):
+        charger = '1,1,"Charger","",1,0\r\n1E+300,1E+300,1,1\r\n'
+        for voltage in ("480", "481"):
+            head = HEAD.format(connection=1).replace(",480\r\n", f",{voltage}\r\n")
+            file = self.project(head + STEP + charger)
+            self.assertEqual(self.error(file, status=4),
+                             {"Number": 6, "Source": "CBatChrgLoad::RunningAppPower", "Description": "Overflow"})
+            self.assertEqual(self.size(file).returncode, 4)
+
+    def test_filters_without_non_linear_load_divide_by_zero(self):
+        ups = '1,7,"UPS","",1,0\r\n1,2,100000,100,10,#TRUE#\r\n'
+        error = self.error(self.project(HEAD.format(connection=1) + STEP + ups), status=4)
+        self.assertEqual(error, {"Number": 11, "Source": "CDesigner::ChooseSets", "Description": "Division by zero"})
+
+    def test_without_candidates_the_totals_are_those_of_a_fresh_designer(self):
+        head = HEAD.format(connection=1).replace(",480\r\n", ",481\r\n")
+        result = json.loads(self.size("--json", self.project(head + STEP + PUMPS)).stdout)
+        designer = result["Designer"]
+        self.assertEqual([designer["TotalRunningKW"], designer["PeakStartingKVA"], designer["VTHD_CalcsValid"]],
+                         [0, 0, False])
+        self.assertEqual(result["LoadProfile"][0]["TotalRunningRealPower"][0], 100000)
+
+    def test_phases_follow_the_connection_and_not_the_file(self):
+        for connection, phases in ((1, 3), (3, 1)):
+            file = self.project(HEAD.format(connection=connection) + STEP + PUMPS)
+            self.assertEqual(json.loads(self.size("--json", file).stdout)["PowerSystem"]["Phases"], phases)
+
+    def test_what_was_passed_over_is_warned_of_and_listed(self):
+        text = HEAD.format(connection=1) + '1\r\n"Step 1",15\r\n2\r\n1,4,"A","",0,0\r\n1000,1\r\n' + PUMPS
+        file = self.project(text)
+        done = self.size("--json", file)
+        self.assertEqual(done.returncode, 0)
+        self.assertEqual(done.stderr,
+                         f'{file}: warning: 1 item of the file could not be used; "check" lists it.\n')
+        done = self.run_program("check", "--db", self.database, file)
+        self.assertEqual((done.returncode, done.stderr), (1, ""))
+        self.assertEqual(done.stdout, f"{file}:9: load 1 of step 1: expected a value that is accepted, "
+                                      "found Load quantity out of range (CMiscLoad::Quantity)\n")
+
+    def test_check_of_sound_and_missing_files(self):
+        sample = SOURCE / "samples/farm.prj"
+        done = self.run_program("check", "--db", self.database, sample)
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, f"{sample}: read without a gap\n", ""))
+        done = self.run_program("check", "--db", self.database, sample, self.folder / "none.prj")
+        self.assertEqual(done.returncode, 3)
+        self.assertEqual(len(done.stderr.splitlines()), 1)
+
+    def test_standard_output_that_is_full_is_told(self):
+        with open("/dev/full", "w") as full:
+            done = subprocess.run([PROGRAM, "size", "--db", self.database, SOURCE / "samples/farm.prj"], stdout=full,
+                                  stderr=subprocess.PIPE, text=True, timeout=60)
+        self.assertEqual(done.returncode, 4)
+        self.assertIn("No space left on device", done.stderr)
+
+    # --- databases
+
+    def test_a_database_that_is_missing_or_none_is_refused(self):
+        project = SOURCE / "samples/farm.prj"
+        text = self.folder / "text.db"
+        text.write_text("no database " * 500)
+        for database, number in ((self.folder / "none.db", 53), (self.folder, 21), (text, None)):
+            done = self.run_program("size", "--json", "--db", database, project, project)
+            self.assertEqual(done.returncode, 3, done.stderr)
+            errors = [json.loads(line)["Error"] for line in done.stdout.splitlines()]
+            self.assertEqual(len(errors), 2)
+            self.assertIn(database.name, errors[0]["Description"])
+            if number is not None:
+                self.assertEqual(errors[0]["Number"], number)
+            self.assertEqual(len(done.stderr.splitlines()), 1)
+
+    def test_a_database_that_lacks_a_table_or_a_column_is_unfit(self):
+        for statement in ('Drop table [Motor Code Letters]', 'Alter table [Gensets] drop column ExpC',
+                          'Delete from [Properties]'):
+            done = self.run_program("size", "--db", self.damaged(statement), SOURCE / "samples/farm.prj")
+            self.assertEqual((done.returncode, done.stdout), (3, ""), statement)
+            self.assertEqual(len(done.stderr.splitlines()), 1)
+
+    def test_a_null_or_a_missing_row_ends_the_run(self):
+        cases = (("Update [Gensets] set LRkVA = null", 13, "CDesigner::ChooseSets"),
+                 ("Update [Gensets] set Rating130C = 'x'", 13, "CDesigner::NominalRating"),
+                 ("Update [Gensets] set StartingPower = null", 13, "CDesigner::EngineStartingPower"),
+                 ("Update [Derate Codes] set AltDerateBase = null", 13, "CDesigner::DeratedRating"),
+                 ("Update [Alternators] set BasekW = null", 13, "CDesigner::ReadAlternator"),
+                 ("Delete from [Derate Codes]", 3021, "GensetDatabase"),
+                 ("Delete from [Alternators]", 3021, "GensetDatabase"))
+        for statement, number, source in cases:
+            done = self.run_program("size", "--json", "--db", self.damaged(statement), SOURCE / "samples/hospital.prj")
+            self.assertEqual(done.returncode, 4, statement)
+            error = json.loads(done.stdout)["Error"]
+            self.assertEqual((error["Number"], error["Source"]), (number, source), statement)
+
+    # --- catalogues
+
+    def test_catalog_build_lists_all_faults_and_leaves_no_file(self):
+        tables = self.folder / "tables"
+        shutil.copytree(SOURCE / "data/catalog", tables)
+        (tables / "Connections.csv").write_text("ID,Connection Type,Phases\nx,Wye,3\n1,Wye\n")
+        target = self.folder / "new.db"
+        done = self.run_program("catalog", "build", tables, "-o", target)
+        self.assertEqual((done.returncode, done.stdout), (3, ""))
+        self.assertEqual(done.stderr.splitlines(),
+                         [f'{tables}/Connections.csv: line 2, column "ID": "x" is no number',
+                          f"{tables}/Connections.csv: line 3: 2 fields where the header has 3",
+                          f"{target} was not built."])
+        self.assertFalse(target.exists())
+        self.assertEqual(self.run_program("catalog", "build", self.folder / "none", "-o", target).returncode, 3)
+
+    def test_catalog_build_takes_a_hundred_thousand_rows(self):
+        tables = self.folder / "large"
+        shutil.copytree(SOURCE / "data/catalog", tables)
+        with open(tables / "Gensets.csv", newline="") as stream:
+            rows = list(csv.reader(stream))
+        with open(tables / "Gensets.csv", "w", newline="") as stream:
+            writer = csv.writer(stream)
+            writer.writerow(rows[0])
+            for index in range(100000):
+                writer.writerow(rows[1 + index % (len(rows) - 1)])
+        done = self.run_program("catalog", "build", tables, "-o", self.folder / "large.db")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        shutil.rmtree(tables)
+
+    def test_catalog_check_names_table_row_and_column(self):
+        done = self.run_program("catalog", "check", self.database)
+        self.assertEqual((done.returncode, done.stdout), (0, f"{self.database}: nothing found\n"))
+        done = self.run_program("catalog", "check", self.damaged("Update [Gensets] set LRkVA = null where rowid = 7"))
+        self.assertEqual((done.returncode, done.stdout, done.stderr),
+                         (1, '[Gensets], row 7, column "LRkVA": is Null\n', ""))
+        self.assertEqual(self.run_program("catalog", "check", self.folder / "none.db").returncode, 3)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
