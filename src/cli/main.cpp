@@ -75,6 +75,10 @@ class CommandLine {
     CommandLine() {
         m_app.set_version_flag("--version", fmt::format("genvara-cli {}", kProgramVersionText));
         m_app.require_subcommand(1);
+        m_app.footer(
+            "Exit status: 0 done; 1 check found something; 2 the arguments are off; 3 a file or the "
+            "database\n"
+            "cannot be read; 4 a run failed. With several projects the highest counts.");
         m_arguments.database = DatabaseBesideProgram();
         AddSize();
         AddCheck();
