@@ -115,7 +115,9 @@ std::optional<std::string> ValueReader::TakeBounded(std::string_view expected) {
     std::optional<std::string> value = TakeValue(Length::Bounded);
     if (!value) {
         Refuse(expected, value);
+        return std::nullopt;
     }
+    TrimEnd(*value);
     return value;
 }
 
@@ -158,7 +160,6 @@ void ValueReader::ReadUnquoted(std::string& value, std::size_t most) {
         }
         Advance();
     }
-    TrimEnd(value);
     SkipDelimiter();
 }
 

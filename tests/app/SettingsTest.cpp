@@ -48,8 +48,11 @@ TEST_F(Settings, KeepTextAndIntegersApartByRootPathAndName) {
     EXPECT_EQ(registry.Value("FromInteger", REG_SZ), Variant("42"));
     EXPECT_THAT([&] { (void)registry.Value("Name", REG_DWORD); }, testing::Throws<RaisedError>());
     registry.CloseKey();
-    registry.RootKey(1);
+    registry.RootKey(HKEY_LOCAL_MACHINE - 1);  // another root: nothing is there
     EXPECT_THAT([&] { registry.OpenKey(); }, Raises(0x800403EC, "clsTRX_Registry", "Key does not exist"));
+    registry.RootKey(1);
+    EXPECT_THAT([&] { registry.OpenKey(); },
+                Raises(0x800403E8, "clsTRX_Registry", "Cann't open parent key."));
 }
 
 TEST_F(Settings, OpenKeyTellsWhetherItCreated) {

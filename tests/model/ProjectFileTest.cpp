@@ -138,6 +138,15 @@ TEST(ProjectFile, KeepsCommasAccentsAndLineBreaksButNoQuotes) {
     EXPECT_EQ(RenderProject(model.All(), {8, 0, 0}, kSaved).lostCharacters, 2U);
 }
 
+TEST(ProjectFile, TextWithoutQuotesRunsToTheDelimiter) {
+    std::string text = kExample;
+    text.replace(text.find("\"Customer\""), 10, "  A \"quoted\" word ");
+    Model model;
+    model.Read(text);
+    EXPECT_EQ(model.project.Customer(), "A \"quoted\" word ");
+    EXPECT_EQ(model.project.ProjName(), "Job");
+}
+
 TEST(ProjectFile, AStatementThatFailsLeavesItsRestAtZero) {
     // The third value of the power system's first record is no number: 100 m and 30 °C stand, the rest is 0,
     // which the connection takes and the frequency and the number of sets refuse. The next statement begins

@@ -16,6 +16,7 @@ namespace genvara {
 namespace {
 
 constexpr const char* kSource = "clsTRX_Registry";
+constexpr std::int32_t kCannotOpenParent = errors::FromBase(1000);
 constexpr std::int32_t kKeyDoesNotExist = errors::FromBase(1004);
 constexpr std::int32_t kNoKeyOpened = errors::FromBase(1006);
 constexpr std::int32_t kUnimplementedType = errors::FromBase(1007);
@@ -25,6 +26,10 @@ constexpr std::int32_t kUnknownError = errors::FromBase(1009);
 constexpr std::int32_t kSystemNotFound = 2;
 constexpr std::int32_t kSystemInvalidData = 13;
 constexpr std::int32_t kSystemMoreData = 234;
+
+// The predefined roots; a key below any other handle has no parent.
+constexpr auto kFirstRoot = static_cast<std::int32_t>(0x80000000);
+constexpr auto kLastRoot = static_cast<std::int32_t>(0x80000006);
 
 constexpr std::size_t kLongestText = 255;
 
@@ -107,6 +112,9 @@ clsTRX_Registry::Variant clsTRX_Registry::Value(const std::string& name, std::in
 }
 
 std::int32_t clsTRX_Registry::OpenKey() {
+    if (m_rootKey < kFirstRoot || m_rootKey > kLastRoot) {
+        throw RaisedError(kCannotOpenParent, kSource, "Cann't open parent key.");
+    }
     const SettingsKey key{.root = m_rootKey, .path = m_subKey};
     std::int32_t result = kExisted;
     if (!OnStore([&] { return m_store->HasKey(key); })) {

@@ -20,7 +20,7 @@ inline constexpr auto HKEY_LOCAL_MACHINE = static_cast<std::int32_t>(0x80000002)
 /// One open key of the settings store.
 ///
 /// Callers set `SubKey` and `AutoCreate`, open the key, work with its values and close it. Every problem is
-/// raised; nothing is caught here. Numbers of the class are 0x80040000 and an offset: 1004 "Key does not
+/// raised; nothing is caught here. Numbers of the class are 0x80040000 and an offset: 1000 "Cann't open parent key.", 1004 "Key does not
 /// exist", 1006 "No key opened", 1007 "Unimplemented registry type", 1009 "Unknown Error No. " with the
 /// system's code.
 class clsTRX_Registry {
@@ -55,7 +55,8 @@ class clsTRX_Registry {
     [[nodiscard]] Variant Value(const std::string& name, std::int32_t type) const;
 
     /// Opens `SubKey` below `RootKey`; 1 if the key was created, 2 if it existed. Does not close another one.
-    /// @throws RaisedError 0x800403EC "Key does not exist"; 0x800403F1 as `Value`.
+    /// @throws RaisedError 0x800403E8 "Cann't open parent key." for a root that is none of the predefined
+    ///         ones; 0x800403EC "Key does not exist"; 0x800403F1 as `Value`.
     std::int32_t OpenKey();
 
     /// Closes the open key, if there is one.
