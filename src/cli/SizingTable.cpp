@@ -11,6 +11,7 @@
 
 #include "NumberText.h"
 #include "RejectionReasons.h"
+#include "StringTable.h"
 #include "TextTable.h"
 
 namespace genvara {
@@ -21,16 +22,14 @@ using Align = TextTable::Align;
 constexpr std::size_t kLongestName = 40;
 constexpr std::string_view kNoFigure = "-";
 
-/// By fuel code.
-constexpr std::array<std::string_view, 5> kFuels{"Any Fuel", "Diesel", "Nat. Gas", "L.P.", "Gasoline"};
-/// By temperature rise and duty code.
-constexpr std::array<std::string_view, 5> kDuties{"80C Continuous", "105C Prime", "125C Prime",
-                                                  "130C Standby", "150C Standby"};
+// Strings of the fuels and of the temperature rises and duties, by code.
+constexpr std::array<std::int32_t, 5> kFuels{149, 145, 146, 147, 148};
+constexpr std::array<std::int32_t, 5> kDuties{520, 521, 522, 523, 524};
 
-template <std::size_t Count>
-std::string TextOf(const std::array<std::string_view, Count>& texts, std::int32_t code) {
-    const bool known = code >= 0 && code < static_cast<std::int32_t>(Count);
-    return known ? std::string(texts[static_cast<std::size_t>(code)]) : fmt::format("code {}", code);
+std::string TextOf(const std::array<std::int32_t, 5>& strings, std::int32_t code) {
+    const bool known = code >= 0 && code < static_cast<std::int32_t>(strings.size());
+    return known ? std::string(StringTable::Text(strings[static_cast<std::size_t>(code)]))
+                 : fmt::format("code {}", code);
 }
 
 std::string Percent(double figure) {

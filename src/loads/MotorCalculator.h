@@ -12,17 +12,11 @@
 
 namespace genvara {
 
-/// The starting methods in the order of the list, so that the index is the code less one.
-inline constexpr std::array<std::string_view, 6> kStartMethodTexts{"Across the Line",
-                                                                   "Autotransformer w/ 80% Tap",
-                                                                   "Autotransformer w/ 65% Tap",
-                                                                   "Part Winding",
-                                                                   "Wye-Delta",
-                                                                   "Solid State"};
+/// Strings of the starting methods in the order of the list, so that the index is the code less one.
+inline constexpr std::array<std::int32_t, 6> kStartMethodStrings{750, 751, 752, 753, 754, 755};
 
-/// Message of the first reduced-voltage starter that is chosen.
-inline constexpr std::string_view kStarterWarning =
-    "The genset voltage dip adds to the reduced voltage of the motor starter to reduce starting torque.";
+/// String of the message that the first reduced-voltage starter brings.
+inline constexpr std::int32_t kStarterWarningString = 800;
 
 /// Tables of the genset database that a motor is worked out by. They outlive the calculator.
 struct MotorTables {
@@ -79,7 +73,8 @@ class MotorCalculator {
 
     // Clicks.
     void CodeLetterClicked(std::int32_t index);
-    /// @return true if `kStarterWarning` is to be shown: once an opening, and not after a change of the data
+    /// @return true if the starter's warning is to be shown: once an opening, and not after a change of the
+    /// data
     ///         entry method.
     [[nodiscard]] bool StartMethodClicked(std::int32_t index);
     void LoadedClicked();

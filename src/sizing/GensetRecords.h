@@ -15,7 +15,7 @@ struct SiteFilter {
     std::int32_t voltage = 0;      ///< line-to-line volts
     std::int32_t fuel = 0;         ///< fuel code; 0 leaves the fuel free
 
-    auto operator<=>(const SiteFilter&) const = default;
+    auto operator<=>(const SiteFilter&) const = default;  // NOLINT(modernize-use-nullptr): none is meant
 };
 
 /// A row of [Gensets].

@@ -41,7 +41,7 @@ void RaiseSystemError(int systemError, std::string_view source, std::string_view
     throw RaisedError(number, std::string(source), text);
 }
 
-AtomicFile::AtomicFile(std::filesystem::path target) : m_target(FollowLink(target)) {
+AtomicFile::AtomicFile(const std::filesystem::path& target) : m_target(FollowLink(target)) {
     struct stat existing {};
     if (stat(m_target.c_str(), &existing) != 0) {
         CreateTemporary();
@@ -84,7 +84,7 @@ void AtomicFile::CreateTemporary() {
     }
 }
 
-void AtomicFile::Write(std::string_view bytes) {
+void AtomicFile::Write(std::string_view bytes) const {
     while (!bytes.empty()) {
         const ssize_t written = write(m_descriptor, bytes.data(), bytes.size());
         if (written < 0) {

@@ -16,7 +16,7 @@ class AtomicFile {
   public:
     /// @throws RaisedError 53 for a missing folder, else the system's number, from "AtomicFile"; the
     ///         description is the system's own.
-    explicit AtomicFile(std::filesystem::path target);
+    explicit AtomicFile(const std::filesystem::path& target);
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
@@ -24,7 +24,7 @@ class AtomicFile {
     AtomicFile& operator=(AtomicFile&&) = delete;
 
     /// @throws RaisedError as the constructor, for instance on a full disk.
-    void Write(std::string_view bytes);
+    void Write(std::string_view bytes) const;
 
     /// Puts the new content in the target's place.
     /// @throws RaisedError as the constructor; the target is then unchanged.

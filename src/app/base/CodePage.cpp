@@ -31,7 +31,7 @@ struct CodePageMap {
     std::map<char32_t, char> byte;
 
     CodePageMap() {
-        const iconv_t converter = iconv_open("WCHAR_T", "WINDOWS-1252");
+        iconv_t converter = iconv_open("WCHAR_T", "WINDOWS-1252");
         const bool available = converter != reinterpret_cast<iconv_t>(-1);  // NOLINT: the interface's failure
         for (unsigned code = 0; code < character.size(); ++code) {
             const auto value = static_cast<unsigned char>(code);

@@ -17,7 +17,7 @@ struct DateTime {
     int minute = 0;
     int second = 0;
 
-    auto operator<=>(const DateTime&) const = default;
+    auto operator<=>(const DateTime&) const = default;  // NOLINT(modernize-use-nullptr): none is meant
 };
 
 /// Tells the present time; handed to whoever needs it, so that files and reports can be reproduced.

@@ -35,14 +35,15 @@ Decimal ToDecimal(double magnitude) {
 
 /// Adds one in the last place; a carry out of the first digit lengthens the text.
 void Increment(std::string& digits) {
-    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
-        if (*digit != '9') {
-            ++*digit;
-            return;
-        }
-        *digit = '0';
+    const std::size_t last = digits.find_last_not_of('9');
+    std::fill(
+        last == std::string::npos ? digits.begin() : digits.begin() + static_cast<std::ptrdiff_t>(last) + 1,
+        digits.end(), '0');
+    if (last == std::string::npos) {
+        digits.insert(0, 1, '1');
+    } else {
+        ++digits[last];
     }
-    digits.insert(0, 1, '1');
 }
 
 /// The value times 10^decimals as digits, rounded half away from zero.
@@ -62,7 +63,7 @@ std::string ScaledDigits(const Decimal& value, int decimals) {
     return digits.empty() ? "0" : digits;
 }
 
-std::string WithSign(bool negative, std::string text) {
+std::string WithSign(bool negative, const std::string& text) {
     const bool isZero = text.find_first_not_of("0.") == std::string::npos;
     return negative && !isZero ? "-" + text : text;
 }

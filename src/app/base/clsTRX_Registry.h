@@ -20,9 +20,9 @@ inline constexpr auto HKEY_LOCAL_MACHINE = static_cast<std::int32_t>(0x80000002)
 /// One open key of the settings store.
 ///
 /// Callers set `SubKey` and `AutoCreate`, open the key, work with its values and close it. Every problem is
-/// raised; nothing is caught here. Numbers of the class are 0x80040000 and an offset: 1000 "Cann't open parent key.", 1004 "Key does not
-/// exist", 1006 "No key opened", 1007 "Unimplemented registry type", 1009 "Unknown Error No. " with the
-/// system's code.
+/// raised; nothing is caught here. Numbers of the class are 0x80040000 and an offset: 1000 "Cann't open
+/// parent key.", 1004 "Key does not exist", 1006 "No key opened", 1007 "Unimplemented registry type", 1009
+/// "Unknown Error No. " with the system's code.
 class clsTRX_Registry {
   public:
     using Variant = std::variant<std::string, std::int32_t>;

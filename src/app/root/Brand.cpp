@@ -5,12 +5,21 @@
 #include <array>
 #include <cstddef>
 
+#include "StringTable.h"
+
 namespace genvara {
 namespace {
 
+/// Strings of a brand.
+struct BrandStrings {
+    std::int32_t brandWord;
+    std::int32_t productName;
+    std::int32_t webCaption;
+};
+
 /// By label.
-constexpr std::array<BrandWords, 2> kBrands{
-    {{"Morvane", "Genvara", "Morvane on the &Web"}, {"Caldrix", "Ohmvane", "Caldrix on the &Web"}}};
+constexpr std::array<BrandStrings, 2> kBrands{{{10, 11, 87}, {20, 21, 88}}};
+constexpr std::int32_t kHelpFileString = 12;
 
 bool IsBrand(std::int32_t label) noexcept {
     return label >= 0 && label < static_cast<std::int32_t>(kBrands.size());
@@ -23,7 +32,17 @@ std::int32_t BuiltBrand() noexcept {
 }
 
 BrandWords WordsOf(std::int32_t label) noexcept {
-    return IsBrand(label) ? kBrands[static_cast<std::size_t>(label)] : BrandWords{};
+    if (!IsBrand(label)) {
+        return {};
+    }
+    const BrandStrings& strings = kBrands[static_cast<std::size_t>(label)];
+    return {.brandWord = StringTable::Text(strings.brandWord),
+            .productName = StringTable::Text(strings.productName),
+            .webCaption = StringTable::Text(strings.webCaption)};
+}
+
+std::string_view HelpFileName() noexcept {
+    return StringTable::Text(kHelpFileString);
 }
 
 std::string WindowCaption(std::int32_t label, std::string_view projectName) {

@@ -26,7 +26,7 @@ struct BrandWords {
 [[nodiscard]] BrandWords WordsOf(std::int32_t label) noexcept;
 
 /// Help file, relative to the program folder. Start-up takes it whatever the brand is.
-inline constexpr std::string_view kHelpFileName = "\\GVHelp\\Helpfile.hlp";
+[[nodiscard]] std::string_view HelpFileName() noexcept;
 
 /// Caption of the main window: brand word, product name, and the project's name unless it is blank.
 [[nodiscard]] std::string WindowCaption(std::int32_t label, std::string_view projectName);

@@ -64,7 +64,7 @@ bool CApplication::Run(const std::function<void(CApplication&)>& showMainWindow)
 }
 
 void CApplication::Initialize() {
-    m_helpFile = m_conditions.programFolder.string() + std::string(kHelpFileName);
+    m_helpFile = m_conditions.programFolder.string() + std::string(HelpFileName());
     m_registry = std::make_unique<clsTRX_Registry>(m_settings);
     m_defaults = std::make_unique<CDefaults>();
     FailureRegion region;
