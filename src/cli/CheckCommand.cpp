@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "CommandLine.h"
+#include "OpenCatalogue.h"
 #include "Output.h"
 #include "SizedProject.h"
 
@@ -46,11 +47,8 @@ Status CheckOne(const std::string& file, const SharedCatalogue& catalogue) {
 int RunCheck(const ProjectArguments& arguments) {
     Status worst = Status::Done;
     try {
-        GensetDatabase database(arguments.database);
-        database.RequireSchema();
-        const MotorConversions motors = database.ReadMotorConversions();
-        const std::vector<ConnectionRecord> connections = database.Connections();
-        const SharedCatalogue catalogue{.gensets = database, .motors = motors, .connections = connections};
+        OpenCatalogue open(arguments.database);
+        const SharedCatalogue catalogue = open.Shared(open.Database());
         for (const std::string& file : arguments.files) {
             worst = std::max(worst, CheckOne(file, catalogue));
         }

@@ -13,10 +13,12 @@
 
 #include "CachedGensets.h"
 #include "CommandLine.h"
+#include "OpenCatalogue.h"
 #include "Output.h"
 #include "SizedProject.h"
 #include "SizingJson.h"
 #include "SizingTable.h"
+#include "SkipCounter.h"
 
 namespace genvara {
 namespace {
@@ -27,23 +29,6 @@ struct Outcome {
     std::string output;
     std::string complaint;  ///< for standard error, if not empty
 };
-
-/// Counts what a file's reader passed over.
-class SkipCounter final : public ProjectReadObserver {
-  public:
-    void Skipped(const SkippedItem& /*item*/) override { ++m_count; }
-    [[nodiscard]] std::int64_t Count() const noexcept { return m_count; }
-
-  private:
-    std::int64_t m_count = 0;
-};
-
-std::string SkipWarning(const std::string& file, std::int64_t count) {
-    return count == 0
-               ? std::string()
-               : fmt::format("{}: warning: {} item{} of the file could not be used; \"check\" lists {}.",
-                             file, count, count == 1 ? "" : "s", count == 1 ? "it" : "them");
-}
 
 Outcome SizeOne(const std::string& file, const ProjectArguments& arguments,
                 const SharedCatalogue& catalogue) {
@@ -58,7 +43,7 @@ Outcome SizeOne(const std::string& file, const ProjectArguments& arguments,
         SizedProject sized(file, catalogue, skipped);
         sized.Size(arguments.limits);
         outcome.output = arguments.json ? SizingJson(file, sized) + "\n" : SizingTable(file, sized);
-        outcome.complaint = SkipWarning(file, skipped.Count());
+        outcome.complaint = skipped.Warning(file);
     } catch (const ProjectFailure& failure) {
         fail(failure.status, failure.error);
     } catch (const RaisedError& failure) {
@@ -140,25 +125,17 @@ int FailAll(const ProjectArguments& arguments, const RaisedError& failure) {
 }  // namespace
 
 int RunSize(const ProjectArguments& arguments) {
-    std::unique_ptr<GensetDatabase> database;
-    std::unique_ptr<CachedGensets> cache;
-    MotorConversions motors;
-    std::vector<ConnectionRecord> connections;
+    std::unique_ptr<OpenCatalogue> open;
     try {
-        database = std::make_unique<GensetDatabase>(arguments.database);
-        database->RequireSchema();
-        motors = database->ReadMotorConversions();
-        connections = database->Connections();
-        (void)database->Properties();
+        open = std::make_unique<OpenCatalogue>(arguments.database);
     } catch (const RaisedError& failure) {
         return FailAll(arguments, failure);
     }
-    GensetSource* gensets = database.get();
-    if (arguments.files.size() > 1) {
-        cache = std::make_unique<CachedGensets>(*database);
-        gensets = cache.get();
-    }
-    const SharedCatalogue catalogue{.gensets = *gensets, .motors = motors, .connections = connections};
+    CachedGensets cache(open->Database());
+    // One project alone streams its candidates; several share what has been read.
+    const bool several = arguments.files.size() > 1;
+    const SharedCatalogue catalogue =
+        open->Shared(several ? static_cast<GensetSource&>(cache) : open->Database());
     Status worst = Status::Done;
     bool first = true;
     Batch batch(arguments, catalogue, [&](const Outcome& outcome) {

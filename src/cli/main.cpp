@@ -13,6 +13,7 @@
 #include "Output.h"
 #include "ProgramVersion.h"
 #include "RaisedError.h"
+#include "ReportCommand.h"
 #include "SizedProject.h"
 
 namespace genvara {
@@ -82,6 +83,8 @@ class CommandLine {
         m_arguments.database = DatabaseBesideProgram();
         AddSize();
         AddCheck();
+        AddReport();
+        AddExportSpec();
         AddCatalog();
     }
 
@@ -118,6 +121,64 @@ class CommandLine {
         check->callback([this] { m_todo = [this] { return RunCheck(m_arguments); }; });
     }
 
+    void AddReport() {
+        CLI::App* report = m_app.add_subcommand("report", "Write a report on a set as rich text");
+        AddOneProject(*report, "FILE.rtf");
+        CLI::Option* chosen = AddSets(*report);
+        report->add_flag("--no-match", m_report.noMatch, "The search failure report, whatever was found")
+            ->excludes(chosen)
+            ->excludes(report->get_option("--undersized"));
+        report
+            ->add_option_function<std::string>(
+                "--type", [this](const std::string& type) { m_report.type = type == "summary" ? 1 : 0; },
+                "sizing or summary [sizing]")
+            ->check(CLI::IsMember({"sizing", "summary"}))
+            ->type_name("TYPE");
+        report->add_flag("--metric", m_report.metric,
+                         "Metres and degrees Celsius in place of feet and Fahrenheit");
+        report
+            ->add_option_function<std::string>(
+                "--now",
+                [this](const std::string& text) {
+                    m_report.now = ParseDateTime(text);
+                    if (!m_report.now) {
+                        throw CLI::ValidationError("--now", "expected \"yyyy-mm-dd hh:mm:ss\"");
+                    }
+                },
+                "Time that the report states")
+            ->type_name("TIME");
+        report->callback([this] { m_todo = [this] { return RunReport(m_arguments, m_report); }; });
+    }
+
+    void AddExportSpec() {
+        CLI::App* spec =
+            m_app.add_subcommand("export-spec", "Write the essentials of a set to a profile file");
+        AddOneProject(*spec, "FILE.gvx");
+        AddSets(*spec);
+        spec->callback([this] { m_todo = [this] { return RunExportSpec(m_arguments, m_report); }; });
+    }
+
+    void AddOneProject(CLI::App& command, const char* output) {
+        command.add_option("PROJECT.prj", m_arguments.files, "Project file")
+            ->required()
+            ->expected(1)
+            ->type_name("");
+        command.add_option("-o", m_report.output, "File to write, or - for standard output")
+            ->required()
+            ->type_name(output);
+        AddDatabase(command, m_arguments);
+        AddLimits(command, m_arguments);
+    }
+
+    CLI::Option* AddSets(CLI::App& command) {
+        CLI::Option* chosen =
+            command.add_option("--set", m_report.set, "Recommended set, counted from 0")->type_name("N");
+        command.add_option("--undersized", m_report.undersized, "Undersized set, counted from 0")
+            ->type_name("N")
+            ->excludes(chosen);
+        return chosen;
+    }
+
     void AddCatalog() {
         CLI::App* catalog = m_app.add_subcommand("catalog", "Build and check the genset database");
         catalog->require_subcommand(1);
@@ -133,6 +194,7 @@ class CommandLine {
 
     CLI::App m_app{"Sizes electric generator sets for a site and its load profile.", "genvara-cli"};
     ProjectArguments m_arguments;
+    ReportArguments m_report;
     std::string m_folder;
     std::string m_file;
     std::function<int()> m_todo;

@@ -247,6 +247,67 @@ class Console(unittest.TestCase):
         self.assertEqual(done.returncode, 4)
         self.assertIn("No space left on device", done.stderr)
 
+    # --- reports and spec exports
+
+    def report(self, sample, *arguments):
+        return self.run_program("report", SOURCE / f"samples/{sample}.prj", "--db", self.database, *arguments)
+
+    def test_a_report_is_reproduced_byte_for_byte(self):
+        file = self.folder / "a.rtf"
+        done = self.report("hospital", "--now", "2026-01-02 03:04:05", "-o", file)
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
+        printed = self.report("hospital", "--now", "2026-01-02 03:04:05", "-o", "-").stdout
+        self.assertEqual(file.read_bytes().replace(b"\r\n", b"\n"), printed.encode())
+        self.assertIn("Generator Set Sizing", printed)
+
+    def test_without_a_set_the_report_is_the_first_or_the_search_failure(self):
+        self.assertIn("Search Failure Report", self.report("quarry", "-o", "-").stdout)
+        self.assertIn("Search Failure Report", self.report("hospital", "--no-match", "-o", "-").stdout)
+        self.assertIn("Undersized Generator Set", self.report("quarry", "--undersized", 0, "-o", "-").stdout)
+
+    def test_an_index_beyond_its_list_is_a_matter_of_the_arguments(self):
+        for arguments, length in ((["--set", "0"], "0"), (["--undersized", "5"], "5"), (["--set", "-1"], "0")):
+            done = self.report("quarry", *arguments, "-o", self.folder / "none.rtf")
+            self.assertEqual((done.returncode, done.stdout), (2, ""), arguments)
+            self.assertIn(f"the list has {length}", done.stderr)
+        self.assertFalse((self.folder / "none.rtf").exists())
+        for arguments in (["--set", "0", "--undersized", "0"], ["--set", "0", "--no-match"], ["--type", "x"],
+                          ["--now", "tomorrow"], ["--now", "2026-02-30 00:00:00"]):
+            done = self.report("hospital", *arguments, "-o", self.folder / "none.rtf")
+            self.assertEqual(done.returncode, 2, arguments)
+        self.assertEqual(self.report("hospital").returncode, 2)
+
+    def test_an_output_that_cannot_be_written_leaves_what_was_there(self):
+        for output in (self.folder / "no/a.rtf", self.folder, pathlib.Path("/dev/full")):
+            for command in ("report", "export-spec"):
+                done = self.run_program(command, SOURCE / "samples/farm.prj", "--db", self.database, "-o", output)
+                self.assertEqual((done.returncode, done.stdout), (3, ""), (command, output))
+                self.assertEqual(len(done.stderr.splitlines()), 1)
+                self.assertIn(str(output), done.stderr)
+
+    def test_a_spec_export_merges_with_what_was_there(self):
+        file = self.folder / "a.gvx"
+        file.write_bytes(b"[Mine]\nkey=1\n")
+        done = self.run_program("export-spec", SOURCE / "samples/office.prj", "--db", self.database, "-o", file)
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
+        fresh = self.run_program("export-spec", SOURCE / "samples/office.prj", "--db", self.database, "-o", "-").stdout
+        self.assertEqual(file.read_bytes(), b"[Mine]\nkey=1\n" + fresh.replace("\n", "\r\n").encode())
+        done = self.run_program("export-spec", SOURCE / "samples/quarry.prj", "--db", self.database, "-o", file)
+        self.assertEqual(done.returncode, 4)
+        done = self.run_program("export-spec", SOURCE / "samples/quarry.prj", "--db", self.database, "--undersized", 1,
+                                "-o", "-")
+        self.assertEqual(done.returncode, 0)
+
+    def test_an_undersized_report_takes_over_whether_distortion_is_valid(self):
+        # A single-phase site has none; with a set recommended the report says so, with none it shows the zeros.
+        for kilowatts, text in (("20000", "N/A"), ("900000", "0.00 %")):
+            load = PUMPS.replace("100000", kilowatts).replace(",1,0\r\n", ",1,1\r\n")
+            head = HEAD.format(connection=3).replace(",480\r\n", ",240\r\n")
+            done = self.run_program("report", self.project(head + STEP + load), "--db", self.database,
+                                    "--undersized", 0, "-o", "-")
+            self.assertEqual(done.returncode, 0, done.stderr)
+            self.assertIn("Voltage THD\\tab \\b0 " + text, done.stdout)
+
     # --- databases
 
     def test_a_database_that_is_missing_or_none_is_refused(self):

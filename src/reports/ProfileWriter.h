@@ -1,0 +1,15 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace genvara {
+
+/// The content of a profile file (sections in brackets with lines of key and value) after a key of a section
+/// has taken a value. Names do not look at case; everything else stays byte for byte.
+/// @param content, section, key and value in the file's code page.
+[[nodiscard]] std::string WithProfileValue(std::string content, std::string_view section,
+                                           std::string_view key, std::string_view value);
+
+}  // namespace genvara

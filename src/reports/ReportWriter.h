@@ -1,0 +1,59 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace genvara {
+
+/// A tab stop of a block.
+struct TabStop {
+    std::int32_t position;  ///< twips
+    std::int32_t type;
+};
+
+/// Line end and tab of a report's texts.
+inline constexpr std::string_view kLineEnd = "\r\n";
+inline constexpr std::string_view kTab = "\t";
+
+/// The document of one report: the idioms in which reports are written, and the end of the document. A writer
+/// that is left before its report is finished frees the document.
+class ReportWriter {
+  public:
+    /// Opens a document and writes its title block: product and title, centred.
+    ReportWriter(std::string_view product, std::string_view title);
+    ~ReportWriter();
+    ReportWriter(const ReportWriter&) = delete;
+    ReportWriter& operator=(const ReportWriter&) = delete;
+    ReportWriter(ReportWriter&&) = delete;
+    ReportWriter& operator=(ReportWriter&&) = delete;
+
+    /// Handle of the document, for what has no idiom.
+    [[nodiscard]] std::int32_t Document() const noexcept { return m_document; }
+
+    /// Text in the present state.
+    void Text(std::string_view text) const;
+    void Bold() const;
+    void Plain() const;
+
+    /// A bold piece, then a plain one; the row after it begins bold again.
+    void Row(std::string_view bold, std::string_view plain) const;
+
+    /// Section heading and an empty line.
+    void Heading(std::string_view text) const;
+    /// Font of the text under a heading, bold, without the heading's second emphasis.
+    void Body(std::string_view face, std::int32_t size) const;
+    /// Clears the paragraph's state and sets a block's stops.
+    void TabStops(std::span<const TabStop> stops) const;
+
+    /// The rich text; the document is then gone.
+    [[nodiscard]] std::string Finish();
+
+  private:
+    std::int32_t m_document;
+};
+
+}  // namespace genvara
