@@ -63,6 +63,11 @@ def main():
     print(f"engine alone, exponent over 100 to 100,000 candidates: {exponent(candidates):.3f}")
     steps = [(n, times[f"EngineAlone/10000/{n}"]) for n in (1, 4, 16, 64, 256)]
     print(f"engine alone, exponent over 1 to 256 steps: {exponent(steps):.3f}")
+    reports = medians(folder / "reports_bench")
+    ratio = reports["BuildReport/256"] / reports["CopyReportAHundredTimes/256"]
+    print(f"report of 256 steps with 257 loads each / copying its bytes 100 times: {ratio:.2f}")
+    steps = [(n, reports[f"BuildReport/{n}"]) for n in (4, 16, 64, 256)]
+    print(f"report, exponent over 4 to 256 steps: {exponent(steps):.3f}")
     cli = folder / "genvara-cli"
     samples = pathlib.Path(__file__).resolve().parent.parent / "samples"
     print(f"size on a sample, whole process: {cpu_of([cli, 'size', samples / 'hospital.prj']):.1f} ms of CPU")
