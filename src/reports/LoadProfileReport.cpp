@@ -123,18 +123,19 @@ void CReports::WriteSteps(const ReportWriter& report, bool withDistortion, Cumul
 }
 
 void CReports::WriteLoad(const ReportWriter& report, const Load& load, std::size_t step) const {
-    report.Text(fmt::format("   {}  ({})\r\n", load.name(), load.Summary()));
+    std::string text = fmt::format("   {}  ({})\r\n", load.name(), load.Summary());
     if (const auto* motor = dynamic_cast<const CMtrLoad*>(&load); motor != nullptr && motor->StartsLoaded()) {
         const double torque = 100.0 * motor->StartingTorque(FigureOf(m_data.StepVoltDips, step));
-        report.Text(fmt::format("   Rated motor torque from full voltage starting = {}%\r\n",
-                                RenderFixed(torque, 1)));
+        text +=
+            fmt::format("   Rated motor torque from full voltage starting = {}%\r\n", RenderFixed(torque, 1));
     }
     const std::int32_t quantity = load.Quantity();
-    report.Text(fmt::format("\t{}\t{}\t{}\t{}\t{}\t{}\r\n", quantity, Kilo(load.RunningRealPower(), quantity),
-                            Kilo(load.RunningAppPower(), quantity),
-                            FormatPowerFactor(load.RunningRealPower(), load.RunningAppPower()),
-                            Kilo(load.StartingRealPower(), quantity),
-                            Kilo(load.StartingAppPower(), quantity)));
+    const double runKW = load.RunningRealPower();
+    const double runKVA = load.RunningAppPower();
+    text += fmt::format("\t{}\t{}\t{}\t{}\t{}\t{}\r\n", quantity, Kilo(runKW, quantity),
+                        Kilo(runKVA, quantity), FormatPowerFactor(runKW, runKVA),
+                        Kilo(load.StartingRealPower(), quantity), Kilo(load.StartingAppPower(), quantity));
+    report.Text(text);
 }
 
 void CReports::WriteStepTotals(const ReportWriter& report, const CLoadStep& step, std::size_t index,

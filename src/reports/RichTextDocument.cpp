@@ -82,14 +82,19 @@ class Document {
         if (!m_takesText) {
             return;
         }
-        const std::u32string characters = DecodeUtf8(text);
-        for (std::size_t i = 0; i < characters.size(); ++i) {
-            if (characters[i] == U'\r' && i + 1 < characters.size() && characters[i + 1] == U'\n') {
+        while (!text.empty()) {
+            std::size_t taken = Leading(text, IsPlain);
+            if (taken > 0) {
+                PlainRun(text.substr(0, taken));
+            } else if (text.starts_with("\r\n")) {
                 Break("\\par\r\n");
-                ++i;
+                taken = 2;
             } else {
-                Character(characters[i]);
+                taken = std::max<std::size_t>(Leading(text, IsBeyondAscii), 1);
+                std::ranges::for_each(DecodeUtf8(text.substr(0, taken)),
+                                      [this](char32_t character) { Special(character); });
             }
+            text.remove_prefix(taken);
         }
     }
 
@@ -104,25 +109,39 @@ class Document {
     [[nodiscard]] const std::string& Text() const noexcept { return m_text; }
 
   private:
+    /// A character that stands for itself.
+    static bool IsPlain(char byte) noexcept {
+        return byte >= 0x20 && byte < 0x7F && byte != '\\' && byte != '{' && byte != '}';
+    }
+
+    static bool IsBeyondAscii(char byte) noexcept { return static_cast<unsigned char>(byte) >= 0x80; }
+
+    /// Bytes at the front of a text that are of a kind.
+    static std::size_t Leading(std::string_view text, bool (*isOfKind)(char) noexcept) {
+        return static_cast<std::size_t>(std::ranges::find_if_not(text, isOfKind) - text.begin());
+    }
+
+    void PlainRun(std::string_view text) {
+        if (m_afterWord) {
+            m_text += ' ';
+        }
+        m_afterWord = false;
+        m_text += text;
+    }
+
     /// A word that ends in white space of its own.
     void Break(std::string_view word) {
         m_text += word;
         m_afterWord = false;
     }
 
-    void Character(char32_t character) {
+    void Special(char32_t character) {
         if (character == U'\t') {
             Break("\\tab ");
         } else if (character == U'\r' || character == U'\n') {
             Break("\\line ");
         } else if (character == U'\\' || character == U'{' || character == U'}') {
             m_text += '\\';
-            m_text += static_cast<char>(character);
-            m_afterWord = false;
-        } else if (character >= 0x20 && character < 0x7F) {
-            if (m_afterWord) {
-                m_text += ' ';
-            }
             m_text += static_cast<char>(character);
             m_afterWord = false;
         } else {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -24,12 +25,16 @@ struct Decimal {
 };
 
 Decimal ToDecimal(double magnitude) {
-    const std::string text = fmt::format("{:.{}e}", magnitude, kSignificantDigits - 1);
-    const std::size_t mark = text.find('e');
+    // "d.dddddddddddddde+ddd", without a string of its own: reports render numbers by the hundred thousand.
+    constexpr std::size_t kLongest = 32;
+    std::array<char, kLongest> buffer{};
+    const char* const begin = buffer.data();
+    const char* const end =
+        fmt::format_to_n(buffer.data(), buffer.size(), "{:.{}e}", magnitude, kSignificantDigits - 1).out;
+    const char* const mark = std::find(begin, end, 'e');
     Decimal decimal;
-    decimal.digits = text.substr(0, 1) + text.substr(2, mark - 2);
-    const char* first = text.data() + mark + (text[mark + 1] == '+' ? 2 : 1);
-    std::from_chars(first, text.data() + text.size(), decimal.exponent);
+    decimal.digits.assign(1, *begin).append(begin + 2, mark);
+    std::from_chars(mark + (mark[1] == '+' ? 2 : 1), end, decimal.exponent);
     return decimal;
 }
 
