@@ -68,7 +68,7 @@ void ReportWriter::TabStops(std::span<const TabStop> stops) const {
     }
 }
 
-std::string ReportWriter::Finish() {
+std::string ReportWriter::Finish() const {
     std::int32_t length = 0;
     const std::int32_t data = RcgGetData(m_document, length);
     std::string report(static_cast<std::size_t>(length), ' ');

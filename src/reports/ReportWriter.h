@@ -50,7 +50,7 @@ class ReportWriter {
     void TabStops(std::span<const TabStop> stops) const;
 
     /// The rich text; the document is then gone.
-    [[nodiscard]] std::string Finish();
+    [[nodiscard]] std::string Finish() const;
 
   private:
     std::int32_t m_document;
