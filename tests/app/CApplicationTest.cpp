@@ -104,6 +104,32 @@ TEST(Application, EndsWithoutAWordWhereTheDatabaseIsMissing) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
+TEST(Application, KeepsStoredOptionsWithoutADatabaseAndReadsNoOtherVersions) {
+    const TemporaryFolder folder;
+    SettingsFile settings(folder / "settings.json");
+    clsTRX_Registry registry(settings);
+    const OptionValues stored{.projectPath = "/mine", .isMetric = true, .maxSetsRecommended = 3};
+    WriteOptions(registry, CApplication::BaseRegistrySubkey(), stored);
+    const std::string before = ReadBytes(folder / "settings.json");
+    {
+        CApplication application(Conditions(folder));
+        EXPECT_FALSE(application.Run([](CApplication&) {}));
+    }
+    EXPECT_EQ(ReadBytes(folder / "settings.json"), before);
+
+    const TemporaryFolder other;
+    BuildDatabase(other);
+    SettingsFile otherSettings(other / "settings.json");
+    clsTRX_Registry otherRegistry(otherSettings);
+    WriteOptions(otherRegistry, "Software\\Morvane\\Genvara\\7.9.0\\", stored);
+    CApplication application(Conditions(other));
+    EXPECT_TRUE(application.Run([](CApplication& started) {
+        EXPECT_EQ(started.ProjectPath(), "");
+        EXPECT_FALSE(started.IsMetric());
+        EXPECT_EQ(started.Designer().MaxSetsRecommended(), 16);
+    }));
+}
+
 TEST(Application, LeavesTheMotorTablesEmptyWhereTheyCannotBeRead) {
     const TemporaryFolder folder;
     CApplication application(Conditions(folder));

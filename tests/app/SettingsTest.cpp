@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <nlohmann/json.hpp>
 
 #include "CDefaults.h"
@@ -92,6 +94,30 @@ TEST_F(Settings, AFolderInTheFilesPlaceIsAnUnknownError) {
     m_registry.AutoCreate(true);
     EXPECT_THAT([&] { m_registry.OpenKey(); },
                 Raises(0x800403F1, "clsTRX_Registry", "Unknown Error No. 21"));  // EISDIR
+}
+
+TEST_F(Settings, KeepATextThatIsNoUtf8ByteForByte) {
+    Open();
+    const std::string folder = "/home/M\xFCller/\xFF";
+    m_registry.Value("ProjPath", REG_SZ, Variant(folder));
+    EXPECT_EQ(m_registry.Value("ProjPath", REG_SZ), Variant(folder));
+}
+
+TEST_F(Settings, AWriteThatFailsIsAnUnknownErrorAndKeepsWhatWasThere) {
+    Open("Defaults");
+    m_registry.Value("UserName", REG_SZ, Variant("Ann"));
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{10, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_THAT([&] { m_registry.Value("UserName", REG_SZ, Variant("Bob")); },
+                Raises(0x800403F1, "clsTRX_Registry", "Unknown Error No. 27"));  // EFBIG
+    EXPECT_NO_THROW(CDefaults().SaveDefaults(m_registry, "Defaults"));
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    Open("Defaults");
+    EXPECT_EQ(m_registry.Value("UserName", REG_SZ), Variant("Ann"));
 }
 
 TEST_F(Settings, SetADamagedStoreAsideAndNeverOverTheOneBefore) {

@@ -172,6 +172,14 @@ TEST(ErrorLog, AppendsToItsFileOnlyWhenAskedAndAcrossRuns) {
     EXPECT_EQ(ReadBytes(folder / "err.log"), "in the file\r\n\r\nin the file\r\n\r\n");
 }
 
+TEST(ErrorLog, RaisesWhereItsFileCannotBeWritten) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "err.log");
+    ErrorLog log(folder.Path());
+    log.LogToFile(true);
+    EXPECT_THAT([&] { log.LogError("x"); }, Raises(EISDIR, "ErrorLog", "Is a directory"));
+}
+
 TEST(KeyFilters, NumericTakesDigitsAndOneSeparator) {
     EXPECT_EQ(NumericKeyFilter("1", U'5', "."), KeyVerdict::Pass);
     EXPECT_EQ(NumericKeyFilter("1", U'.', "."), KeyVerdict::Pass);

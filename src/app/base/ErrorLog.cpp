@@ -21,6 +21,7 @@ void ErrorLog::Append(std::string_view message) {
     if (!m_logToFile) {
         return;
     }
+    errno = 0;
     // The message's own line end and that of the write: each entry ends in a blank line.
     std::ofstream file(m_file, std::ios::binary | std::ios::app);
     file << message << kLineEnd << kLineEnd << std::flush;

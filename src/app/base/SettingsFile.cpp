@@ -15,8 +15,10 @@
 #include <nlohmann/json.hpp>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "AtomicFile.h"
+#include "CodePage.h"
 #include "RaisedError.h"
 
 namespace genvara {
@@ -27,6 +29,8 @@ using Json = nlohmann::ordered_json;
 constexpr const char* kSource = "SettingsFile";
 constexpr const char* kText = "text";
 constexpr const char* kInteger = "integer";
+/// A text that is no UTF-8, as the name of a folder may be: its bytes, because JSON holds characters.
+constexpr const char* kBytes = "bytes";
 
 /// A name without its case, as keys and values are found by.
 std::string Folded(std::string name) {
@@ -86,14 +90,27 @@ void SetAside(const std::filesystem::path& file) {
                aside.string());
 }
 
-/// True for an object of keys, each an object of values, each an object of one text or integer.
+bool IsUtf8(const std::string& text) {
+    return DecodeUtf8(text).find(U'\uFFFD') == std::u32string::npos;
+}
+
+/// True for an array of numbers from 0 to 255.
+bool HoldsBytes(const Json& value) {
+    return value.is_array() && std::ranges::all_of(value, [](const Json& byte) {
+               return byte.is_number_integer() && byte >= 0 && byte <= 255;
+           });
+}
+
+/// True for an object of keys, each an object of values, each an object of one text, integer
+/// or run of bytes.
 bool HoldsSettings(const Json& json) {
     const auto isValue = [](const Json& value) {
         const bool text = value.contains(kText) && value[kText].is_string();
         const bool integer = value.contains(kInteger) && value[kInteger].is_number_integer() &&
                              value[kInteger] >= std::numeric_limits<std::int32_t>::min() &&
                              value[kInteger] <= std::numeric_limits<std::int32_t>::max();
-        return value.is_object() && value.size() == 1 && (text || integer);
+        const bool bytes = value.contains(kBytes) && HoldsBytes(value[kBytes]);
+        return value.is_object() && value.size() == 1 && (text || integer || bytes);
     };
     return json.is_object() && std::ranges::all_of(json, [&](const Json& key) {
                return key.is_object() && std::ranges::all_of(key, isValue);
@@ -109,6 +126,7 @@ std::optional<Json> Parse(const std::filesystem::path& file) {
     if (std::filesystem::is_directory(file, failure)) {
         RaiseSystemError(EISDIR, kSource);
     }
+    errno = 0;
     std::ifstream stream(file, std::ios::binary);
     if (!stream) {
         RaiseSystemError(errno != 0 ? errno : EIO, kSource);
@@ -183,6 +201,10 @@ std::optional<SettingsValue> SettingsFile::Read(const SettingsKey& key, const st
     if (value->contains(kText)) {
         return SettingsValue(value->at(kText).get<std::string>());
     }
+    if (value->contains(kBytes)) {
+        const auto bytes = value->at(kBytes).get<std::vector<std::uint8_t>>();
+        return SettingsValue(std::string(bytes.begin(), bytes.end()));
+    }
     return SettingsValue(value->at(kInteger).get<std::int32_t>());
 }
 
@@ -191,7 +213,10 @@ void SettingsFile::Write(const SettingsKey& key, const std::string& name, const 
     Json json = Load(m_file);
     Json& target = json[KeyName(key)][Folded(name)];
     target = Json::object();
-    if (const auto* text = std::get_if<std::string>(&value)) {
+    const auto* text = std::get_if<std::string>(&value);
+    if (text != nullptr && !IsUtf8(*text)) {
+        target[kBytes] = std::vector<std::uint8_t>(text->begin(), text->end());
+    } else if (text != nullptr) {
         target[kText] = *text;
     } else {
         target[kInteger] = std::get<std::int32_t>(value);
