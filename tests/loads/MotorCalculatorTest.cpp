@@ -145,6 +145,27 @@ TEST(MotorCalculator, UsesAFixedRootOfThreeInTheClickOnly) {
     EXPECT_EQ(calculator.State().txtStartingKVA, "2544.00");
 }
 
+TEST(MotorCalculator, TheClickDecidesTheLetterByItsOwnRootOfThree) {
+    // 18.0422 A x 480 V: by 1.73205 that is 14.9999964 hp and the letter G, by the root of 3 15.0000034 hp,
+    // which would be an F. The starting kVA takes the root: 15.0000034 x 6.
+    MotorCalculator calculator = Calculator(1);
+    calculator.EntryMethodClicked(motor_entry::kAmps);
+    calculator.RunAmpsChanged("18.0422");
+    calculator.PowerChanged("100");
+    calculator.ThreePhaseClicked();
+    EXPECT_EQ(Letter(calculator), "G");
+    EXPECT_EQ(calculator.State().txtStartingKVA, "90.00");
+}
+
+TEST(MotorCalculator, DoesNotRememberAStartingCurrentThatItCouldNotUse) {
+    MotorCalculator calculator = Calculator();
+    calculator.EntryMethodClicked(motor_entry::kAmps);
+    calculator.PowerChanged("70");
+    calculator.RunAmpsChanged("12");
+    calculator.PowerLeft();
+    EXPECT_EQ(calculator.State().txtStartingKVA, "59.86");  // as worked out above
+}
+
 TEST(MotorCalculator, ForgetsEverythingWithTheEntryMethod) {
     MotorCalculator calculator = Calculator();
     calculator.PowerChanged("10");
