@@ -15,32 +15,34 @@ constexpr std::int32_t kEmphasis = kBold | kItalic;
 
 }  // namespace
 
-ReportWriter::ReportWriter(std::string_view product, std::string_view title) : m_document(RcgNewDoc()) {
-    RcgSetFlags(m_document, -1, 1);
-    RcgInitSect(m_document);
-    RcgBeginSectText(m_document);
-    RcgParaFlags(m_document, kCentred);
-    RcgTextFont(m_document, kHeadingFace, kTitleSize, kEmphasis, kOn);
+OwnedDocument::OwnedDocument() : m_handle(RcgNewDoc()) {}
+
+OwnedDocument::~OwnedDocument() {
+    RcgEndDoc(m_handle);
+}
+
+ReportWriter::ReportWriter(std::string_view product, std::string_view title) {
+    RcgSetFlags(Document(), -1, 1);
+    RcgInitSect(Document());
+    RcgBeginSectText(Document());
+    RcgParaFlags(Document(), kCentred);
+    RcgTextFont(Document(), kHeadingFace, kTitleSize, kEmphasis, kOn);
     Text(product);
     Text(kLineEnd);
     Text(title);
     Text("\r\n\r\n");
 }
 
-ReportWriter::~ReportWriter() {
-    RcgEndDoc(m_document);
-}
-
 void ReportWriter::Text(std::string_view text) const {
-    RcgInsertText(m_document, text);
+    RcgInsertText(Document(), text);
 }
 
 void ReportWriter::Bold() const {
-    RcgTextFont(m_document, "", 0, kBold, kOn);
+    RcgTextFont(Document(), "", 0, kBold, kOn);
 }
 
 void ReportWriter::Plain() const {
-    RcgTextFont(m_document, "", 0, kBold, kOff);
+    RcgTextFont(Document(), "", 0, kBold, kOff);
 }
 
 void ReportWriter::Row(std::string_view bold, std::string_view plain) const {
@@ -51,29 +53,29 @@ void ReportWriter::Row(std::string_view bold, std::string_view plain) const {
 }
 
 void ReportWriter::Heading(std::string_view text) const {
-    RcgTextFont(m_document, kHeadingFace, kHeadingSize, kEmphasis, kOn);
+    RcgTextFont(Document(), kHeadingFace, kHeadingSize, kEmphasis, kOn);
     Text(text);
     Text("\r\n\r\n");
 }
 
 void ReportWriter::Body(std::string_view face, std::int32_t size) const {
-    RcgTextFont(m_document, face, size, kBold, kOn);
-    RcgTextFont(m_document, "", 0, kItalic, kOff);
+    RcgTextFont(Document(), face, size, kBold, kOn);
+    RcgTextFont(Document(), "", 0, kItalic, kOff);
 }
 
 void ReportWriter::TabStops(std::span<const TabStop> stops) const {
-    RcgResetParaProp(m_document);
+    RcgResetParaProp(Document());
     for (const TabStop& stop : stops) {
-        RcgParaTabStop(m_document, stop.type, stop.position, kNoLeader);
+        RcgParaTabStop(Document(), stop.type, stop.position, kNoLeader);
     }
 }
 
 std::string ReportWriter::Finish() const {
     std::int32_t length = 0;
-    const std::int32_t data = RcgGetData(m_document, length);
+    const std::int32_t data = RcgGetData(Document(), length);
     std::string report(static_cast<std::size_t>(length), ' ');
     RcgHandleToStr(report, length, data);
-    RcgEndDoc(m_document);
+    RcgEndDoc(Document());
     return report;
 }
 

@@ -19,20 +19,35 @@ struct TabStop {
 inline constexpr std::string_view kLineEnd = "\r\n";
 inline constexpr std::string_view kTab = "\t";
 
+/// A document that ends with its owner, finished or abandoned.
+class OwnedDocument {
+  public:
+    OwnedDocument();
+    ~OwnedDocument();
+    OwnedDocument(const OwnedDocument&) = delete;
+    OwnedDocument& operator=(const OwnedDocument&) = delete;
+    OwnedDocument(OwnedDocument&&) = delete;
+    OwnedDocument& operator=(OwnedDocument&&) = delete;
+
+    /// 0 if no document could be made.
+    [[nodiscard]] std::int32_t Handle() const noexcept { return m_handle; }
+
+  private:
+    std::int32_t m_handle;
+};
+
 /// The document of one report: the idioms in which reports are written, and the end of the document. A writer
 /// that is left before its report is finished frees the document.
 class ReportWriter {
   public:
     /// Opens a document and writes its title block: product and title, centred.
     ReportWriter(std::string_view product, std::string_view title);
-    ~ReportWriter();
-    ReportWriter(const ReportWriter&) = delete;
-    ReportWriter& operator=(const ReportWriter&) = delete;
-    ReportWriter(ReportWriter&&) = delete;
-    ReportWriter& operator=(ReportWriter&&) = delete;
+
+    /// False if no document could be made: the report is then the empty text.
+    [[nodiscard]] bool IsOpen() const noexcept { return Document() != 0; }
 
     /// Handle of the document, for what has no idiom.
-    [[nodiscard]] std::int32_t Document() const noexcept { return m_document; }
+    [[nodiscard]] std::int32_t Document() const noexcept { return m_document.Handle(); }
 
     /// Text in the present state.
     void Text(std::string_view text) const;
@@ -53,7 +68,7 @@ class ReportWriter {
     [[nodiscard]] std::string Finish() const;
 
   private:
-    std::int32_t m_document;
+    OwnedDocument m_document;
 };
 
 }  // namespace genvara

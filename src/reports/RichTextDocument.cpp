@@ -5,22 +5,39 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <limits>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <optional>
+#include <utility>
 
 #include "CodePage.h"
 
 namespace genvara {
 namespace {
 
-/// Fonts and defaults. A default tab of 900 twips brings the values behind "Project" with two tabs and
-/// "Customer" with one into one column; letters set wider by a tenth of a point, which nobody sees, carry the
-/// label "Step Totals" past the quantity's stop, so that its figures stand under their headings.
+/// Fonts, page and defaults.
+///
+/// A Letter page with margins of 3/4 inch at the sides and 1/2 inch above and below leaves 10080 twips. The
+/// widest lines need it: the rules (59 underscores of 14 points, 9300 twips) and three percentages of three
+/// digits behind the last column's stop (7920 + 2000 twips). Without a page of its own each reader would take
+/// its own default, and the usual one, 8640 twips wide, breaks these lines. The low margins keep a sizing
+/// report with several reasons for rejection on one page.
+///
+/// A default tab of 900 twips brings the values behind "Project" with two tabs and "Customer" with one into
+/// one column; letters set wider by a tenth of a point, which nobody sees, carry the label "Step Totals" past
+/// the quantity's stop, so that its figures stand under their headings.
 constexpr std::string_view kPrologue =
-    "{\\rtf1\\ansi\\ansicpg1252\\deff0\\deftab900\\uc1"
-    "{\\fonttbl{\\f0\\fswiss\\fcharset0 Arial;}{\\f1\\froman\\fcharset0 Times New Roman;}}\r\n\\expndtw2";
+    "{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1"
+    "{\\fonttbl{\\f0\\fswiss\\fcharset0 Arial;}{\\f1\\froman\\fcharset0 Times New Roman;}}\r\n"
+    "\\paperw12240\\paperh15840\\margl1080\\margr1080\\margt720\\margb720\\deftab900\\expndtw2";
+
+/// Documents that may be alive at once. Far more than any program makes side by side: whoever gets here has
+/// left documents without their end.
+constexpr std::size_t kMostDocuments = 4096;
+
 constexpr std::array<std::string_view, 2> kFaces{"Arial", "Times New Roman"};
 
 struct FlagWord {
@@ -49,11 +66,14 @@ constexpr std::array<AttributeWord, 2> kAttributeWords{
 class Document {
   public:
     void Word(std::string_view word) {
+        if (m_closed) {
+            return;
+        }
         m_text += word;
         m_afterWord = m_afterWord || !word.empty();
     }
 
-    void BeginText() noexcept { m_takesText = true; }
+    void BeginText() noexcept { m_takesText = !m_closed; }
 
     void TabStop(std::string_view type, std::int32_t position) {
         Word(fmt::format("{}\\tx{}", type, position));
@@ -181,9 +201,16 @@ class Document {
 /// The documents that are alive, by handle.
 class Documents {
   public:
+    /// 0 if there is no room.
     std::int32_t Add() {
         const std::lock_guard lock(m_mutex);
-        m_documents.emplace(++m_last, std::make_shared<Document>());
+        if (m_documents.size() >= kMostDocuments) {
+            return 0;
+        }
+        do {
+            m_last = m_last == std::numeric_limits<std::int32_t>::max() ? 1 : m_last + 1;
+        } while (m_documents.contains(m_last));
+        m_documents.emplace(m_last, std::make_shared<Document>());
         return m_last;
     }
     std::shared_ptr<Document> Find(std::int32_t handle) {
@@ -224,7 +251,11 @@ std::int32_t On(std::int32_t handle, Operation operation) {
 }  // namespace
 
 std::int32_t RcgNewDoc() {
-    return All().Add();
+    try {
+        return All().Add();
+    } catch (const std::bad_alloc&) {
+        return 0;
+    }
 }
 
 std::int32_t RcgSetFlags(std::int32_t document, std::int32_t /*mask*/, std::int32_t /*value*/) {
@@ -269,11 +300,13 @@ std::int32_t RcgInsertText(std::int32_t document, std::string_view text) {
 
 std::int32_t RcgGetData(std::int32_t document, std::int32_t& length) {
     length = 0;
-    const std::int32_t done = On(document, [&length](Document& text) {
+    bool fits = false;
+    On(document, [&](Document& text) {
         text.Close();
-        length = static_cast<std::int32_t>(text.Text().size());
+        fits = std::in_range<std::int32_t>(text.Text().size());
+        length = fits ? static_cast<std::int32_t>(text.Text().size()) : 0;
     });
-    return done != 0 ? document : 0;
+    return fits ? document : 0;
 }
 
 std::int32_t RcgHandleToStr(std::string& buffer, std::int32_t length, std::int32_t data) {

@@ -23,14 +23,15 @@ inline constexpr std::int32_t kDecimalTab = 3;
 inline constexpr std::int32_t kNoLeader = 0;
 }  // namespace rich_text
 
-/// Starts a document; its handle, never 0 while there is memory.
+/// Starts a document; its handle, or 0 if there is no memory or thousands of documents are alive already.
 [[nodiscard]] std::int32_t RcgNewDoc();
 
-// Each of these returns 1 for a live document and 0 otherwise; a dead handle does nothing.
+// Each of these returns 1 for a live document and 0 otherwise; a dead handle does nothing, and nothing is
+// added to a document whose text is closed.
 
 /// Sets flags of the whole document; they have no visible effect.
 std::int32_t RcgSetFlags(std::int32_t document, std::int32_t mask, std::int32_t value);
-/// Prepares the one section, with the default page.
+/// Prepares the one section, with the document's page: Letter, 3/4 inch at the sides, 1/2 above and below.
 std::int32_t RcgInitSect(std::int32_t document);
 /// Opens the section's text: from here on text is taken.
 std::int32_t RcgBeginSectText(std::int32_t document);
@@ -45,10 +46,12 @@ std::int32_t RcgResetParaProp(std::int32_t document);
 /// mask, all on or all off.
 std::int32_t RcgTextFont(std::int32_t document, std::string_view face, std::int32_t size, std::int32_t mask,
                          std::int32_t value);
-/// Appends text. CR LF ends the paragraph, a tab moves to the next stop, a CR or LF alone breaks the line.
+/// Appends text. CR LF ends the paragraph, a tab moves to the next stop, a CR or LF alone breaks the line;
+/// other control characters stand in the document as their code.
 std::int32_t RcgInsertText(std::int32_t document, std::string_view text);
 
-/// Closes the text; the number of bytes of the rich text goes to `length`. The data handle, or 0.
+/// Closes the text; the number of bytes of the rich text goes to `length`. The data handle, or 0 for a dead
+/// document and for one that is longer than a length can tell.
 std::int32_t RcgGetData(std::int32_t document, std::int32_t& length);
 /// Copies the rich text behind a data handle into a buffer that is long enough.
 std::int32_t RcgHandleToStr(std::string& buffer, std::int32_t length, std::int32_t data);
