@@ -63,14 +63,26 @@ class CReports {
     [[nodiscard]] static std::string FormatPowerFactor(double real, double apparent);
 
     [[nodiscard]] std::string_view Product() const noexcept;
+
+    /// What the recommended and the undersized form of a report do not share.
+    struct Form {
+        std::string_view member;  ///< builder, the source of its errors
+        std::string_view title;
+        bool undersized;
+    };
+    static const Form kSizing;
+    static const Form kUndersizedSizing;
+    static const Form kLoadProfile;
+    static const Form kUndersizedLoadProfile;
+
     /// Both sizing reports: logged and empty on a failure.
-    [[nodiscard]] std::string SizingReport(std::string_view title, bool undersized) const;
+    [[nodiscard]] std::string SizingReport(const Form& form) const;
     void WriteSite(const ReportWriter& report) const;
-    void WriteRatings(const ReportWriter& report) const;
+    void WriteRatings(const ReportWriter& report, std::string_view member) const;
     [[nodiscard]] std::string RunningPowerText() const;
-    [[nodiscard]] std::string PercentOfKWText() const;
-    [[nodiscard]] std::string PeakStartingText() const;
-    [[nodiscard]] std::string PercentOfKVAText() const;
+    [[nodiscard]] std::string PercentOfKWText(std::string_view member) const;
+    [[nodiscard]] std::string PeakStartingText(std::string_view member) const;
+    [[nodiscard]] std::string PercentOfKVAText(std::string_view member) const;
     [[nodiscard]] std::string DistortionText() const;
 
     struct Cumulative {
@@ -78,12 +90,17 @@ class CReports {
         double kVA = 0.0;
     };
     void WriteProfileHead(const ReportWriter& report) const;
-    void WriteSteps(const ReportWriter& report, bool withDistortion, Cumulative& cumulative) const;
-    void WriteLoad(const ReportWriter& report, const Load& load, std::size_t step) const;
+    /// Head and steps.
+    [[nodiscard]] Cumulative WriteProfile(const ReportWriter& report, const Form& form) const;
+    void WriteLoad(const ReportWriter& report, const Load& load, std::size_t step, const Form& form) const;
     void WriteStepTotals(const ReportWriter& report, const CLoadStep& step, std::size_t index,
-                         bool withDistortion, Cumulative& cumulative) const;
+                         const Form& form, Cumulative& cumulative) const;
     void WriteGrandTotals(const ReportWriter& report, const Cumulative& cumulative) const;
-    [[nodiscard]] std::string StepDistortionText(std::size_t step) const;
+    /// Harmonic figures of a step by its index.
+    [[nodiscard]] std::string StepDistortionText(std::size_t step, std::string_view member) const;
+    /// Harmonic figures of the last step.
+    /// @throws RaisedError 9 without a step.
+    [[nodiscard]] std::string LastDistortionText(std::string_view member) const;
 
     std::int32_t m_brandLabel;
     const CLoadProfile* m_profile;

@@ -17,7 +17,6 @@ using namespace rich_text;
 
 namespace {
 
-constexpr std::string_view kMember = "CReports::BuildLoadProfileReport";
 constexpr std::string_view kTextFace = "Times New Roman";
 constexpr std::int32_t kTextSize = 10;  // points
 constexpr double kPerKilo = 1000.0;
@@ -33,6 +32,9 @@ constexpr std::array<TabStop, 9> kColumns{{{907, kLeftTab},
                                            {7027, kLeftTab},
                                            {7920, kLeftTab}}};
 
+/// From the power factor of "Grand Totals" to the harmonic figures: one tab a column.
+constexpr std::string_view kToDistortion = "\t\t\t\t\t";
+
 constexpr std::string_view kFrequencyNote = "\r\n*Contact the factory for frequency dip information.\r\n";
 constexpr std::string_view kDistortionNote = "*Contact the factory for single phase Vthd information.\r\n";
 
@@ -45,49 +47,56 @@ std::string Kilo(double power, std::int32_t quantity) {
 }
 
 /// The figure of a step; a step that the run did not know is beyond the array.
-double FigureOf(const std::vector<double>& figures, std::size_t step) {
+double FigureOf(const std::vector<double>& figures, std::size_t step, std::string_view member) {
     if (step >= figures.size()) {
-        RaiseSubscriptOutOfRange(kMember);
+        RaiseSubscriptOutOfRange(member);
     }
     return figures[step];
 }
 
 }  // namespace
 
+const CReports::Form CReports::kLoadProfile{
+    .member = "CReports::BuildLoadProfileReport", .title = "Generator Load Profile", .undersized = false};
+const CReports::Form CReports::kUndersizedLoadProfile{.member = "CReports::BuildUndersizedLoadProfileReport",
+                                                      .title = "Undersized Generator Load Profile",
+                                                      .undersized = true};
+
 std::string CReports::BuildLoadProfileReport() const {
-    ReportWriter report(Product(), "Generator Load Profile");
-    WriteProfileHead(report);
-    Cumulative cumulative;
-    WriteSteps(report, m_data.CalcVTHD, cumulative);
-    WriteGrandTotals(report, cumulative);
+    const ReportWriter report(Product(), kLoadProfile.title);
+    if (!report.IsOpen()) {
+        return {};
+    }
+    WriteGrandTotals(report, WriteProfile(report, kLoadProfile));
+    // With harmonic figures, failures are passed over from here to the end: what fails is left out, and the
+    // report completes.
+    FailureRegion region;
     if (m_data.CalcVTHD) {
-        // From here on failures are passed over: the report completes without the figures.
-        FailureRegion region;
-        region.Run([&] { report.Text("\t\t\t\t\t"); });
-        region.Run([&] {
-            report.Text(StepDistortionText(static_cast<std::size_t>(m_profile->NumLoadSteps()) - 1));
-        });
+        report.Text(kToDistortion);
+        region.Run([&] { report.Text(LastDistortionText(kLoadProfile.member)); });
     }
     report.Text("\r\n\r\n");
     if (!m_freqDipAvailable) {
         report.Text(kFrequencyNote);
     }
-    if (!m_data.CalcVTHD) {
+    if (m_data.CalcVTHD) {
+        region.Run([&] { WriteInformational(report); });
+    } else {
         report.Text(m_freqDipAvailable ? kLineEnd : "");
         report.Text(kDistortionNote);
+        WriteInformational(report);
     }
-    WriteInformational(report);
     return report.Finish();
 }
 
 std::string CReports::BuildUndersizedLoadProfileReport() const {
-    ReportWriter report(Product(), "Undersized Generator Load Profile");
-    WriteProfileHead(report);
-    Cumulative cumulative;
-    WriteSteps(report, true, cumulative);
-    WriteGrandTotals(report, cumulative);
-    report.Text("\t\t\t\t\t");
-    report.Text(StepDistortionText(static_cast<std::size_t>(m_profile->NumLoadSteps()) - 1));
+    const ReportWriter report(Product(), kUndersizedLoadProfile.title);
+    if (!report.IsOpen()) {
+        return {};
+    }
+    WriteGrandTotals(report, WriteProfile(report, kUndersizedLoadProfile));
+    report.Text(kToDistortion);
+    report.Text(LastDistortionText(kUndersizedLoadProfile.member));
     report.Text("\r\n\r\n");
     if (!m_freqDipAvailable) {
         report.Text(kFrequencyNote);
@@ -108,7 +117,9 @@ void CReports::WriteProfileHead(const ReportWriter& report) const {
     RcgTextFont(report.Document(), kTextFace, 0, 0, kOff);
 }
 
-void CReports::WriteSteps(const ReportWriter& report, bool withDistortion, Cumulative& cumulative) const {
+CReports::Cumulative CReports::WriteProfile(const ReportWriter& report, const Form& form) const {
+    WriteProfileHead(report);
+    Cumulative cumulative;
     for (std::int32_t number = 1; number <= m_profile->NumLoadSteps(); ++number) {
         const CLoadStep& step = m_profile->LoadStep(number);
         const auto index = static_cast<std::size_t>(number - 1);
@@ -116,16 +127,18 @@ void CReports::WriteSteps(const ReportWriter& report, bool withDistortion, Cumul
         report.Text(fmt::format("Step #{}\t{}\r\n", number, step.Description()));
         report.Plain();
         for (const auto& load : step) {
-            WriteLoad(report, *load, index);
+            WriteLoad(report, *load, index, form);
         }
-        WriteStepTotals(report, step, index, withDistortion, cumulative);
+        WriteStepTotals(report, step, index, form, cumulative);
     }
+    return cumulative;
 }
 
-void CReports::WriteLoad(const ReportWriter& report, const Load& load, std::size_t step) const {
+void CReports::WriteLoad(const ReportWriter& report, const Load& load, std::size_t step,
+                         const Form& form) const {
     std::string text = fmt::format("   {}  ({})\r\n", load.name(), load.Summary());
     if (const auto* motor = dynamic_cast<const CMtrLoad*>(&load); motor != nullptr && motor->StartsLoaded()) {
-        const double torque = 100.0 * motor->StartingTorque(FigureOf(m_data.StepVoltDips, step));
+        const double torque = 100.0 * motor->StartingTorque(FigureOf(m_data.StepVoltDips, step, form.member));
         text +=
             fmt::format("   Rated motor torque from full voltage starting = {}%\r\n", RenderFixed(torque, 1));
     }
@@ -139,7 +152,7 @@ void CReports::WriteLoad(const ReportWriter& report, const Load& load, std::size
 }
 
 void CReports::WriteStepTotals(const ReportWriter& report, const CLoadStep& step, std::size_t index,
-                               bool withDistortion, Cumulative& cumulative) const {
+                               const Form& form, Cumulative& cumulative) const {
     const double kW = step.TotalRunningRealPower(0) / kPerKilo;
     const double kVA = step.TotalRunningApparentPower(0) / kPerKilo;
     const double startKW = step.TotalStartingRealPower(0) / kPerKilo;
@@ -150,11 +163,11 @@ void CReports::WriteStepTotals(const ReportWriter& report, const CLoadStep& step
     RcgTextFont(report.Document(), kTextFace, kTextSize, 0, kOff);
     report.Text(fmt::format("Step Totals\t{}\t{}\t{}\t{}\t{}\t{}\t{}", Two(kW), Two(kVA),
                             FormatPowerFactor(kW, kVA), Two(startKW), Two(startKVA),
-                            Two(FigureOf(m_data.StepVoltDips, index)),
-                            Two(FigureOf(m_data.StepFreqDips, index))));
-    if (withDistortion) {
+                            Two(FigureOf(m_data.StepVoltDips, index, form.member)),
+                            Two(FigureOf(m_data.StepFreqDips, index, form.member))));
+    if (form.undersized || m_data.CalcVTHD) {
         report.Text(kTab);
-        report.Text(StepDistortionText(index));
+        report.Text(StepDistortionText(index, form.member));
     }
     report.Text(kLineEnd);
     report.Text(fmt::format("Cum. Totals\t{}\t{}\t{}\r\n\r\n", Two(cumulative.kW), Two(cumulative.kVA),
@@ -168,10 +181,18 @@ void CReports::WriteGrandTotals(const ReportWriter& report, const Cumulative& cu
                             FormatPowerFactor(cumulative.kW, cumulative.kVA)));
 }
 
-std::string CReports::StepDistortionText(std::size_t step) const {
-    return fmt::format("{}%/{}%/{}%", RenderFixed(FigureOf(m_data.StepVTHDs_A, step), 1),
-                       RenderFixed(FigureOf(m_data.StepVTHDs_B, step), 1),
-                       RenderFixed(FigureOf(m_data.StepVTHDs_C, step), 1));
+std::string CReports::StepDistortionText(std::size_t step, std::string_view member) const {
+    return fmt::format("{}%/{}%/{}%", RenderFixed(FigureOf(m_data.StepVTHDs_A, step, member), 1),
+                       RenderFixed(FigureOf(m_data.StepVTHDs_B, step, member), 1),
+                       RenderFixed(FigureOf(m_data.StepVTHDs_C, step, member), 1));
+}
+
+std::string CReports::LastDistortionText(std::string_view member) const {
+    const std::int32_t steps = m_profile->NumLoadSteps();
+    if (steps < 1) {
+        RaiseSubscriptOutOfRange(member);
+    }
+    return StepDistortionText(static_cast<std::size_t>(steps - 1), member);
 }
 
 std::string CReports::FormatPowerFactor(double real, double apparent) {

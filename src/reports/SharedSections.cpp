@@ -51,6 +51,7 @@ void CReports::WriteGeneratorSet(const ReportWriter& report) const {
     report.Row("Alternator\t", m_data.AlternatorNum + "\r\n");
 }
 
+// Goes on whatever fails, and needs no region for it: none of its statements can fail.
 void CReports::WriteRejectionReasons(const ReportWriter& report) const {
     if (m_data.RejectionReason == 0) {
         return;
@@ -92,7 +93,10 @@ void CReports::WriteTotalsRule(const ReportWriter& report) {
 }
 
 std::string CReports::CreateNoMatchReport() const {
-    ReportWriter report(Product(), "Search Failure Report");
+    const ReportWriter report(Product(), "Search Failure Report");
+    if (!report.IsOpen()) {
+        return {};
+    }
     WriteProjectHeader(report);
     WriteSectionRule(report);
     report.Heading("Suggestions");

@@ -15,7 +15,6 @@ using namespace rich_text;
 
 namespace {
 
-constexpr std::string_view kMember = "CReports::BuildSizingReport";
 constexpr std::int32_t kWyeConnection = 1;
 
 constexpr std::array<TabStop, 5> kSiteStops{
@@ -33,24 +32,33 @@ std::string Allowance(bool limited, double percent) {
 
 }  // namespace
 
+const CReports::Form CReports::kSizing{
+    .member = "CReports::BuildSizingReport", .title = "Generator Set Sizing", .undersized = false};
+const CReports::Form CReports::kUndersizedSizing{.member = "CReports::BuildUndersizedSizingReport",
+                                                 .title = "Undersized Generator Set",
+                                                 .undersized = true};
+
 std::string CReports::BuildSizingReport() const {
-    return SizingReport("Generator Set Sizing", false);
+    return SizingReport(kSizing);
 }
 
 std::string CReports::BuildUndersizedSizingReport() const {
-    return SizingReport("Undersized Generator Set", true);
+    return SizingReport(kUndersizedSizing);
 }
 
-std::string CReports::SizingReport(std::string_view title, bool undersized) const {
+std::string CReports::SizingReport(const Form& form) const {
     try {
-        ReportWriter report(Product(), title);
+        const ReportWriter report(Product(), form.title);
+        if (!report.IsOpen()) {
+            return {};
+        }
         WriteProjectHeader(report);
         WriteGeneratorSet(report);
         WriteSectionRule(report);
         report.Heading("Performance Summary");
         WriteSite(report);
-        WriteRatings(report);
-        if (undersized) {
+        WriteRatings(report, form.member);
+        if (form.undersized) {
             WriteRejectionReasons(report);
         }
         WriteInformational(report);
@@ -76,15 +84,15 @@ void CReports::WriteSite(const ReportWriter& report) const {
     report.Row("Phase(s)\t", fmt::format("{}\tphase\r\n\r\n", m_data.Phases));
 }
 
-void CReports::WriteRatings(const ReportWriter& report) const {
+void CReports::WriteRatings(const ReportWriter& report, std::string_view member) const {
     report.TabStops(kRatingStops);
     report.Row(fmt::format("Genset Rating @ {}C Rise\t", m_altRise), Two(m_data.RatedKW) + " kW\r\n");
     report.Row("Genset Derated Rating\t", Two(m_data.DeratedKW) + " kW\r\n");
     report.Row("Total Running Power\t", RunningPowerText());
-    report.Row("Percent of Available kW Used\t", PercentOfKWText());
+    report.Row("Percent of Available kW Used\t", PercentOfKWText(member));
     report.Row("Alternator Starting kVA\t", Two(m_data.AvailKVA35) + " kVA @ 35% dip\r\n");
-    report.Row("Peak Starting kVA\t", PeakStartingText());
-    report.Row("Percent of Available kVA Used\t", PercentOfKVAText());
+    report.Row("Peak Starting kVA\t", PeakStartingText(member));
+    report.Row("Percent of Available kVA Used\t", PercentOfKVAText(member));
     report.Row("Maximum Voltage Dip\t", Two(m_data.MaxVoltDip) + " %\r\n");
     report.Row("Maximum Frequency Dip\t",
                fmt::format("{} %\t{}\r\n", Two(m_data.MaxFreqDip),
@@ -102,28 +110,28 @@ std::string CReports::RunningPowerText() const {
     return {};
 }
 
-std::string CReports::PercentOfKWText() const {
+std::string CReports::PercentOfKWText(std::string_view member) const {
     if (m_data.DeratedKW == 0.0) {
         return "---- %\r\n\r\n";
     }
-    const double capacity = m_data.ParallelSets * m_data.DeratedKW;
-    return Two(Quotient(m_data.TotalRunKW * 100.0, capacity, kMember)) + " %\r\n\r\n";
+    const double capacity = Finite(m_data.ParallelSets * m_data.DeratedKW, member);
+    return Two(Quotient(m_data.TotalRunKW * 100.0, capacity, member)) + " %\r\n\r\n";
 }
 
-std::string CReports::PeakStartingText() const {
+std::string CReports::PeakStartingText(std::string_view member) const {
     if (m_data.ParallelSets == 1) {
         return Two(m_data.PeakStartingKVA) + " kVA\r\n";
     }
-    return Two(Quotient(m_data.PeakStartingKVA, m_data.ParallelSets, kMember)) + " kVA per set\r\n";
+    return Two(Quotient(m_data.PeakStartingKVA, m_data.ParallelSets, member)) + " kVA per set\r\n";
 }
 
-std::string CReports::PercentOfKVAText() const {
+std::string CReports::PercentOfKVAText(std::string_view member) const {
     if (m_data.AvailKVA35 == 0.0) {
         // A tab where the kW row has a blank.
         return "----\t%\r\n\r\n";
     }
-    const double capacity = m_data.ParallelSets * m_data.AvailKVA35;
-    return Two(Quotient(m_data.PeakStartingKVA * 100.0, capacity, kMember)) + " %\r\n\r\n";
+    const double capacity = Finite(m_data.ParallelSets * m_data.AvailKVA35, member);
+    return Two(Quotient(m_data.PeakStartingKVA * 100.0, capacity, member)) + " %\r\n\r\n";
 }
 
 std::string CReports::DistortionText() const {

@@ -2,7 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <rapidcheck.h>
 
+#include "AllDocuments.h"
+#include "AnyText.h"
 #include "CBatChrgLoad.h"
 #include "CMiscLoad.h"
 #include "CMtrLoad.h"
@@ -137,8 +140,56 @@ TEST_F(Reports, SizingLogsAFailureAndComesBackEmpty) {
     m_reports.Data().ParallelSets = 0;
     EXPECT_EQ(m_reports.CreateReport(report_type::kSizing, false), "");
     EXPECT_EQ(m_log.Text(), "CReports::BuildSizingReport\r\n11 : Division by zero\r\n");
+    m_log.Clear();
     EXPECT_EQ(m_reports.CreateReport(report_type::kSizing, true), "");
+    EXPECT_EQ(m_log.Text(), "CReports::BuildUndersizedSizingReport\r\n11 : Division by zero\r\n");
     EXPECT_EQ(LiveRichTextDocuments(), before);
+}
+
+TEST_F(Reports, SizingFailsWithoutSetsEvenWhereNoCapacityIsKnown) {
+    // Both percent rows are marked, and the peak's share is what fails.
+    m_reports.Data().ParallelSets = 0;
+    m_reports.Data().DeratedKW = 0;
+    m_reports.Data().AvailKVA35 = 0;
+    EXPECT_EQ(m_reports.CreateReport(report_type::kSizing, false), "");
+    EXPECT_EQ(m_log.Text(), "CReports::BuildSizingReport\r\n11 : Division by zero\r\n");
+}
+
+TEST_F(Reports, SizingLogsFiguresBeyondANumber) {
+    const auto refused = [this](double ReportData::*figure, std::int32_t sets, double value) {
+        m_log.Clear();
+        const ReportData before = m_reports.Data();
+        m_reports.Data().ParallelSets = sets;
+        m_reports.Data().*figure = value;
+        const std::string report = m_reports.CreateReport(report_type::kSizing, false);
+        m_reports.Data() = before;
+        return report.empty() && m_log.Text() == "CReports::BuildSizingReport\r\n6 : Overflow\r\n";
+    };
+    EXPECT_TRUE(refused(&ReportData::TotalRunKW, 1, 1e307));  // times 100
+    EXPECT_TRUE(refused(&ReportData::PeakStartingKVA, 1, 1e307));
+    EXPECT_TRUE(refused(&ReportData::DeratedKW, 2, 1e308));  // times the sets
+    EXPECT_TRUE(refused(&ReportData::AvailKVA35, 2, 1e308));
+    EXPECT_FALSE(refused(&ReportData::DeratedKW, 1, 1e308));
+}
+
+TEST_F(Reports, ANegativeNumberOfSetsHasNoRunningPower) {
+    // The next label follows on the same line: nothing is written, not even the line's end.
+    m_reports.Data().ParallelSets = -1;
+    EXPECT_THAT(Shown(), HasSubstr("Total Running Power\tPercent of Available kW Used\t-80.00 %\n\n"));
+    EXPECT_THAT(Shown(), HasSubstr("Peak Starting kVA\t-200.00 kVA per set\n"));
+}
+
+TEST_F(Reports, ComeBackEmptyWhereNoDocumentCanBeMade) {
+    m_reports.Data().ParallelSets = 0;  // a sizing report that went on would fail
+    m_reports.Data().StepVoltDips.clear();
+    m_profile.AddLoadStep("Pumps", 20, 0);  // a load profile would miss its figures
+    const AllDocuments taken;
+    for (const std::int32_t type : {report_type::kSizing, report_type::kLoadProfile}) {
+        EXPECT_EQ(m_reports.CreateReport(type, false), "");
+        EXPECT_EQ(m_reports.CreateReport(type, true), "");
+    }
+    EXPECT_EQ(m_reports.CreateNoMatchReport(), "");
+    EXPECT_EQ(m_log.Text(), "");
 }
 
 TEST_F(Reports, ListReasonsInTheirOrder) {
@@ -216,10 +267,11 @@ TEST_F(Reports, TheLoadProfilePassesFailuresOn) {
     const std::size_t before = LiveRichTextDocuments();
     CLoadStep& step = AddStep();
     m_reports.Data().StepFreqDips.clear();
-    for (const bool undersized : {false, true}) {
-        EXPECT_THAT([&] { (void)m_reports.CreateReport(report_type::kLoadProfile, undersized); },
-                    Raises(9, "CReports::BuildLoadProfileReport", "Subscript out of range"));
-    }
+    EXPECT_THAT([&] { (void)m_reports.CreateReport(report_type::kLoadProfile, false); },
+                Raises(9, "CReports::BuildLoadProfileReport", "Subscript out of range"));
+    EXPECT_THAT([&] { (void)m_reports.CreateReport(report_type::kLoadProfile, true); },
+                Raises(9, "CReports::BuildUndersizedLoadProfileReport", "Subscript out of range"));
+    EXPECT_EQ(m_log.Text(), "");
     auto charger = std::make_unique<CBatChrgLoad>();
     charger->BatteryVoltage(1e300);
     charger->ChargeCurrent(1e300);
@@ -232,7 +284,42 @@ TEST_F(Reports, TheLoadProfilePassesFailuresOn) {
 TEST_F(Reports, AnEmptyProfileEndsWithoutHarmonicFiguresOrWithAFailure) {
     // No step: the recommended report passes over the figures that it lacks, the undersized one does not.
     EXPECT_THAT(Shown(report_type::kLoadProfile), HasSubstr("Grand Totals\t0.00\t0.00\t?.??\t\t\t\t\t\n\n"));
-    EXPECT_THROW((void)m_reports.CreateReport(report_type::kLoadProfile, true), RaisedError);
+    EXPECT_THAT([&] { (void)m_reports.CreateReport(report_type::kLoadProfile, true); },
+                Raises(9, "CReports::BuildUndersizedLoadProfileReport", "Subscript out of range"));
+}
+
+/// Reports whose clock fails, in the last section of every report.
+class ReportsWithoutTime : public testing::Test {
+  protected:
+    ReportsWithoutTime() { m_reports.Data().ParallelSets = 1; }
+
+    CLoadProfile m_profile;
+    ErrorLog m_log{"."};
+    CReports m_reports{0, m_profile, []() -> DateTime { throw RaisedError(5, "Clock", "No time"); }, m_log};
+};
+
+TEST_F(ReportsWithoutTime, EachFormHasAPolicyOfItsOwn) {
+    const std::size_t before = LiveRichTextDocuments();
+    // Logged, and empty.
+    EXPECT_EQ(m_reports.CreateReport(report_type::kSizing, false), "");
+    EXPECT_EQ(m_reports.CreateReport(report_type::kSizing, true), "");
+    EXPECT_EQ(m_log.Text(), "Clock\r\n5 : No time\r\nClock\r\n5 : No time\r\n");
+    m_log.Clear();
+    // Passed over from the harmonic figures on: the section ends where it failed, the report completes.
+    const std::string report = ShownText(m_reports.CreateReport(report_type::kLoadProfile, false));
+    EXPECT_THAT(report, testing::EndsWith("Project Last Saved\tFebruary 14, 1998; 12:00:00 AM\n"));
+    // Passed on: without harmonic figures, and by the reports that pass over nothing.
+    m_reports.Data().CalcVTHD = false;
+    EXPECT_THAT([&] { (void)m_reports.CreateReport(report_type::kLoadProfile, false); },
+                Raises(5, "Clock", "No time"));
+    EXPECT_THAT([&] { (void)m_reports.CreateNoMatchReport(); }, Raises(5, "Clock", "No time"));
+    m_profile.AddLoadStep("Pumps", 20, 0);
+    ReportData& data = m_reports.Data();
+    data.StepVoltDips = data.StepFreqDips = data.StepVTHDs_A = data.StepVTHDs_B = data.StepVTHDs_C = {1.0};
+    EXPECT_THAT([&] { (void)m_reports.CreateReport(report_type::kLoadProfile, true); },
+                Raises(5, "Clock", "No time"));
+    EXPECT_EQ(m_log.Text(), "");
+    EXPECT_EQ(LiveRichTextDocuments(), before);
 }
 
 TEST_F(Reports, SuggestionsAreNumbered) {
@@ -246,8 +333,33 @@ TEST_F(Reports, SuggestionsAreNumbered) {
 }
 
 TEST_F(Reports, ShowNamesAsTheyAreEntered) {
-    m_reports.Data().ProjectName = "{Mühle} \\1\\ \"x\" 東京";
-    EXPECT_THAT(Shown(), HasSubstr("Project\t\t{Mühle} \\1\\ \"x\" 東京\n"));
+    auto load = std::make_unique<CMiscLoad>();
+    CMiscLoad& named = *load;
+    AddStep().AddLoad(std::move(load));
+    const auto showsNames = [&](const std::string& entered) {
+        m_reports.Data().ProjectName = entered;
+        m_reports.Data().Customer = entered;
+        named.name(entered);
+        const std::string shown = WithLineFeeds(entered);
+        const std::string report = Shown(report_type::kLoadProfile);
+        return report.starts_with("Genvara\nGenerator Load Profile\n\nProject\t\t" + shown + "\nCustomer\t" +
+                                  shown + "\n____") &&
+               report.find("\n   " + shown + "  (") != std::string::npos;
+    };
+    EXPECT_TRUE(showsNames("{Mühle} \\1\\ \"x\" 東京"));
+    EXPECT_TRUE(showsNames("two\nlines"));
+    for (const char* piece : {"x", "{", "\\", "é", "\U0001F600", "\x01"}) {
+        std::string many;
+        for (int i = 0; i < 10000; ++i) {
+            many += piece;
+        }
+        EXPECT_TRUE(showsNames(many)) << piece;
+    }
+    // A name that ends in CR would take the LF of the line's end for its own half of a pair: the line end
+    // itself begins with CR, and so it does not.
+    EXPECT_TRUE(showsNames("ends in CR\r"));
+    EXPECT_TRUE(rc::check(
+        "any name", [&](const std::vector<std::uint32_t>& codes) { RC_ASSERT(showsNames(TextOf(codes))); }));
 }
 
 }  // namespace
