@@ -103,7 +103,7 @@ void WriteSpec(const ReportSources& sources, const CLoadProfile& profile, const 
     (void)FillAskedSet(reports, sources, arguments);
     Writing(arguments.output, [&] {
         if (arguments.output == kStandardOutput) {
-            Print(SpecText("", reports, sources.project, sources.site));
+            Print(SpecText("", reports, sources.project, sources.site).bytes);
         } else {
             ExportSpec(arguments.output, reports, sources.project, sources.site);
         }

@@ -70,7 +70,8 @@ std::string WithProfileValue(std::string content, std::string_view section, std:
         } else if (inSection && !Trimmed(text).empty()) {
             const std::size_t equals = text.find('=');
             if (equals != std::string_view::npos && SameName(Trimmed(text.substr(0, equals)), key)) {
-                return content.replace(line.begin, line.end - line.begin, entry);
+                const std::size_t valueAt = line.begin + equals + 1;
+                return content.replace(valueAt, line.end - valueAt, value);
             }
             insertAt = line.next;
         }

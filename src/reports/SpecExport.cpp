@@ -1,9 +1,10 @@
 #include "SpecExport.h"
 
 #include <array>
+#include <cerrno>
 #include <cmath>
-#include <fstream>
-#include <iterator>
+#include <cstdio>
+#include <memory>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -15,6 +16,9 @@
 
 namespace genvara {
 namespace {
+
+constexpr std::string_view kSource = "ExportSpec";
+constexpr std::size_t kPieceSize = 65536;  // bytes
 
 constexpr std::int32_t kWyeConnection = 1;
 constexpr std::int32_t kDeltaConnection = 2;
@@ -42,14 +46,33 @@ std::string RiseText(const CPwrSys& site) {
     return std::string(known ? kRises[static_cast<std::size_t>(code)] : "Unknown");
 }
 
+/// A file that is closed with its owner.
+struct CloseFile {
+    void operator()(std::FILE* file) const noexcept { (void)std::fclose(file); }
+};
+
 /// What an ordinary file holds; a device or a pipe is only written to.
+/// @throws RaisedError with the system's number from "ExportSpec" for a file that is there and cannot be
+/// read:
+///         what it holds would be lost.
 std::string ExistingContent(const std::filesystem::path& file) {
     std::error_code failure;
     if (!std::filesystem::is_regular_file(file, failure)) {
         return {};
     }
-    std::ifstream existing(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(existing), std::istreambuf_iterator<char>()};
+    const std::unique_ptr<std::FILE, CloseFile> existing(std::fopen(file.c_str(), "rbe"));
+    if (existing == nullptr) {
+        RaiseSystemError(errno, kSource);
+    }
+    std::string content;
+    std::array<char, kPieceSize> piece{};
+    while (const std::size_t count = std::fread(piece.data(), 1, piece.size(), existing.get())) {
+        content.append(piece.data(), count);
+    }
+    if (std::ferror(existing.get()) != 0) {
+        RaiseSystemError(errno, kSource);
+    }
+    return content;
 }
 
 /// A value stands on one line.
@@ -62,7 +85,7 @@ std::string OneLine(std::string text) {
 
 }  // namespace
 
-std::string SpecText(std::string before, const CReports& reports, const CProject& project,
+EncodedText SpecText(std::string before, const CReports& reports, const CProject& project,
                      const CPwrSys& site) {
     struct Entry {
         std::string_view section;
@@ -77,19 +100,22 @@ std::string SpecText(std::string before, const CReports& reports, const CProject
                                         {"Frequency", "frequency", RenderFixed(site.Freq(), 0)},
                                         {"Phase", "phase", PhaseText(site)},
                                         {"Rise", "rise", RiseText(site)}}};
+    EncodedText content{.bytes = std::move(before)};
     for (const Entry& entry : entries) {
-        before = WithProfileValue(std::move(before), entry.section, entry.key,
-                                  EncodeText(OneLine(entry.value)).bytes);
+        const EncodedText value = EncodeText(OneLine(entry.value));
+        content.bytes = WithProfileValue(std::move(content.bytes), entry.section, entry.key, value.bytes);
+        content.lostCharacters += value.lostCharacters;
     }
-    return before;
+    return content;
 }
 
-void ExportSpec(const std::filesystem::path& file, const CReports& reports, const CProject& project,
-                const CPwrSys& site) {
+std::size_t ExportSpec(const std::filesystem::path& file, const CReports& reports, const CProject& project,
+                       const CPwrSys& site) {
+    const EncodedText content = SpecText(ExistingContent(file), reports, project, site);
     AtomicFile target(file);
-    std::string before = ExistingContent(file);
-    target.Write(SpecText(std::move(before), reports, project, site));
+    target.Write(content.bytes);
     target.Commit();
+    return content.lostCharacters;
 }
 
 }  // namespace genvara
