@@ -77,12 +77,12 @@ def lines(data):
     return ["".join(text for _, text in runs) for _, runs in paragraphs(data)]
 
 
-def shown(data):
-    """The text with its formatting: stops and alignment where they change, font where it changes, *bold*,
+def shown(found):
+    """Paragraphs with their formatting: stops and alignment where they change, font where it changes, *bold*,
     /italic/, tabs as arrows."""
     faces = {0: "Arial", 1: "Times"}
     output, last_state, last_font = [], None, None
-    for state, runs in paragraphs(data):
+    for state, runs in found:
         if state != last_state:
             output.append(f"[{state[0]}: {' '.join(state[1]) or 'default stops'}]")
             last_state = state

@@ -1,5 +1,5 @@
-"""Reports of every sample: their lines against lines put together here from the JSON of the same sizing, and
-their formatting against files reviewed by eye.
+"""Reports of every sample: their paragraphs, with fonts and tab stops, against paragraphs put together here from
+the JSON of the same sizing; and the same as readable text against files, so that a change is seen by eye.
 
     test_sample_reports.py GENVARA-CLI SOURCE-FOLDER [--update]
 """
@@ -37,22 +37,86 @@ def date(iso):
             f"{'AM' if hour < 12 else 'PM'}")
 
 
+# Fonts as face, half points, bold, italic.
+ARIAL, TIMES = 0, 1
+TITLE, HEADING, RULE_FONT = (ARIAL, 40, True, True), (ARIAL, 28, True, True), (ARIAL, 28, True, False)
+LABEL, VALUE = (TIMES, 24, True, False), (TIMES, 24, False, False)
+COLUMN_HEAD, STEP_HEAD, CELL = (ARIAL, 20, True, False), (TIMES, 20, True, False), (TIMES, 20, False, False)
+TOTALS_FONT = (ARIAL, 24, False, False)
+
+SET_STOPS = ("1267", "4406")
+SITE_STOPS = ("r2966", "3067", "4320", "dec6307", "6480")
+RATING_STOPS = ("dec3787",)
+TABLE_STOPS = ("907", "1627", "2520", "3427", "4320", "5227", "6120", "7027", "7920")
+LIST_STOPS = ("2520",)
+
+
+class Page:
+    """Paragraphs as a report should have them, in the form in which the reader gives them."""
+
+    def __init__(self, title):
+        self.paragraphs, self.state = [], ("centre", ())
+        self.line((TITLE, "Genvara"))
+        self.line((TITLE, title))
+        self.line()
+
+    def stops(self, *stops):
+        self.state = ("left", stops)
+
+    def line(self, *runs):
+        """One paragraph; neighbouring runs of one font are one."""
+        joined = []
+        for font, text in runs:
+            if joined and joined[-1][0] == font:
+                joined[-1] = (font, joined[-1][1] + text)
+            elif text:
+                joined.append((font, text))
+        self.paragraphs.append((self.state, joined))
+
+    def row(self, *pieces):
+        """Labels and values in turn."""
+        self.line(*zip([LABEL, VALUE] * len(pieces), pieces))
+
+    def rule(self):
+        self.line((RULE_FONT, RULE))
+
+    def heading(self, text):
+        self.line((HEADING, text))
+        self.line()
+
+
 def header(title, project):
-    return ["Genvara", title, "", f"Project\t\t{project['ProjName']}", f"Customer\t{project['Customer']}"]
+    page = Page(title)
+    page.stops()
+    page.row("Project\t\t", project["ProjName"])
+    page.row("Customer\t", project["Customer"])
+    return page
 
 
-def informational(result):
+def informational(page, result):
     project = result["Project"]
-    return [RULE, "Informational", "", "Program Version\t8.0.0",
-            f"Database Version\t{result['Designer']['DatabaseVersion']}", "",
-            f"Project Created\t{date(project['Created'])}", f"Project Last Saved\t{date(project['LastModified'])}",
-            f"Report Created\t{date(NOW)}", "", f"Project Created By\t{project['UserName']}"]
+    page.rule()
+    page.heading("Informational")
+    page.stops(*LIST_STOPS)
+    page.row("Program Version\t", "8.0.0")
+    page.row("Database Version\t", result["Designer"]["DatabaseVersion"])
+    page.line()
+    page.row("Project Created\t", date(project["Created"]))
+    page.row("Project Last Saved\t", date(project["LastModified"]))
+    page.row("Report Created\t", date(NOW))
+    page.line()
+    page.row("Project Created By\t", project["UserName"])
+    return page.paragraphs
 
 
-def generator_set(chosen, count):
-    return [RULE, "Generator Set" if count == 1 else "Generator Sets", "",
-            f"Model No.\t{chosen['ModelNum']}\tGensets\t{count}",
-            f"Engine\t{chosen['EngineNum']} ({FUELS[chosen['FuelType']]})", f"Alternator\t{chosen['AltNum']}"]
+def generator_set(page, chosen, count):
+    page.rule()
+    page.heading("Generator Set" if count == 1 else "Generator Sets")
+    page.stops(*SET_STOPS)
+    page.row("Model No.\t", f"{chosen['ModelNum']}\t", "Gensets\t", f"{count}")
+    page.row("Engine\t", f"{chosen['EngineNum']} ({FUELS[chosen['FuelType']]})")
+    page.row("Alternator\t", chosen["AltNum"])
+    page.rule()
 
 
 def sizing(result, chosen, undersized, metric):
@@ -68,27 +132,38 @@ def sizing(result, chosen, undersized, metric):
         return f"( {limit}% allowed )" if enabled else "( no restriction )"
 
     per_set = "" if count == 1 else " per set"
-    lines = header("Undersized Generator Set" if undersized else "Generator Set Sizing", result["Project"])
-    lines += generator_set(chosen, count) + [RULE, "Performance Summary", ""]
-    lines += [f"LN / LL Voltage\t{fixed(neutral, 0)}/{site['Voltage']}\tvolts\tAltitude\t\t{fixed(altitude, 0)}\t"
-              f"{'meters' if metric else 'feet'}",
-              f"Frequency\t{site['Freq']}\thertz\tAmbient Temp.\t{fixed(temperature, 0)}\t{'C' if metric else 'F'}",
-              f"Phase(s)\t{site['Phases']}\tphase", "",
-              f"Genset Rating @ {RISES[site['RiseDutyCode']]}C Rise\t{fixed(chosen['NominalRating'], 2)} kW",
-              f"Genset Derated Rating\t{fixed(chosen['DeratedRating'], 2)} kW",
-              f"Total Running Power\t{fixed(run / count, 2)} kW{per_set}",
-              f"Percent of Available kW Used\t{fixed(run * 100 / (count * chosen['DeratedRating']), 2)} %", "",
-              f"Alternator Starting kVA\t{fixed(chosen['StartKVA35'], 2)} kVA @ 35% dip",
-              f"Peak Starting kVA\t{fixed(peak / count, 2)} kVA{per_set}",
-              f"Percent of Available kVA Used\t{fixed(peak * 100 / (count * chosen['StartKVA35']), 2)} %", "",
-              f"Maximum Voltage Dip\t{fixed(chosen['MaxStepVoltDip'], 2)} %",
-              f"Maximum Frequency Dip\t{fixed(chosen['MaxStepFreqDip'], 2)} %\t"
-              f"{allowed(site['MaxFreqDipEnabled'], site['MaxFreqDip'])}",
-              f"Voltage THD\t{fixed(chosen['MaxStepVTHD'], 2)} %\t"
-              f"{allowed(site['MaxHarmonicsEnabled'], site['MaxHarmonics'])}" if valid else "Voltage THD\tN/A"]
+    page = header("Undersized Generator Set" if undersized else "Generator Set Sizing", result["Project"])
+    generator_set(page, chosen, count)
+    page.heading("Performance Summary")
+    page.stops(*SITE_STOPS)
+    page.row("LN / LL Voltage\t", f"{fixed(neutral, 0)}/{site['Voltage']}\tvolts\t",
+             "Altitude\t\t", f"{fixed(altitude, 0)}\t{'meters' if metric else 'feet'}")
+    page.row("Frequency\t", f"{site['Freq']}\thertz\t",
+             "Ambient Temp.\t", f"{fixed(temperature, 0)}\t{'C' if metric else 'F'}")
+    page.row("Phase(s)\t", f"{site['Phases']}\tphase")
+    page.line()
+    page.stops(*RATING_STOPS)
+    page.row(f"Genset Rating @ {RISES[site['RiseDutyCode']]}C Rise\t", f"{fixed(chosen['NominalRating'], 2)} kW")
+    page.row("Genset Derated Rating\t", f"{fixed(chosen['DeratedRating'], 2)} kW")
+    page.row("Total Running Power\t", f"{fixed(run / count, 2)} kW{per_set}")
+    page.row("Percent of Available kW Used\t", f"{fixed(run * 100 / (count * chosen['DeratedRating']), 2)} %")
+    page.line()
+    page.row("Alternator Starting kVA\t", f"{fixed(chosen['StartKVA35'], 2)} kVA @ 35% dip")
+    page.row("Peak Starting kVA\t", f"{fixed(peak / count, 2)} kVA{per_set}")
+    page.row("Percent of Available kVA Used\t", f"{fixed(peak * 100 / (count * chosen['StartKVA35']), 2)} %")
+    page.line()
+    page.row("Maximum Voltage Dip\t", f"{fixed(chosen['MaxStepVoltDip'], 2)} %")
+    page.row("Maximum Frequency Dip\t", f"{fixed(chosen['MaxStepFreqDip'], 2)} %\t"
+             f"{allowed(site['MaxFreqDipEnabled'], site['MaxFreqDip'])}")
+    page.row("Voltage THD\t", f"{fixed(chosen['MaxStepVTHD'], 2)} %\t"
+             f"{allowed(site['MaxHarmonicsEnabled'], site['MaxHarmonics'])}" if valid else "N/A")
     if undersized:
-        lines += [RULE, "Reasons for Rejection", ""] + chosen["Reasons"]
-    return lines + informational(result)
+        page.rule()
+        page.heading("Reasons for Rejection")
+        page.stops(*LIST_STOPS)
+        for reason in chosen["Reasons"]:
+            page.line((VALUE, reason))
+    return informational(page, result)
 
 
 def torque(load, dip):
@@ -112,44 +187,58 @@ def summary(result, chosen, undersized):
     def distortion(step):
         return "/".join(fixed(chosen[f"StepVTHD_{phase}"][step], 1) + "%" for phase in "ABC")
 
-    lines = header(("Undersized " if undersized else "") + "Generator Load Profile", result["Project"])
-    lines += generator_set(chosen, result["PowerSystem"]["GensetsInParallel"]) + [RULE, "Load Profile", ""]
-    lines += ["\t\tRun\tRun\tRun\tStart\tStart\tVolt\tFreq\tVolt (L-N)", "\tQty\tkW\tkVA\tpF\tkW\tkVA\tDip\tDip\tTHD", ""]
+    page = header(("Undersized " if undersized else "") + "Generator Load Profile", result["Project"])
+    generator_set(page, chosen, result["PowerSystem"]["GensetsInParallel"])
+    page.heading("Load Profile")
+    page.stops(*TABLE_STOPS)
+    page.line((COLUMN_HEAD, "\t\tRun\tRun\tRun\tStart\tStart\tVolt\tFreq\tVolt (L-N)"))
+    page.line((COLUMN_HEAD, "\tQty\tkW\tkVA\tpF\tkW\tkVA\tDip\tDip\tTHD"))
+    page.line()
     total_kw = total_kva = 0.0
     for index, step in enumerate(result["LoadProfile"]):
-        lines.append(f"Step #{index + 1}\t{step['Description']}")
+        page.line((STEP_HEAD, f"Step #{index + 1}\t{step['Description']}"))
         for load in step["Loads"]:
             count = load["Quantity"]
-            lines.append(f"   {load['name']}  ({load['Summary']})")
-            lines += torque(load, chosen["VoltageDips"][index])
+            page.line((CELL, f"   {load['name']}  ({load['Summary']})"))
+            for line in torque(load, chosen["VoltageDips"][index]):
+                page.line((CELL, line))
             figures = [fixed(load[key] * count / 1000, 2) for key in
                        ("RunningRealPower", "RunningAppPower", "StartingRealPower", "StartingAppPower")]
             figures.insert(2, factor(load["RunningRealPower"], load["RunningAppPower"]))
-            lines.append("\t".join(["", str(count)] + figures))
+            page.line((CELL, "\t".join(["", str(count)] + figures)))
         kw, kva, start_kw, start_kva = (step[f"Total{key}Power"][0] / 1000 for key in
                                         ("RunningReal", "RunningApparent", "StartingReal", "StartingApparent"))
         total_kw, total_kva = total_kw + kw, total_kva + kva
         totals = ["Step Totals", fixed(kw, 2), fixed(kva, 2), factor(kw, kva), fixed(start_kw, 2),
                   fixed(start_kva, 2), fixed(chosen["VoltageDips"][index], 2), fixed(chosen["FreqDips"][index], 2)]
-        lines += [TOTALS_RULE, "\t".join(totals + ([distortion(index)] if valid or undersized else []))]
-        lines += [f"Cum. Totals\t{fixed(total_kw, 2)}\t{fixed(total_kva, 2)}\t{factor(total_kw, total_kva)}", ""]
+        page.line((TOTALS_FONT, TOTALS_RULE))
+        page.line((CELL, "\t".join(totals + ([distortion(index)] if valid or undersized else []))))
+        page.line((CELL, f"Cum. Totals\t{fixed(total_kw, 2)}\t{fixed(total_kva, 2)}\t{factor(total_kw, total_kva)}"))
+        page.line()
     grand = f"Grand Totals\t{fixed(total_kw, 2)}\t{fixed(total_kva, 2)}\t{factor(total_kw, total_kva)}"
     if valid or undersized:
         grand += "\t" * 5 + distortion(len(result["LoadProfile"]) - 1)
-    lines += [TOTALS_RULE, grand, ""]
+    page.line((TOTALS_FONT, TOTALS_RULE))
+    page.line((CELL, grand))
+    page.line()
     if not chosen["FreqDipAvail"]:
-        lines += ["", "*Contact the factory for frequency dip information."]
+        page.line()
+        page.line((CELL, "*Contact the factory for frequency dip information."))
     if not valid and not undersized:
-        lines += [""] if chosen["FreqDipAvail"] else []
-        lines.append("*Contact the factory for single phase Vthd information.")
-    return lines + informational(result)
+        if chosen["FreqDipAvail"]:
+            page.line()
+        page.line((CELL, "*Contact the factory for single phase Vthd information."))
+    return informational(page, result)
 
 
 def search_failure(result):
-    lines = header("Search Failure Report", result["Project"]) + [RULE, "Suggestions", ""]
-    lines.append("No Generator Sets were found that meet your requirements.")
-    lines += [f"({index}) {text}" for index, text in enumerate(SUGGESTIONS, 1)]
-    return lines + informational(result)
+    page = header("Search Failure Report", result["Project"])
+    page.rule()
+    page.heading("Suggestions")
+    page.line((LABEL, "No Generator Sets were found that meet your requirements."))
+    for index, text in enumerate(SUGGESTIONS, 1):
+        page.line((VALUE, f"({index}) {text}"))
+    return informational(page, result)
 
 
 def main():
@@ -181,15 +270,14 @@ def main():
             for form, (arguments, expected) in forms.items():
                 rich = run("report", sample, "--now", NOW, "-o", "-", *arguments)
                 reports += 1
-                found = rtf_text.lines(rich)
-                expected = [line.replace("\r\n", "\n") for line in expected]
+                found = rtf_text.paragraphs(rich)
                 for number, (want, got) in enumerate(zip(expected + ["<end>"], found + ["<end>"]), 1):
                     if want != got:
-                        print(f"{sample.name} {form}, line {number}:\n  expected {want!r}\n  found    {got!r}")
+                        print(f"{sample.name} {form}, paragraph {number}:\n  expected {want!r}\n  found    {got!r}")
                         failures += 1
                         break
                 file = golden / f"{sample.stem}.{form}.txt"
-                text = rtf_text.shown(rich)
+                text = rtf_text.shown(found)
                 if "--update" in sys.argv:
                     file.write_text(text, encoding="utf-8")
                 elif not file.exists() or file.read_text(encoding="utf-8") != text:
