@@ -296,17 +296,37 @@ std::unique_ptr<Load> ReadVFD(ValueReader& reader, const LoadContext& context) {
 
 using KindReader = std::unique_ptr<Load> (*)(ValueReader&, const LoadContext&);
 
+struct Kind {
+    std::string_view className;
+    KindReader read;
+};
+
 /// By load type.
-constexpr std::array<KindReader, 9> kKindReaders{ReadAirCond, ReadCharger, ReadLight, ReadMedical, ReadMisc,
-                                                 ReadMotor,   ReadOffice,  ReadUPS,   ReadVFD};
+constexpr std::array<Kind, 9> kKinds{{{"CAirCondLoad", ReadAirCond},
+                                      {"CBatChrgLoad", ReadCharger},
+                                      {"CLightLoad", ReadLight},
+                                      {"CMedEquipLoad", ReadMedical},
+                                      {"CMiscLoad", ReadMisc},
+                                      {"CMtrLoad", ReadMotor},
+                                      {"COfficeLoad", ReadOffice},
+                                      {"CUPSLoad", ReadUPS},
+                                      {"CVFDLoad", ReadVFD}}};
+
+const Kind* FindKind(std::int32_t loadType) noexcept {
+    const bool known = loadType >= 0 && loadType < static_cast<std::int32_t>(kKinds.size());
+    return known ? &kKinds[static_cast<std::size_t>(loadType)] : nullptr;
+}
 
 }  // namespace
 
+std::string_view LoadClassName(std::int32_t loadType) noexcept {
+    const Kind* kind = FindKind(loadType);
+    return kind != nullptr ? kind->className : std::string_view{};
+}
+
 std::unique_ptr<Load> ReadLoad(std::int32_t loadType, ValueReader& reader, const LoadContext& context) {
-    if (loadType < 0 || loadType >= static_cast<std::int32_t>(kKindReaders.size())) {
-        return nullptr;
-    }
-    return kKindReaders[static_cast<std::size_t>(loadType)](reader, context);
+    const Kind* kind = FindKind(loadType);
+    return kind != nullptr ? kind->read(reader, context) : nullptr;
 }
 
 }  // namespace genvara

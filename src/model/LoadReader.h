@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include "Load.h"
 #include "MotorConversions.h"
@@ -18,6 +19,9 @@ struct LoadContext {
     const MotorConversions& motors;
     std::int32_t voltage = 0;  ///< line-to-line volts of the site
 };
+
+/// Class of a load type, as in "CMtrLoad"; empty for a type of no kind.
+[[nodiscard]] std::string_view LoadClassName(std::int32_t loadType) noexcept;
 
 /// Reads the records of one load behind its type and sets them in a new load of that kind.
 /// @return null for a type of no kind, of which nothing is read.

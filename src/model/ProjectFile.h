@@ -18,7 +18,7 @@ namespace genvara {
 /// Something that the reader passed over.
 struct SkippedItem {
     std::int64_t line = 0;  ///< where it stands, from 1
-    std::string record;     ///< "power system A", "step 2", "load 3 of step 1", ...
+    std::string record;     ///< "power system A", "step 2", "load 3 of step 1 (CMtrLoad)", ...
     std::string expected;   ///< what should have stood there
     std::string found;      ///< what stood there
 };
@@ -58,7 +58,7 @@ struct ProjectText {
     std::size_t lostCharacters = 0;
 };
 
-/// The file's content. A field that cannot be fetched is passed over with its record.
+/// The file's content. All that a file holds are inputs as they are stored, which cannot fail to be fetched.
 [[nodiscard]] ProjectText RenderProject(const ProjectModel& model, const ProgramVersion& version,
                                         const DateTime& savedAt);
 

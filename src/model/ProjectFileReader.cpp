@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "FailureRegion.h"
@@ -43,6 +44,7 @@ class ProjectReader {
         std::int32_t format = 0;
         // The version of the writing program plays no part.
         (void)ReadStatement(m_reader, major, minor, revision, format);
+        m_reader.PassOverLongValues();
         return format == kFormatVersion;
     }
 
@@ -146,11 +148,14 @@ class ProjectReader {
     }
 
     void ReadOneLoad(std::int32_t stepNumber, std::int32_t number) {
-        const std::string record = LoadRecord(stepNumber, number);
+        std::string record = LoadRecord(stepNumber, number);
         const std::int64_t line = m_reader.Line();
         std::int32_t position = 0;  // the load belongs to the step whose loads are read
         std::int32_t loadType = 0;
         Read(record, position, loadType);
+        if (const std::string_view kind = LoadClassName(loadType); !kind.empty()) {
+            record += fmt::format(" ({})", kind);
+        }
         try {
             const LoadContext context{.motors = m_model->motors, .voltage = m_model->powerSystem.Voltage()};
             std::unique_ptr<Load> load = ReadLoad(loadType, m_reader, context);

@@ -1,7 +1,6 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <memory>
 #include <utility>
 
 #include "AtomicFile.h"
@@ -15,7 +14,6 @@
 #include "CUPSLoad.h"
 #include "CVFDLoad.h"
 #include "CodePage.h"
-#include "FailureRegion.h"
 #include "NumberText.h"
 #include "ProjectFile.h"
 #include "RaisedError.h"

@@ -29,6 +29,8 @@ FileSource::FileSource(const std::filesystem::path& file, std::string_view sourc
     if (m_descriptor < 0) {
         RaiseUnreadable(errno, file, source);
     }
+    // Of a pipe with a writer the bytes are waited for: it is not at its end because none came yet.
+    fcntl(m_descriptor, F_SETFL, 0);
     struct stat status {};
     if (fstat(m_descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
         close(m_descriptor);

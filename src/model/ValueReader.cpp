@@ -1,5 +1,7 @@
 #include "ValueReader.h"
 
+#include <fmt/format.h>
+
 #include <limits>
 
 #include "CodePage.h"
@@ -19,12 +21,19 @@ bool EndsLine(int byte) {
     return byte == '\r' || byte == '\n';
 }
 
-/// What the user is shown of a value: short, with control characters made visible.
+/// True for what a terminal would act upon; the code page leaves five of its bytes to the second range.
+bool IsControl(char32_t character) {
+    return character < 0x20 || (character >= 0x7F && character < 0xA0);
+}
+
+/// What the user is shown of a value: short, with control characters made visible, as "\x1B".
 std::string Shown(const std::string& value) {
     std::string shown;
     for (const char byte : value.substr(0, kLongestShown)) {
-        const bool control = static_cast<unsigned char>(byte) < 0x20;
-        shown += control ? std::string("?") : DecodeText({&byte, 1});
+        const std::string character = DecodeText({&byte, 1});
+        shown += IsControl(DecodeUtf8(character).front())
+                     ? fmt::format("\\x{:02X}", static_cast<unsigned char>(byte))
+                     : character;
     }
     return value.size() > kLongestShown ? shown + "..." : shown;
 }
@@ -113,7 +122,7 @@ std::int64_t ValueReader::Line() {
 
 std::optional<std::string> ValueReader::TakeBounded(std::string_view expected) {
     std::optional<std::string> value = TakeValue(Length::Bounded);
-    if (!value) {
+    if (!value || value->size() > kLongestShortValue) {
         Refuse(expected, value);
         return std::nullopt;
     }
@@ -138,13 +147,22 @@ std::optional<std::string> ValueReader::TakeValue(Length length) {
     return value;
 }
 
+/// Takes one byte of a value; of a longer one than is asked for, one byte too many tells of it.
+void ValueReader::Collect(std::string& value, std::size_t most) {
+    if (value.size() <= most) {
+        value += static_cast<char>(Peek());
+    } else if (!m_passOverLong) {
+        m_ended = true;
+        m_next = m_filled;
+        return;
+    }
+    Advance();
+}
+
 void ValueReader::ReadQuoted(std::string& value, std::size_t most) {
     Advance();
     while (Peek() != kEnd && Peek() != '"') {
-        if (value.size() < most) {
-            value += static_cast<char>(Peek());
-        }
-        Advance();
+        Collect(value, most);
     }
     if (Peek() == '"') {
         Advance();
@@ -155,10 +173,7 @@ void ValueReader::ReadQuoted(std::string& value, std::size_t most) {
 
 void ValueReader::ReadUnquoted(std::string& value, std::size_t most) {
     while (Peek() != kEnd && Peek() != ',' && !EndsLine(Peek())) {
-        if (value.size() < most) {
-            value += static_cast<char>(Peek());
-        }
-        Advance();
+        Collect(value, most);
     }
     SkipDelimiter();
 }

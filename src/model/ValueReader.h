@@ -35,6 +35,10 @@ class ValueReader {
     [[nodiscard]] std::optional<bool> TakeBoolean();
     [[nodiscard]] std::optional<DateTime> TakeDate();
 
+    /// From here on, a value that is longer than any of its kind is passed over like another that cannot be
+    /// read. Before, it ends the reading: what begins like that is no project, and may have no end.
+    void PassOverLongValues() noexcept { m_passOverLong = true; }
+
     /// True once no value is left.
     [[nodiscard]] bool AtEnd();
 
@@ -49,6 +53,7 @@ class ValueReader {
 
     /// Text of the next value; nothing at the end of the file.
     [[nodiscard]] std::optional<std::string> TakeValue(Length length);
+    void Collect(std::string& value, std::size_t most);
     void ReadQuoted(std::string& value, std::size_t most);
     void ReadUnquoted(std::string& value, std::size_t most);
     void SkipDelimiter();
@@ -66,6 +71,7 @@ class ValueReader {
     std::int64_t m_line = 1;
     std::int64_t m_valueLine = 1;
     bool m_ended = false;
+    bool m_passOverLong = false;
     UnreadValue m_unread;
 };
 

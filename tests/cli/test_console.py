@@ -229,7 +229,7 @@ class Console(unittest.TestCase):
                          f'{file}: warning: 1 item of the file could not be used; "check" lists it.\n')
         done = self.run_program("check", "--db", self.database, file)
         self.assertEqual((done.returncode, done.stderr), (1, ""))
-        self.assertEqual(done.stdout, f"{file}:9: load 1 of step 1: expected a value that is accepted, "
+        self.assertEqual(done.stdout, f"{file}:9: load 1 of step 1 (CMiscLoad): expected a value that is accepted, "
                                       "found Load quantity out of range (CMiscLoad::Quantity)\n")
 
     def test_check_of_sound_and_missing_files(self):

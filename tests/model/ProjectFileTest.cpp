@@ -1,11 +1,16 @@
 #include "ProjectFile.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <chrono>
 #include <csignal>
+#include <thread>
 
 #include "CAirCondLoad.h"
 #include "CLightLoad.h"
@@ -222,12 +227,12 @@ TEST(ProjectFile, PassesOverALoadThatItsSettersRefuse) {
     ASSERT_EQ(model.profile.LoadStep(1).NumLoads(), 1);
     EXPECT_EQ(model.FirstLoad().name(), "C");
     EXPECT_EQ(model.FirstLoad().ID(), 0);
-    EXPECT_THAT(
-        model.observer.items,
-        testing::ElementsAre("9 load 1 of step 1: a value that is accepted, Load quantity out of range "
-                             "(CMiscLoad::Quantity)",
-                             "11 load 2 of step 1: a value that is accepted, Running power factor out of "
-                             "range (CMiscLoad::RunningPowerFactor)"));
+    EXPECT_THAT(model.observer.items,
+                testing::ElementsAre(
+                    "9 load 1 of step 1 (CMiscLoad): a value that is accepted, Load quantity out of range "
+                    "(CMiscLoad::Quantity)",
+                    "11 load 2 of step 1 (CMiscLoad): a value that is accepted, Running power factor out of "
+                    "range (CMiscLoad::RunningPowerFactor)"));
 }
 
 TEST(ProjectFile, CountsBeyondTheEndOfTheFileEndAtOnce) {
@@ -323,6 +328,28 @@ TEST(ProjectFile, OpensNothingThatIsNoFileAndChangesNothing) {
                 testing::Throws<RaisedError>(testing::Property("Number", &RaisedError::Number, 53)));
     EXPECT_THAT([&] { ReadProjectFile(folder.Path(), model.All(), model.observer); },
                 testing::Throws<RaisedError>(testing::Property("Number", &RaisedError::Number, EISDIR)));
+}
+
+TEST(ProjectFile, WaitsForWhatComesThroughAPipe) {
+    const TemporaryFolder folder;
+    const std::filesystem::path pipe = folder / "pipe.prj";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    Model model;
+    // Without a writer there is nothing to wait for.
+    EXPECT_EQ(ReadProjectFile(pipe, model.All(), model.observer), ReadResult::Incompatible);
+    // Held open for both ways, the pipe has a writer before the reader comes, and still has no bytes then.
+    const int both = open(pipe.c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_GE(both, 0);
+    std::jthread writer([both] {
+        for (const std::string& half : {kExample.substr(0, 100), kExample.substr(100)}) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            EXPECT_EQ(write(both, half.data(), half.size()), std::ssize(half));
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        close(both);
+    });
+    EXPECT_EQ(ReadProjectFile(pipe, model.All(), model.observer), ReadResult::Done);
+    EXPECT_EQ(model.Text(), kExample);
 }
 
 TEST(ProjectFile, SavesWholeOrLeavesTheOldFile) {
