@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "CodePage.h"
 #include "LinearPower.h"
 #include "RangeCheck.h"
 
@@ -67,6 +68,15 @@ std::string_view Trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+/// Upper case of the Latin letters that project files hold, whatever the process's locale.
+constexpr char32_t UpperCase(char32_t character) {
+    constexpr char32_t kToUpper = U'a' - U'A';
+    constexpr char32_t kDivisionSign = U'\u00F7';  // stands among the letters
+    const bool lower = (character >= U'a' && character <= U'z') ||
+                       (character >= U'\u00E0' && character <= U'\u00FE' && character != kDivisionSign);
+    return lower ? character - kToUpper : character;
+}
+
 }  // namespace
 
 std::string CMtrLoad::Summary() const {
@@ -91,12 +101,12 @@ std::string CMtrLoad::Summary() const {
 }
 
 void CMtrLoad::CodeLetter(const std::string& letter) {
-    const std::string_view trimmed = Trimmed(letter);
-    if (trimmed.size() != 1) {
+    const std::u32string characters = DecodeUtf8(Trimmed(letter));
+    if (characters.size() != 1) {
         throw RaisedError(19, "CMtrLoad::CodeLetter", "Code letter is invalid.");
     }
-    const char given = trimmed.front();
-    m_codeLetter.assign(1, given >= 'a' && given <= 'z' ? static_cast<char>(given - 'a' + 'A') : given);
+    m_codeLetter.clear();
+    AppendUtf8(m_codeLetter, UpperCase(characters.front()));
 }
 
 void CMtrLoad::DataEntryMethod(std::int32_t code) noexcept {

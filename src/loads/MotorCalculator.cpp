@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <utility>
@@ -34,6 +35,11 @@ constexpr std::array<LetterBand, 7> kLetterBands{
 std::string Trimmed(const std::string& text) {
     const std::size_t first = text.find_first_not_of(' ');
     return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+/// kW or kVA to W or VA.
+double FromKilo(double kilo) {
+    return Finite(kilo * kPerKilo, "MotorCalculator::StoreInLoad");
 }
 
 }  // namespace
@@ -152,10 +158,12 @@ void MotorCalculator::CurrentLoad(const CMtrLoad& load) {
     m_fields.phases = load.Phases();
     m_phaseFactor = load.Phases() == 0 ? 3.0 : 1.0;
     m_fields.loaded = load.StartsLoaded();
-    if (load.DataEntryMethod() != m_fields.entryMethod) {
-        EntryMethodClicked(load.DataEntryMethod());
+    const std::int32_t entry = load.DataEntryMethod();
+    // No button stands for a method that is none of the three, and so none is clicked.
+    if (entry != m_fields.entryMethod && entry >= motor_entry::kHorsepower && entry <= motor_entry::kAmps) {
+        EntryMethodClicked(entry);
     }
-    switch (load.DataEntryMethod()) {
+    switch (entry) {
         case motor_entry::kHorsepower:
             PowerChanged(Shown(RenderPlain(load.HP())));
             break;
@@ -169,12 +177,9 @@ void MotorCalculator::CurrentLoad(const CMtrLoad& load) {
         default:
             break;
     }
-    for (std::size_t i = 0; i < m_tables.codeLetters.size(); ++i) {
-        if (m_tables.codeLetters[i].CodeLetter == load.CodeLetter()) {
-            m_fields.codeLetterIndex = static_cast<std::int32_t>(i);
-            m_rememberedLetter = m_fields.codeLetterIndex;
-        }
-    }
+    // A letter that the list lacks leaves no selection rather than the size's usual letter in its place.
+    SelectLetter(kNoIndex);
+    SelectLetter(load.CodeLetter());
     m_fields.txtStartingKVA = Shown(RenderPlain(load.StartingAppPower() / kPerKilo));
     m_fields.txtStartingPF = Shown(RenderPlain(load.StartingPF()));
     m_fields.firePump = load.FirePump();
@@ -192,7 +197,7 @@ void MotorCalculator::StoreInLoad(CMtrLoad& load, Field& current) const {
     load.StartsLoaded(m_fields.loaded);
     StoreSize(load, current);
     current = Field::StartingKVA;
-    load.StartingAppPower(RequireNumber(m_fields.txtStartingKVA) * kPerKilo);
+    load.StartingAppPower(FromKilo(RequireNumber(m_fields.txtStartingKVA)));
     current = Field::StartingPF;
     load.StartingPF(RequireNumber(m_fields.txtStartingPF));
     current = Field::None;
@@ -230,8 +235,8 @@ void MotorCalculator::StoreSize(CMtrLoad& load, Field& current) const {
         kVA = InterpolateXY(kW, motors.MotorRunningKW, motors.MotorRunningKVA);
     }
     current = Field::Power;
-    load.RunningRealPower(kW * kPerKilo);
-    load.RunningAppPower(kVA * kPerKilo);
+    load.RunningRealPower(FromKilo(kW));
+    load.RunningAppPower(FromKilo(kVA));
 }
 
 void MotorCalculator::SetDefaultCodeLetter(double hp) {
@@ -239,13 +244,21 @@ void MotorCalculator::SetDefaultCodeLetter(double hp) {
         if (hp < band.fromHP) {
             continue;
         }
-        for (std::size_t i = 0; i < m_tables.codeLetters.size(); ++i) {
-            if (m_tables.codeLetters[i].CodeLetter == band.letter) {
-                m_fields.codeLetterIndex = static_cast<std::int32_t>(i);
-                m_rememberedLetter = m_fields.codeLetterIndex;
-            }
-        }
+        SelectLetter(band.letter);
         return;
+    }
+}
+
+void MotorCalculator::SelectLetter(std::int32_t index) noexcept {
+    m_fields.codeLetterIndex = index;
+    m_rememberedLetter = index;
+}
+
+void MotorCalculator::SelectLetter(std::string_view letter) noexcept {
+    const auto& list = m_tables.codeLetters;
+    const auto found = std::ranges::find(list, letter, &CodeLetterRecord::CodeLetter);
+    if (found != list.end()) {
+        SelectLetter(static_cast<std::int32_t>(found - list.begin()));
     }
 }
 
@@ -263,6 +276,7 @@ void MotorCalculator::ApplyRunningKVA(double runningKVA) {
 }
 
 void MotorCalculator::UpdateStartingKVA() {
+    constexpr std::string_view kMember = "MotorCalculator::UpdateStartingKVA";
     const std::optional<Size> size = EnteredSize();
     const auto letter = static_cast<std::size_t>(m_fields.codeLetterIndex);
     if (!size || m_fields.codeLetterIndex < 0 || letter >= m_tables.codeLetters.size()) {
@@ -276,11 +290,11 @@ void MotorCalculator::UpdateStartingKVA() {
         startingKVA = limited < lockedKVA ? limited : lockedKVA;
     } else {
         if (m_fields.startMethodIndex < 0 || method >= m_tables.multipliers.size()) {
-            RaiseSubscriptOutOfRange("MotorCalculator::UpdateStartingKVA");
+            RaiseSubscriptOutOfRange(kMember);
         }
         startingKVA = lockedKVA * m_tables.multipliers[method];
     }
-    m_fields.txtStartingKVA = Shown(RenderFixed(startingKVA, 2));
+    m_fields.txtStartingKVA = Shown(RenderFixed(Finite(startingKVA, kMember), 2));
 }
 
 void MotorCalculator::Recompute() {
@@ -310,18 +324,18 @@ void MotorCalculator::ClearPowerFields() {
     m_fields.txtRunAmps.clear();
     m_fields.txtStartingKVA.clear();
     m_fields.txtStartingPF.clear();
-    m_fields.codeLetterIndex = kNoIndex;
+    SelectLetter(kNoIndex);
     m_fields.startMethodIndex = 0;
     m_fields.advancedEnabled = false;
     m_rememberedPower.clear();
-    m_rememberedLetter = kNoIndex;
     m_rememberedMethod = kNoIndex;
     m_warningDue = false;
 }
 
 void MotorCalculator::ChangeStartingPF(double (*change)(double)) {
     if (const std::optional<double> shown = Number(m_fields.txtStartingPF)) {
-        m_fields.txtStartingPF = Shown(RenderPlain(change(*shown)));
+        m_fields.txtStartingPF =
+            Shown(RenderPlain(Finite(change(*shown), "MotorCalculator::ChangeStartingPF")));
     }
 }
 
@@ -347,7 +361,7 @@ std::optional<MotorCalculator::Size> MotorCalculator::EnteredSize() const {
 
 double MotorCalculator::KVAOfAmps(double amperes) const {
     const double factor = m_fields.phases == 0 ? 3.0 : 1.0;
-    return amperes * m_voltage * std::sqrt(factor) / kPerKilo;
+    return Finite(amperes * m_voltage * std::sqrt(factor) / kPerKilo, "MotorCalculator::KVAOfAmps");
 }
 
 double MotorCalculator::HorsepowerOfKVA(double runningKVA) const {
@@ -371,8 +385,8 @@ std::string MotorCalculator::Shown(std::string number) const {
     return point == std::string::npos ? number : number.replace(point, 1, m_separator);
 }
 
-std::optional<std::int32_t> ParseCurrentLimit(std::string_view text) {
-    const std::optional<double> number = ParseNumber(text);
+std::optional<std::int32_t> ParseCurrentLimit(std::string_view text, std::string_view separator) {
+    const std::optional<double> number = ParseNumber(WithPoint(text, separator));
     const std::optional<std::int32_t> limit = number ? RoundToInteger(*number) : std::nullopt;
     const bool within = limit && *limit >= kLeastCurrentLimit && *limit <= kMostCurrentLimit;
     return within ? limit : std::nullopt;

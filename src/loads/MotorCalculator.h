@@ -28,7 +28,8 @@ struct MotorTables {
 /// The motor's entry fields and what follows from them while the user types, apart from any screen.
 ///
 /// Fields hold text as the user sees it, in the user's decimal separator. Each operation is what one event
-/// does. Errors of the motor tables pass through.
+/// does. Errors of the motor tables pass through, and a figure beyond a double's range raises 6 "Overflow"
+/// from the member that works it out; a field that would have shown it keeps its text.
 class MotorCalculator {
   public:
     /// Texts and selections of the screen.
@@ -61,6 +62,9 @@ class MotorCalculator {
     [[nodiscard]] std::int32_t SolidStateCurrentLimit() const noexcept { return m_currentLimit; }
     /// Takes a limit over from the starter's own dialog and works the starting kVA out anew.
     void SolidStateCurrentLimit(std::int32_t percent);
+    /// What follows when the starter's own dialog closes, whether by OK or by Cancel: the starting kVA is
+    /// worked out anew, and so a value typed over it is lost.
+    void AdvancedClosed() { UpdateStartingKVA(); }
 
     // Typing.
     void PowerChanged(std::string text);
@@ -73,9 +77,8 @@ class MotorCalculator {
 
     // Clicks.
     void CodeLetterClicked(std::int32_t index);
-    /// @return true if the starter's warning is to be shown: once an opening, and not after a change of the
-    /// data
-    ///         entry method.
+    /// @return true if the starter's warning is to be shown: once an opening, and not after a change of
+    ///         the data entry method.
     [[nodiscard]] bool StartMethodClicked(std::int32_t index);
     void LoadedClicked();
     void UnloadedClicked();
@@ -94,6 +97,9 @@ class MotorCalculator {
 
   private:
     void SetDefaultCodeLetter(double hp);
+    void SelectLetter(std::int32_t index) noexcept;
+    /// Leaves the selection as it is if the list lacks the letter.
+    void SelectLetter(std::string_view letter) noexcept;
     void ApplyHorsepower(double hp);
     void ApplyRunningKVA(double runningKVA);
     void UpdateStartingKVA();
@@ -131,8 +137,11 @@ class MotorCalculator {
 inline constexpr std::int32_t kLeastCurrentLimit = 100;
 inline constexpr std::int32_t kMostCurrentLimit = 600;
 
-/// The limit that a text stands for; nothing if it is no number or beyond the bounds.
-[[nodiscard]] std::optional<std::int32_t> ParseCurrentLimit(std::string_view text);
+/// The limit that a text stands for, a broken number rounded; nothing if it is no number or beyond the
+/// bounds.
+/// @param separator decimal separator of the user's locale.
+[[nodiscard]] std::optional<std::int32_t> ParseCurrentLimit(std::string_view text,
+                                                            std::string_view separator = ".");
 
 /// "( 100% - 600% )".
 [[nodiscard]] std::string CurrentLimitBounds();

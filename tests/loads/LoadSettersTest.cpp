@@ -3,6 +3,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <vector>
 
 #include "CAirCondLoad.h"
 #include "CBatChrgLoad.h"
@@ -228,7 +229,13 @@ TEST(AirCondLoad, TellsTheLimitThatItsSizeExceeds) {
     };
     for (const Case& row : cases) {
         CAirCondLoad load;
+        load.HP(10);
+        load.BTU(60000);
+        load.Tonnage(5);
         EXPECT_THAT([&] { row.set(load); }, Raises(row.number, row.source, row.description));
+        EXPECT_EQ(load.HP(), 10);
+        EXPECT_EQ(load.BTU(), 60000);
+        EXPECT_EQ(load.Tonnage(), 5);
     }
     CAirCondLoad load;
     load.HP(1000);
@@ -237,47 +244,101 @@ TEST(AirCondLoad, TellsTheLimitThatItsSizeExceeds) {
     EXPECT_EQ(load.Tonnage(), 500.0);
 }
 
+/// A setter of whole numbers with the bounds of what it takes.
+struct CountCase {
+    const char* source;
+    std::int32_t number;
+    const char* description;
+    std::function<void(std::int32_t)> set;
+    std::function<std::int32_t()> get;
+    std::vector<std::int32_t> accepted;
+    std::vector<std::int32_t> refused;
+};
+
+#define COUNT(load, Member) [&](std::int32_t value) { (load).Member(value); }, [&] { return (load).Member(); }
+
 TEST(Loads, CheckTheirPercentagesAndCounts) {
+    constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+    constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
     CUPSLoad ups;
-    ups.Loading(50);
-    ups.Charging(0);
-    EXPECT_THAT([&] { ups.Loading(49); }, Raises(23, "CUPSLoad::Loading", "Percent loading out of range."));
-    EXPECT_THAT([&] { ups.Loading(101); }, Raises(23, "CUPSLoad::Loading", "Percent loading out of range."));
-    EXPECT_THAT([&] { ups.Charging(-1); },
-                Raises(24, "CUPSLoad::Charging", "Percent battery charging out of range."));
-    EXPECT_THAT([&] { ups.Charging(26); },
-                Raises(24, "CUPSLoad::Charging", "Percent battery charging out of range."));
     CVFDLoad drive(kNoMotors);
-    drive.Efficiency(99);
-    drive.KVALimit(150);
-    EXPECT_THAT([&] { drive.Efficiency(100); },
-                Raises(26, "CVFDLoad::Efficiency", "Drive efficiency out of range."));
-    EXPECT_THAT([&] { drive.Efficiency(69); },
-                Raises(26, "CVFDLoad::Efficiency", "Drive efficiency out of range."));
-    EXPECT_THAT([&] { drive.KVALimit(151); },
-                Raises(27, "CVFDLoad::KVALimit", "Run/Start KVA limit out of range."));
-    EXPECT_THAT([&] { drive.KVALimit(99); },
-                Raises(27, "CVFDLoad::KVALimit", "Run/Start KVA limit out of range."));
     COfficeLoad office;
-    EXPECT_THAT([&] { office.NumPCs(-1); }, Raises(28, "COfficeLoad::NumPCs", "Negative number of PCs"));
-    EXPECT_THAT([&] { office.NumPrinters(-1); },
-                Raises(28, "COfficeLoad::NumPrinters", "Negative number of printers"));
-    EXPECT_THAT([&] { office.NumFaxes(-1); },
-                Raises(28, "COfficeLoad::NumFaxes", "Negative number of fax machines"));
-    EXPECT_THAT([&] { office.NumCopiers(-1); },
-                Raises(28, "COfficeLoad::NumCopiers", "Negative number of copiers"));
+    const CountCase cases[] = {
+        {"CUPSLoad::Loading", 23, "Percent loading out of range.", COUNT(ups, Loading), {50, 100}, {49, 101}},
+        {"CUPSLoad::Charging",
+         24,
+         "Percent battery charging out of range.",
+         COUNT(ups, Charging),
+         {0, 25},
+         {-1, 26}},
+        {"CVFDLoad::Efficiency",
+         26,
+         "Drive efficiency out of range.",
+         COUNT(drive, Efficiency),
+         {70, 99},
+         {69, 100}},
+        {"CVFDLoad::KVALimit",
+         27,
+         "Run/Start KVA limit out of range.",
+         COUNT(drive, KVALimit),
+         {100, 150},
+         {99, 151}},
+        {"COfficeLoad::NumPCs",
+         28,
+         "Negative number of PCs",
+         COUNT(office, NumPCs),
+         {0, kMost},
+         {-1, kLeast}},
+        {"COfficeLoad::NumPrinters",
+         28,
+         "Negative number of printers",
+         COUNT(office, NumPrinters),
+         {0, kMost},
+         {-1, kLeast}},
+        {"COfficeLoad::NumFaxes",
+         28,
+         "Negative number of fax machines",
+         COUNT(office, NumFaxes),
+         {0, kMost},
+         {-1, kLeast}},
+        {"COfficeLoad::NumCopiers",
+         28,
+         "Negative number of copiers",
+         COUNT(office, NumCopiers),
+         {0, kMost},
+         {-1, kLeast}},
+    };
+    for (const CountCase& row : cases) {
+        SCOPED_TRACE(row.source);
+        for (const std::int32_t value : row.accepted) {
+            row.set(value);
+            EXPECT_EQ(row.get(), value);
+        }
+        for (const std::int32_t value : row.refused) {
+            EXPECT_THAT([&] { row.set(value); }, Raises(row.number, row.source, row.description));
+            EXPECT_EQ(row.get(), row.accepted.back());
+        }
+    }
 }
+
+#undef COUNT
 
 TEST(MotorLoad, TakesOneCharacterAsCodeLetter) {
     CMtrLoad motor;
     EXPECT_EQ(motor.CodeLetter(), "NA");
     motor.CodeLetter(" g ");
     EXPECT_EQ(motor.CodeLetter(), "G");
-    for (const char* letter : {"", "AB", "  "}) {
+    for (const char* letter : {"", "AB", "  ", "A B", "\xC3\xA9\xC3\xA9"}) {
         EXPECT_THAT([&] { motor.CodeLetter(letter); },
                     Raises(19, "CMtrLoad::CodeLetter", "Code letter is invalid."));
     }
     EXPECT_EQ(motor.CodeLetter(), "G");
+    const std::pair<const char*, const char*> letters[] = {
+        {"a", "A"}, {"z", "Z"}, {"7", "7"}, {"\xC3\xA9", "\xC3\x89"}, {"\xC3\xB7", "\xC3\xB7"}};
+    for (const auto& [given, kept] : letters) {
+        motor.CodeLetter(given);
+        EXPECT_EQ(motor.CodeLetter(), kept);
+    }
 }
 
 TEST(MotorLoad, ForgetsTheInputsOfTheOtherEntryMethods) {
@@ -303,15 +364,16 @@ TEST(MotorLoad, ForgetsTheInputsOfTheOtherEntryMethods) {
 }
 
 TEST(AirCondLoad, ForgetsTheInputsOfTheOtherEntryMethods) {
-    for (const std::int32_t method : {0, 1, 2}) {
+    for (const std::int32_t method : {0, 1, 2, 3}) {
         CAirCondLoad load;
         load.HP(10);
         load.BTU(60000);
         load.Tonnage(5);
         load.DataEntryMethod(method);
-        EXPECT_EQ(load.BTU(), method == 0 ? 60000 : -10);
-        EXPECT_EQ(load.Tonnage(), method == 1 ? 5 : -10);
-        EXPECT_EQ(load.HP(), method == 2 ? 10 : -10);
+        const bool none = method == 3;
+        EXPECT_EQ(load.BTU(), method == 0 || none ? 60000 : -10);
+        EXPECT_EQ(load.Tonnage(), method == 1 || none ? 5 : -10);
+        EXPECT_EQ(load.HP(), method == 2 || none ? 10 : -10);
     }
 }
 

@@ -90,6 +90,13 @@ TEST(MotorLoad, ListsThirteenProperties) {
         motor.StartingMethod(code);
         EXPECT_EQ(motor.GetProps()[5], std::string("Starting Method\t") + text);
     }
+    motor.StartsLoaded(false);
+    motor.FirePump(true);
+    motor.SolidStateCurrentLimit(450);
+    EXPECT_EQ(motor.GetProps()[4], "Starts Loaded\tNO");
+    EXPECT_EQ(motor.GetProps()[11], "SS Start Current Limit\t450");
+    EXPECT_EQ(motor.GetProps()[12], "Fire Pump\tYES");
+    EXPECT_EQ(motor.GetProps().size(), 13U);
     motor.DataEntryMethod(1);
     motor.RunningRealPower(18650);
     EXPECT_EQ(motor.GetProps()[7], "Data Entry Method\tRunning KW");
@@ -124,14 +131,27 @@ TEST(LightLoad, NamesLampAndBallast) {
                 ElementsAre("ID\t0", "Name\t", "Qty\t1", "Phases\tEven", "Type\tUnknown",
                             "Ballast\tLow Distortion Electronic", "Running kW\t30.000", "Running PF\t0.90",
                             "Starting kW\t30.000", "Starting PF\t1.00"));
-    light.LightType(0);
+    const std::pair<std::int32_t, const char*> lamps[] = {
+        {-1, "Unknown"}, {0, "Incandesent"}, {1, "Fluorescent"}, {2, "HID"}, {3, "Unknown"}};
+    for (const auto& [code, text] : lamps) {
+        light.LightType(code);
+        EXPECT_EQ(light.GetProps()[4], std::string("Type\t") + text);
+    }
+    const std::pair<std::int32_t, const char*> ballasts[] = {{-1, "Unknown"},
+                                                             {0, "N/A"},
+                                                             {1, "High Eff. Magnetic"},
+                                                             {2, "Electronic"},
+                                                             {3, "Low Distortion Electronic"},
+                                                             {4, "Unknown"}};
+    for (const auto& [code, text] : ballasts) {
+        light.Ballast(code);
+        EXPECT_EQ(light.GetProps()[5], std::string("Ballast\t") + text);
+    }
+    light.LightType(1);
     light.Ballast(0);
-    EXPECT_EQ(light.GetProps()[4], "Type\tIncandesent");
-    EXPECT_EQ(light.GetProps()[5], "Ballast\tN/A");
-    light.LightType(2);
+    EXPECT_EQ(light.Summary(), "Floresent lighting");
     light.Ballast(4);
-    EXPECT_EQ(light.GetProps()[4], "Type\tHID");
-    EXPECT_EQ(light.GetProps()[5], "Ballast\tUnknown");
+    EXPECT_EQ(light.Summary(), "Floresent lighting");
 }
 
 TEST(AirCondLoad, ShowsTheSizeAsItWasEntered) {
@@ -167,13 +187,24 @@ TEST(Loads, ListTheirOtherKinds) {
     EXPECT_THAT(ups.GetProps(),
                 ElementsAre("ID\t0", "Name\t", "Qty\t1", "Phases\t3", "Output Rating (kVA)\t80.000",
                             "Loading\t100%", "Charging\t10%", "Input Filter\tYES"));
+    ups.Quantity(2);
+    ups.Loading(50);
+    ups.Charging(0);
+    ups.InputFilterInstalled(false);
+    EXPECT_EQ(ups.Summary(), "UPSs");
+    EXPECT_EQ(ups.GetProps()[5], "Loading\t50%");
+    EXPECT_EQ(ups.GetProps()[6], "Charging\t0%");
+    EXPECT_EQ(ups.GetProps()[7], "Input Filter\tNO");
     CVFDLoad drive(kNoMotors);
+    EXPECT_EQ(drive.Summary(), "VFD");
     drive.MtrRating(7.5);
     drive.Quantity(2);
     EXPECT_EQ(drive.Summary(), "VFDs");
     EXPECT_THAT(drive.GetProps(),
                 ElementsAre("ID\t0", "Name\t", "Qty\t2", "Phases\t3", "Motor HP\t7.5", "Drive Eff\t90%",
                             "Start/Run kVA Limit\t125%", "Input Filter\tNO"));
+    drive.InputFilterInstalled(true);
+    EXPECT_EQ(drive.GetProps()[7], "Input Filter\tYES");
     CBatChrgLoad charger;
     charger.BatteryVoltage(48);
     charger.ChargeCurrent(12.5);
@@ -189,12 +220,19 @@ TEST(Loads, ListTheirOtherKinds) {
     charger.ChargerInput(2);
     EXPECT_EQ(charger.GetProps()[4], "Type\tTelecom");
     EXPECT_EQ(charger.GetProps()[5], "Input\tUnknown");
+    charger.ChargerType(3);
+    EXPECT_EQ(charger.GetProps()[4], "Type\tUnknown");
+    charger.Quantity(2);
+    EXPECT_EQ(charger.Summary(), "Battery chargers");
     CMedEquipLoad medical;
     medical.PeakVA(300000);
     medical.ContVA(50000);
     medical.PeakPowerFactor(0.85);
     medical.Phases(3);
     EXPECT_EQ(medical.Summary(), "Medical Imaging Equipment");
+    medical.Quantity(2);
+    EXPECT_EQ(medical.Summary(), "Medical Imaging Equipment");
+    medical.Quantity(1);
     EXPECT_THAT(medical.GetProps(), ElementsAre("ID\t0", "Name\t", "Qty\t1", "Phases\t1 - C",
                                                 "Peak kVA\t300.000", "Cont. kVA\t50.000", "Peak PF\t0.85",
                                                 "Cont. PF\t0.9", "Max. Peak Demand Vdip\t6%"));

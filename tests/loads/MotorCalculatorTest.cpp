@@ -1,31 +1,10 @@
-#include "MotorCalculator.h"
-
 #include <gtest/gtest.h>
 
+#include "MotorCalculatorTables.h"
 #include "RaisedErrorMatcher.h"
 
 namespace genvara {
 namespace {
-
-// Tables with round figures: a motor of h hp runs at h x 0.8 kW and h x 1 kVA and starts at 0.4.
-const MotorConversions kMotors{.MotorHP = {1, 10, 1000},
-                               .MotorRunningKW = {0.8, 8, 800},
-                               .MotorRunningKVA = {1, 10, 1000},
-                               .MotorStartPF = {0.4, 0.4, 0.4}};
-const std::vector<CodeLetterRecord> kLetters{{"A", 3}, {"F", 5.3}, {"G", 6},  {"H", 7},
-                                             {"J", 8}, {"K", 9},   {"L", 10}, {"M", 11}};
-const std::vector<double> kMultipliers{1, 0.64, 0.4225, 0.7, 0.33, 0.33};
-constexpr std::int32_t kSolidState = 5;
-constexpr std::int32_t kVoltage = 480;
-
-MotorCalculator Calculator(std::int32_t systemPhases = 3) {
-    return {MotorTables{kMotors, kLetters, kMultipliers}, kVoltage, systemPhases};
-}
-
-std::string Letter(const MotorCalculator& calculator) {
-    const std::int32_t index = calculator.State().codeLetterIndex;
-    return index < 0 ? "" : kLetters[static_cast<std::size_t>(index)].CodeLetter;
-}
 
 TEST(MotorCalculator, ChoosesTheUsualLetterOfTheSize) {
     const std::pair<const char*, const char*> cases[] = {{"15", "F"}, {"14.99", "G"}, {"7.5", "G"},
@@ -70,6 +49,8 @@ TEST(MotorCalculator, ReducesTheStartByTheMethod) {
     EXPECT_FALSE(calculator.StartMethodClicked(kSolidState));
     EXPECT_TRUE(calculator.State().advancedEnabled);
     EXPECT_EQ(calculator.State().txtStartingKVA, "30.00");  // 300 % of 10 kVA, below 60
+    calculator.SolidStateCurrentLimit(599);
+    EXPECT_EQ(calculator.State().txtStartingKVA, "59.90");
     calculator.SolidStateCurrentLimit(600);
     EXPECT_EQ(calculator.State().txtStartingKVA, "60.00");  // equal to the locked-rotor kVA
     calculator.CodeLetterClicked(0);
@@ -98,6 +79,25 @@ TEST(MotorCalculator, ScalesThePowerFactorByTheLoadedChoice) {
     calculator.UnloadedClicked();
     calculator.PowerChanged("11");
     EXPECT_EQ(calculator.State().txtStartingPF, "0.26");
+    calculator.StartingPFTyped("0.35");
+    calculator.UnloadedClicked();
+    EXPECT_EQ(calculator.State().txtStartingPF, "0.2275");  // not rounded to two places
+    calculator.LoadedClicked();
+    EXPECT_EQ(calculator.State().txtStartingPF, "0.35");
+    calculator.StartingPFTyped("");
+    calculator.UnloadedClicked();
+    EXPECT_EQ(calculator.State().txtStartingPF, "");
+}
+
+TEST(MotorCalculator, RoundsTheUsualPowerFactorBeforeItIsReduced) {
+    const MotorConversions motors{.MotorHP = {1, 1000},
+                                  .MotorRunningKW = {1, 1000},
+                                  .MotorRunningKVA = {1, 1000},
+                                  .MotorStartPF = {0.437, 0.437}};
+    MotorCalculator calculator({motors, kLetters, kMultipliers}, kVoltage, 3);
+    calculator.UnloadedClicked();
+    calculator.PowerChanged("10");
+    EXPECT_EQ(calculator.State().txtStartingPF, "0.286");  // 0.44 x 0.65; 0.437 x 0.65 is 0.28405
 }
 
 TEST(MotorCalculator, TakesRunningKilowatts) {
@@ -125,8 +125,102 @@ TEST(MotorCalculator, WaitsForTheRunningAmps) {
     EXPECT_EQ(calculator.State().txtStartingKVA, "59.86");
     calculator.RunAmpsChanged("6");
     calculator.RunAmpsLeft();
-    EXPECT_EQ(calculator.State().txtStartingKVA,
-              "39.91");  // 4.988306 hp is a J: x 8
+    EXPECT_EQ(calculator.State().txtStartingKVA, "39.91");  // 4.988306 hp is a J: x 8
+}
+
+TEST(MotorCalculator, LeavesTheStartAloneWhileTheRunningAmpsAreBlank) {
+    MotorCalculator calculator = Calculator();
+    calculator.EntryMethodClicked(motor_entry::kAmps);
+    calculator.StartingKVATyped("55");
+    calculator.PowerChanged("70");
+    calculator.PowerLeft();
+    calculator.CodeLetterClicked(1);
+    EXPECT_EQ(calculator.State().txtStartingKVA, "55");
+    EXPECT_EQ(calculator.State().txtStartingPF, "");
+    // The text was not remembered, and so leaving the field again works the start out.
+    calculator.RunAmpsChanged("12");
+    calculator.PowerLeft();
+    EXPECT_EQ(calculator.State().txtStartingKVA, "59.86");  // as above
+    // Now it is remembered: a value typed over the start stays when the field is left.
+    calculator.StartingKVATyped("61");
+    calculator.PowerLeft();
+    EXPECT_EQ(calculator.State().txtStartingKVA, "61");
+}
+
+TEST(MotorCalculator, HoldsTheStartingAmpsAgainstTheRememberedRunningAmps) {
+    MotorCalculator calculator = Calculator();
+    calculator.EntryMethodClicked(motor_entry::kAmps);
+    calculator.RunAmpsChanged(" 12 ");
+    calculator.RunAmpsLeft();  // the starting amps are still blank
+    EXPECT_EQ(calculator.State().txtRunAmps, "12");
+    EXPECT_EQ(calculator.State().txtStartingKVA, "");
+    calculator.PowerChanged("70");
+    EXPECT_EQ(calculator.State().txtStartingKVA, "59.86");
+    calculator.RunAmpsLeft();  // remembers the 12
+    calculator.PowerChanged("12");
+    calculator.RunAmpsChanged("6");
+    calculator.RunAmpsLeft();  // starting amps as the remembered running ones: nothing happens
+    EXPECT_EQ(calculator.State().txtStartingKVA, "59.86");
+    calculator.PowerChanged("13");
+    EXPECT_EQ(calculator.State().txtStartingKVA, "39.91");
+}
+
+TEST(MotorCalculator, RecomputesATextOnlyOnce) {
+    MotorCalculator calculator = Calculator();
+    calculator.PowerChanged("10");
+    calculator.StartingKVATyped("61");
+    calculator.StartingPFTyped("0.3");
+    calculator.PowerChanged(" 10 ");
+    EXPECT_EQ(calculator.State().txtPower, "10");
+    EXPECT_EQ(calculator.State().txtStartingKVA, "61");
+    calculator.CodeLetterClicked(2);  // the letter that stands
+    EXPECT_EQ(calculator.State().txtStartingKVA, "61");
+    EXPECT_FALSE(calculator.StartMethodClicked(0));  // the method that stands
+    EXPECT_EQ(calculator.State().txtStartingKVA, "61");
+    calculator.PowerChanged("-1");  // no band: the letter stays
+    EXPECT_EQ(Letter(calculator), "G");
+}
+
+TEST(MotorCalculator, WorksTheStartOutAnewWhenTheStartersDialogCloses) {
+    MotorCalculator calculator = Calculator();
+    calculator.PowerChanged("10");
+    (void)calculator.StartMethodClicked(kSolidState);
+    calculator.StartingKVATyped("44");
+    calculator.AdvancedClosed();  // as by Cancel: the limit is the old one
+    EXPECT_EQ(calculator.SolidStateCurrentLimit(), 300);
+    EXPECT_EQ(calculator.State().txtStartingKVA, "30.00");
+}
+
+TEST(MotorCalculator, RefusesFiguresBeyondTheRange) {
+    MotorCalculator calculator = Calculator();
+    calculator.PowerChanged("10");
+    const std::string huge = "1" + std::string(308, '0');  // 1E+308: a number, but six times it is none
+    EXPECT_THAT([&] { calculator.PowerChanged(huge); },
+                Raises(6, "MotorCalculator::UpdateStartingKVA", "Overflow"));
+    EXPECT_EQ(calculator.State().txtStartingKVA, "60.00");
+    calculator.StartingPFTyped("1.7E308");
+    EXPECT_THAT([&] { calculator.LoadedClicked(); },
+                Raises(6, "MotorCalculator::ChangeStartingPF", "Overflow"));
+    EXPECT_EQ(calculator.State().txtStartingPF, "1.7E308");
+    calculator.EntryMethodClicked(motor_entry::kAmps);
+    calculator.RunAmpsChanged(huge);
+    EXPECT_THAT([&] { calculator.PowerChanged("70"); }, Raises(6, "MotorCalculator::KVAOfAmps", "Overflow"));
+    EXPECT_EQ(calculator.State().txtStartingKVA, "");
+}
+
+TEST(MotorCalculator, TakesMultipliersByTheListAndLettersByTheTable) {
+    const std::vector<double> few{1, 0.64};
+    MotorCalculator calculator({kMotors, kLetters, few}, kVoltage, 3);
+    calculator.PowerChanged("10");
+    EXPECT_THAT([&] { (void)calculator.StartMethodClicked(4); },
+                Raises(9, "MotorCalculator::UpdateStartingKVA", "Subscript out of range"));
+    EXPECT_FALSE(calculator.StartMethodClicked(0));
+    const std::vector<CodeLetterRecord> noLetters;
+    MotorCalculator empty({kMotors, noLetters, kMultipliers}, kVoltage, 3);
+    empty.PowerChanged("10");
+    EXPECT_EQ(empty.State().codeLetterIndex, -1);
+    EXPECT_EQ(empty.State().txtStartingKVA, "");
+    EXPECT_EQ(empty.State().txtStartingPF, "0.4");
 }
 
 TEST(MotorCalculator, UsesAFixedRootOfThreeInTheClickOnly) {
@@ -138,11 +232,44 @@ TEST(MotorCalculator, UsesAFixedRootOfThreeInTheClickOnly) {
     // 1000 A x 480 V / 1000 = 480 kVA and hp, x 5.3.
     EXPECT_EQ(calculator.State().txtStartingKVA, "2544.00");
     calculator.ThreePhaseClicked();
-    // The click decides the letter by 1.73205; the starting kVA takes the root: 480 x 1.7320508 x 5.3.
-    EXPECT_EQ(calculator.State().txtStartingKVA, "4406.34");
+    EXPECT_EQ(calculator.State().phases, 0);
+    EXPECT_EQ(calculator.State().txtStartingKVA, "4406.34");  // 480 x 1.7320508 x 5.3
     calculator.SinglePhaseClicked(2);
     EXPECT_EQ(calculator.State().phases, 2);
     EXPECT_EQ(calculator.State().txtStartingKVA, "2544.00");
+    calculator.StartingKVATyped("2500");
+    calculator.SinglePhaseClicked(3);  // another phase, the same factor
+    EXPECT_EQ(calculator.State().phases, 3);
+    EXPECT_EQ(calculator.State().txtStartingKVA, "2500");
+}
+
+TEST(MotorCalculator, TellsTheTwoRootsOfThreeApart) {
+    MotorCalculator calculator = Calculator(1);
+    calculator.EntryMethodClicked(motor_entry::kAmps);
+    calculator.RunAmpsChanged("18.0422");
+    calculator.PowerChanged("100");
+    calculator.ThreePhaseClicked();
+    // By 1.73205 the click finds 14.9999964 hp, just short of an F; by the root the start is that of
+    // 15.0000034 hp, x 6 of the G.
+    EXPECT_EQ(Letter(calculator), "G");
+    EXPECT_EQ(calculator.State().txtStartingKVA, "90.00");
+    calculator.RunAmpsChanged("10000");
+    calculator.PowerChanged("101");
+    // 10000 A x 480 V x 1.7320508 / 1000 x 5.3 = 44063.373; by 1.73205 it would be 44063.352.
+    EXPECT_EQ(calculator.State().txtStartingKVA, "44063.37");
+}
+
+TEST(MotorCalculator, LetsThePhasesAloneOutsideTheAmps) {
+    MotorCalculator calculator = Calculator(1);
+    calculator.PowerChanged("10");
+    calculator.StartingKVATyped("61");
+    calculator.ThreePhaseClicked();
+    EXPECT_EQ(calculator.State().phases, 0);
+    EXPECT_EQ(calculator.State().txtStartingKVA, "61");
+    calculator.EntryMethodClicked(motor_entry::kAmps);
+    calculator.RunAmpsChanged("12");
+    calculator.SinglePhaseClicked(1);  // the starting amps are blank
+    EXPECT_EQ(calculator.State().txtStartingKVA, "");
 }
 
 TEST(MotorCalculator, TheClickDecidesTheLetterByItsOwnRootOfThree) {
@@ -179,74 +306,12 @@ TEST(MotorCalculator, ForgetsEverythingWithTheEntryMethod) {
     EXPECT_FALSE(calculator.State().advancedEnabled);
 }
 
-TEST(MotorCalculator, StoresWhatItShowsAndTellsTheFieldThatFailed) {
-    MotorCalculator calculator = Calculator();
-    CMtrLoad load;
-    MotorCalculator::Field field{};
-    EXPECT_THAT([&] { calculator.StoreInLoad(load, field); },
-                Raises(13, "MotorCalculator::StoreInLoad", "Type mismatch"));
-    EXPECT_EQ(field, MotorCalculator::Field::Power);
-    calculator.PowerChanged("10");
-    calculator.StartingKVATyped("");
-    EXPECT_THROW(calculator.StoreInLoad(load, field), RaisedError);
-    EXPECT_EQ(field, MotorCalculator::Field::StartingKVA);
-    calculator.StartingKVATyped("62.5");
-    calculator.StartingPFTyped("x");
-    EXPECT_THROW(calculator.StoreInLoad(load, field), RaisedError);
-    EXPECT_EQ(field, MotorCalculator::Field::StartingPF);
-    calculator.StartingPFTyped("0.5");
-    calculator.FirePumpChecked(true);
-    (void)calculator.StartMethodClicked(0);
-    calculator.StoreInLoad(load, field);
-    EXPECT_EQ(load.HP(), 10);
-    EXPECT_NEAR(load.RunningRealPower(), 8000, 1e-9);
-    EXPECT_NEAR(load.RunningAppPower(), 10000, 1e-9);
-    EXPECT_EQ(load.StartingAppPower(), 62500);
-    EXPECT_EQ(load.StartingPF(), 0.5);
-    EXPECT_TRUE(load.FirePump());
-    EXPECT_EQ(load.StartingMethod(), 1);
-    EXPECT_EQ(load.SolidStateCurrentLimit(), 300);
-    calculator.PowerChanged("2000");
-    EXPECT_THAT([&] { calculator.StoreInLoad(load, field); },
-                Raises(15, "CMtrLoad::HP", "Horsepower out of range."));
-}
-
-void FillStored(CMtrLoad& load, std::int32_t method) {
-    load.HP(10);
-    load.CodeLetter("H");
-    load.StartingAppPower(55000);
-    load.StartingPF(0.33);
-    load.StartingMethod(method);
-    load.SolidStateCurrentLimit(500);
-}
-
-TEST(MotorCalculator, OpensAStoredLoadAsItIs) {
-    MotorCalculator calculator = Calculator();
-    CMtrLoad stored;
-    FillStored(stored, 1);
-    calculator.CurrentLoad(stored);
-    EXPECT_EQ(calculator.State().txtPower, "10");
-    EXPECT_EQ(Letter(calculator), "H");
-    EXPECT_EQ(calculator.State().txtStartingKVA, "55");
-    EXPECT_EQ(calculator.State().txtStartingPF, "0.33");
-    EXPECT_EQ(calculator.SolidStateCurrentLimit(), 500);
-}
-
-TEST(MotorCalculator, WorksTheStartOutAnewForAStoredReducedStarter) {
-    MotorCalculator calculator = Calculator();
-    CMtrLoad stored;
-    FillStored(stored, 6);
-    calculator.CurrentLoad(stored);
-    EXPECT_EQ(calculator.State().txtStartingKVA, "30.00");  // by 300 %, not by the load's 500
-    EXPECT_EQ(calculator.SolidStateCurrentLimit(), 500);
-    EXPECT_TRUE(calculator.State().advancedEnabled);
-    EXPECT_TRUE(calculator.StartMethodClicked(1));  // opening did not use the warning up
-}
-
 TEST(SolidStateLimit, KeepsToItsBounds) {
     EXPECT_EQ(ParseCurrentLimit("100"), 100);
     EXPECT_EQ(ParseCurrentLimit("600"), 600);
-    for (const char* text : {"99", "601", "", "abc"}) {
+    EXPECT_EQ(ParseCurrentLimit("250,4", ","), 250);
+    EXPECT_EQ(ParseCurrentLimit("250.4", ","), std::nullopt);
+    for (const char* text : {"99", "601", "", " ", "abc", "-300", "99999999999"}) {
         EXPECT_EQ(ParseCurrentLimit(text), std::nullopt) << text;
     }
     EXPECT_EQ(CurrentLimitBounds(), "( 100% - 600% )");
