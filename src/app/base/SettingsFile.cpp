@@ -3,14 +3,15 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <system_error>
@@ -32,6 +33,15 @@ constexpr const char* kInteger = "integer";
 /// A text that is no UTF-8, as the name of a folder may be: its bytes, because JSON holds characters.
 constexpr const char* kBytes = "bytes";
 
+/// Most bytes of a store [B], some hundred times what the program ever keeps: a larger file is none of ours,
+/// and reading it would only fill the memory.
+constexpr std::size_t kMostBytes = 1U << 20U;
+
+/// The system's code as it is: unlike the files of a user, a store that is missing has no number of its own.
+[[noreturn]] void RaiseStoreError(int systemError) {
+    throw RaisedError(systemError, kSource, std::generic_category().message(systemError));
+}
+
 /// A name without its case, as keys and values are found by.
 std::string Folded(std::string name) {
     std::ranges::transform(name, name.begin(), [](char byte) {
@@ -46,48 +56,120 @@ std::string KeyName(const SettingsKey& key) {
     return fmt::format("{:08x}\\{}", static_cast<std::uint32_t>(key.root), path);
 }
 
+/// An open file of the system, closed with the object.
+class Descriptor {
+  public:
+    explicit Descriptor(int descriptor) noexcept : m_descriptor(descriptor) {}
+    ~Descriptor() {
+        if (m_descriptor >= 0) {
+            close(m_descriptor);
+        }
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor(Descriptor&&) = delete;
+    Descriptor& operator=(Descriptor&&) = delete;
+
+    [[nodiscard]] int Get() const noexcept { return m_descriptor; }
+
+  private:
+    int m_descriptor;
+};
+
+void CreateFolderOf(const std::filesystem::path& file) {
+    std::error_code failure;
+    if (file.has_parent_path() && !std::filesystem::is_directory(file.parent_path(), failure)) {
+        std::filesystem::create_directories(file.parent_path(), failure);
+        if (failure) {
+            RaiseStoreError(failure.value());
+        }
+    }
+}
+
 /// A lock that all programs take before they look at the file and change it.
 class Lock {
   public:
-    explicit Lock(const std::filesystem::path& file) {
-        std::error_code failure;
-        std::filesystem::create_directories(file.parent_path(), failure);
-        const std::string name = file.string() + ".lock";
-        m_descriptor = open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
-        if (m_descriptor < 0) {
-            RaiseSystemError(errno, kSource);
+    explicit Lock(const std::filesystem::path& file) : m_descriptor(Open(file)) {
+        if (m_descriptor.Get() < 0) {
+            RaiseStoreError(errno);
         }
-        while (flock(m_descriptor, LOCK_EX) != 0) {
+        while (flock(m_descriptor.Get(), LOCK_EX) != 0) {
             if (errno != EINTR) {
-                const int cause = errno;
-                close(m_descriptor);
-                RaiseSystemError(cause, kSource);
+                RaiseStoreError(errno);
             }
         }
     }
-    ~Lock() { close(m_descriptor); }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-    Lock(Lock&&) = delete;
-    Lock& operator=(Lock&&) = delete;
 
   private:
-    int m_descriptor = -1;
+    static int Open(const std::filesystem::path& file) {
+        CreateFolderOf(file);
+        return open((file.string() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+    }
+
+    Descriptor m_descriptor;
 };
+
+/// The bytes of a file, one more than `kMostBytes` at the most; nothing where there is no file.
+std::optional<std::string> ReadBytes(const std::filesystem::path& file) {
+    // A pipe without a writer must not hold the program up.
+    const Descriptor descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (descriptor.Get() < 0) {
+        if (errno == ENOENT) {
+            return std::nullopt;
+        }
+        RaiseStoreError(errno);
+    }
+    struct stat status {};
+    if (fstat(descriptor.Get(), &status) != 0) {
+        RaiseStoreError(errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        RaiseStoreError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+    }
+    std::string bytes;
+    std::array<char, 4096> buffer{};
+    while (bytes.size() <= kMostBytes) {
+        const ssize_t count = read(descriptor.Get(), buffer.data(), buffer.size());
+        if (count == 0) {
+            break;
+        }
+        if (count < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            RaiseStoreError(errno);
+        }
+        bytes.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    return bytes;
+}
 
 /// Moves a file that holds no settings out of the way, under a name that nothing has yet.
 void SetAside(const std::filesystem::path& file) {
     std::filesystem::path aside;
     std::error_code failure;
-    for (int number = 1; aside.empty() || std::filesystem::exists(aside, failure); ++number) {
-        aside = file.string() + fmt::format(".damaged-{}", number);
-    }
+    int number = 0;
+    do {
+        aside = file.string() + fmt::format(".damaged-{}", ++number);
+    } while (std::filesystem::exists(std::filesystem::symlink_status(aside, failure)));
     std::filesystem::rename(file, aside, failure);
     if (failure) {
-        RaiseSystemError(failure.value(), kSource);
+        RaiseStoreError(failure.value());
     }
-    fmt::print(stderr, "The settings in {} are damaged; they have been set aside as {}.\n", file.string(),
-               aside.string());
+    // Not by a call that fails where nobody can be told: a closed standard error ends no program.
+    std::fputs(fmt::format("The settings in {} are damaged; they have been set aside as {}.\n", file.string(),
+                           aside.string())
+                   .c_str(),
+               stderr);
+}
+
+bool IsInteger32(const Json& value) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    if (value.is_number_unsigned()) {  // apart, since a large one compared as signed would count as negative
+        return value.get<std::uint64_t>() <= std::uint64_t{Limits::max()};
+    }
+    return value.is_number_integer() && value.get<std::int64_t>() >= Limits::min() &&
+           value.get<std::int64_t>() <= Limits::max();
 }
 
 bool IsUtf8(const std::string& text) {
@@ -106,9 +188,7 @@ bool HoldsBytes(const Json& value) {
 bool HoldsSettings(const Json& json) {
     const auto isValue = [](const Json& value) {
         const bool text = value.contains(kText) && value[kText].is_string();
-        const bool integer = value.contains(kInteger) && value[kInteger].is_number_integer() &&
-                             value[kInteger] >= std::numeric_limits<std::int32_t>::min() &&
-                             value[kInteger] <= std::numeric_limits<std::int32_t>::max();
+        const bool integer = value.contains(kInteger) && IsInteger32(value[kInteger]);
         const bool bytes = value.contains(kBytes) && HoldsBytes(value[kBytes]);
         return value.is_object() && value.size() == 1 && (text || integer || bytes);
     };
@@ -119,20 +199,14 @@ bool HoldsSettings(const Json& json) {
 
 /// The file's settings, empty if there is no file; nothing for a damaged one.
 std::optional<Json> Parse(const std::filesystem::path& file) {
-    std::error_code failure;
-    if (!std::filesystem::exists(file, failure)) {
+    const std::optional<std::string> bytes = ReadBytes(file);
+    if (!bytes) {
         return Json::object();
     }
-    if (std::filesystem::is_directory(file, failure)) {
-        RaiseSystemError(EISDIR, kSource);
+    if (bytes->size() > kMostBytes) {
+        return std::nullopt;
     }
-    errno = 0;
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        RaiseSystemError(errno != 0 ? errno : EIO, kSource);
-    }
-    const std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    Json json = Json::parse(bytes, nullptr, false);
+    Json json = Json::parse(*bytes, nullptr, false);
     return HoldsSettings(json) ? std::optional(std::move(json)) : std::nullopt;
 }
 
@@ -158,8 +232,12 @@ Json LoadToRead(const std::filesystem::path& file) {
 }
 
 void Save(const std::filesystem::path& file, const Json& json) {
+    const std::string bytes = json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    if (bytes.size() > kMostBytes) {
+        RaiseStoreError(EFBIG);  // written, it would be unreadable
+    }
     AtomicFile target(file);
-    target.Write(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+    target.Write(bytes);
     target.Commit();
 }
 
@@ -181,11 +259,14 @@ bool SettingsFile::HasKey(const SettingsKey& key) const {
     return LoadToRead(m_file).contains(KeyName(key));
 }
 
-void SettingsFile::CreateKey(const SettingsKey& key) {
+bool SettingsFile::CreateKey(const SettingsKey& key) {
     const Lock lock(m_file);
     Json json = Load(m_file);
-    json.emplace(KeyName(key), Json::object());
-    Save(m_file, json);
+    const bool created = json.emplace(KeyName(key), Json::object()).second;
+    if (created) {
+        Save(m_file, json);
+    }
+    return created;
 }
 
 std::optional<SettingsValue> SettingsFile::Read(const SettingsKey& key, const std::string& name) const {

@@ -21,8 +21,8 @@ struct SettingsKey {
 /// Settings in one file of the user's configuration folder.
 ///
 /// Every change reads the file afresh, changes one value and replaces the file whole, under a lock: programs
-/// that write at once lose nothing of each other's. A file that holds no settings is set aside under a new
-/// name, with a line on standard error, and the store starts empty.
+/// that write at once lose nothing of each other's. A file that holds no settings, or is larger than 1 MiB,
+/// is set aside under a new name, with a line on standard error, and the store starts empty.
 class SettingsFile {
   public:
     explicit SettingsFile(std::filesystem::path file);
@@ -30,9 +30,11 @@ class SettingsFile {
     /// `genvara/settings.json` in the user's configuration folder ($XDG_CONFIG_HOME, or ~/.config).
     [[nodiscard]] static std::filesystem::path DefaultPath();
 
-    // All of these raise the system's number from "SettingsFile" if the file cannot be read or written.
+    // All of these raise the system's number from "SettingsFile" if the file cannot be read or written, or
+    // would become larger than 1 MiB. Only a file that is not there counts as empty.
     [[nodiscard]] bool HasKey(const SettingsKey& key) const;
-    void CreateKey(const SettingsKey& key);
+    /// Creates a key where it is missing; true if this call did.
+    bool CreateKey(const SettingsKey& key);
     [[nodiscard]] std::optional<SettingsValue> Read(const SettingsKey& key, const std::string& name) const;
     void Write(const SettingsKey& key, const std::string& name, const SettingsValue& value);
 

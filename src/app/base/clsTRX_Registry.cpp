@@ -70,6 +70,16 @@ std::string ToText(const clsTRX_Registry::Variant& value) {
     throw RaisedError(code, kSource, fmt::format("System error {}", code));
 }
 
+/// A value of the store; a failure of the system is raised as its own number.
+std::optional<SettingsValue> ReadValue(const SettingsFile& store, const SettingsKey& key,
+                                       const std::string& name) {
+    try {
+        return store.Read(key, name);
+    } catch (const RaisedError& failure) {
+        RaiseSystemCode(failure.Number());
+    }
+}
+
 }  // namespace
 
 void clsTRX_Registry::SubKey(std::string path) {
@@ -97,7 +107,7 @@ clsTRX_Registry::Variant clsTRX_Registry::Value(const std::string& name, std::in
     if (type != registry_type::REG_SZ && type != registry_type::REG_DWORD) {
         throw RaisedError(kUnimplementedType, kSource, "Unimplemented registry type.");
     }
-    const std::optional<SettingsValue> value = m_store->Read(Key(), name);
+    const std::optional<SettingsValue> value = ReadValue(*m_store, Key(), name);
     if (!value) {
         RaiseSystemCode(kSystemNotFound);
     }
@@ -117,12 +127,11 @@ std::int32_t clsTRX_Registry::OpenKey() {
     }
     const SettingsKey key{.root = m_rootKey, .path = m_subKey};
     std::int32_t result = kExisted;
-    if (!OnStore([&] { return m_store->HasKey(key); })) {
-        if (!m_autoCreate) {
-            throw RaisedError(kKeyDoesNotExist, kSource, "Key does not exist");
-        }
-        OnStore([&] { m_store->CreateKey(key); });
-        result = kCreated;
+    if (m_autoCreate) {
+        // One step of the store, so that of two programs at once only one is told that it created the key.
+        result = OnStore([&] { return m_store->CreateKey(key); }) ? kCreated : kExisted;
+    } else if (!OnStore([&] { return m_store->HasKey(key); })) {
+        throw RaisedError(kKeyDoesNotExist, kSource, "Key does not exist");
     }
     m_open = true;
     m_openRoot = m_rootKey;

@@ -51,7 +51,8 @@ class clsTRX_Registry {
     /// A value of the open key.
     /// @throws RaisedError 0x800403EE "No key opened."; 0x800403EF "Unimplemented registry type."; the
     ///         system's code itself: 2 for a missing value, 13 for one of the other type, 234 for a text of
-    ///         more than 255 characters, which the read buffer does not hold.
+    ///         more than 255 characters, which the read buffer does not hold, and that of a store that
+    ///         cannot be read.
     [[nodiscard]] Variant Value(const std::string& name, std::int32_t type) const;
 
     /// Opens `SubKey` below `RootKey`; 1 if the key was created, 2 if it existed. Does not close another one.

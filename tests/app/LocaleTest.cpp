@@ -1,0 +1,84 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <locale>
+
+#include "CDefaults.h"
+#include "KeyFilters.h"
+#include "NumberText.h"
+#include "ProgramOptions.h"
+#include "TemporaryFolder.h"
+#include "clsTRX_Registry.h"
+
+namespace genvara {
+namespace {
+
+constexpr const char* kGerman = "de_DE.UTF-8";
+
+/// A locale with a decimal comma, built for the test: the machine need not have one installed.
+class GermanUser : public testing::Test {
+  protected:
+    void SetUp() override {
+        const std::string command = "localedef -i de_DE -f UTF-8 '" + (m_folder / kGerman).string() + "' >&2";
+        if (std::system(command.c_str()) != 0) {
+            GTEST_SKIP() << "no localedef, or no sources of locales, on this machine";
+        }
+        setenv("LOCPATH", m_folder.Path().c_str(), 1);
+        unsetenv("LC_ALL");
+    }
+    void TearDown() override {
+        std::locale::global(std::locale::classic());
+        setlocale(LC_ALL, "C");
+        unsetenv("LC_NUMERIC");
+        unsetenv("LOCPATH");
+    }
+
+    TemporaryFolder m_folder;
+};
+
+TEST_F(GermanUser, DecimalSeparatorIsThatOfTheEnvironmentAlone) {
+    setenv("LC_NUMERIC", kGerman, 1);
+    EXPECT_EQ(DecimalSeparator(), ",");
+    EXPECT_STREQ(localeconv()->decimal_point, ".");  // the process keeps its own
+    setenv("LC_NUMERIC", "C", 1);
+    EXPECT_EQ(DecimalSeparator(), ".");
+    setenv("LC_NUMERIC", "no_SUCH", 1);
+    EXPECT_EQ(DecimalSeparator(), ".");
+}
+
+TEST_F(GermanUser, FilesHoldTheSameUnderAnyLocale) {
+    const auto write = [this](const std::string& name) {
+        SettingsFile file(m_folder / name);
+        clsTRX_Registry registry(file);
+        CDefaults defaults;
+        defaults.Altitude(-499.5);
+        defaults.VoltageLL(13800);
+        defaults.SaveDefaults(registry, "Defaults");
+        WriteOptions(registry, "", {.projectPath = "/p", .isMetric = true, .maxSetsRecommended = 123456});
+        CDefaults read;
+        read.ReadDefaults(registry, "Defaults");
+        EXPECT_EQ(read.Altitude(), -499.5);
+        EXPECT_EQ(read.AmbTemp(), 21.1111111111);
+        return ReadBytes(m_folder / name);
+    };
+    const std::string classic = write("classic.json");
+    ASSERT_STREQ(setlocale(LC_ALL, kGerman), kGerman);
+    std::locale::global(std::locale(kGerman));
+    char comma[8];
+    std::snprintf(comma, sizeof comma, "%.1f", 1.5);
+    ASSERT_STREQ(comma, "1,5");  // the locale is at work
+    const std::string german = write("german.json");
+    EXPECT_EQ(german, classic);
+    EXPECT_THAT(german, testing::HasSubstr("\"-499.5\""));
+    EXPECT_THAT(german, testing::HasSubstr("\"21.1111111111\""));
+    EXPECT_THAT(german, testing::HasSubstr("123456"));
+    EXPECT_EQ(RenderFixed(1234.5, 2), "1234.50");
+    EXPECT_EQ(RenderPlain(0.85), "0.85");
+    EXPECT_EQ(ParseNumber("1.5"), 1.5);
+}
+
+}  // namespace
+}  // namespace genvara
