@@ -5,6 +5,7 @@
 
 #include "CatalogueBuilder.h"
 #include "ProgramOptions.h"
+#include "RaisedError.h"
 #include "TemporaryFolder.h"
 
 namespace genvara {
@@ -87,11 +88,11 @@ TEST(Application, StartsWithFactorySettingsAndStoresAllSixOptionsAtItsEnd) {
     EXPECT_EQ(registry.Value("MaxLoad", registry_type::REG_DWORD), Variant(80));
     EXPECT_EQ(registry.Value("MinLoad", registry_type::REG_DWORD), Variant(25));
     CApplication next(Conditions(folder));
-    next.Run([](CApplication& started) {
+    EXPECT_TRUE(next.Run([](CApplication& started) {
         EXPECT_TRUE(started.IsMetric());
         EXPECT_EQ(started.ProjectPath(), "/projects");
         EXPECT_EQ(started.Designer().MinLoading(), 25);
-    });
+    }));
 }
 
 TEST(Application, EndsWithoutAWordWhereTheDatabaseIsMissing) {
@@ -104,30 +105,130 @@ TEST(Application, EndsWithoutAWordWhereTheDatabaseIsMissing) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(Application, KeepsStoredOptionsWithoutADatabaseAndReadsNoOtherVersions) {
-    const TemporaryFolder folder;
+/// A value that an earlier run stored.
+void Store(const TemporaryFolder& folder, const std::string& key, const std::string& name, std::int32_t type,
+           const clsTRX_Registry::Variant& value) {
     SettingsFile settings(folder / "settings.json");
     clsTRX_Registry registry(settings);
-    const OptionValues stored{.projectPath = "/mine", .isMetric = true, .maxSetsRecommended = 3};
-    WriteOptions(registry, CApplication::BaseRegistrySubkey(), stored);
+    registry.SubKey(key);
+    registry.AutoCreate(true);
+    registry.OpenKey();
+    registry.Value(name, type, value);
+}
+
+TEST(Application, ADatabaseThatIsNoneEndsTheStartToo) {
+    const TemporaryFolder folder;
+    WriteBytes(folder / "Genvara.db", std::string(4096, 'x'));
+    CApplication application(Conditions(folder));
+    EXPECT_FALSE(application.Run([](CApplication&) { FAIL() << "no window may be shown"; }));
+}
+
+TEST(Application, AStartThatFailedKeepsTheOptionsOfTheRunBefore) {
+    const TemporaryFolder folder;
+    Store(folder, "Software\\Morvane\\Genvara\\8.0.0\\Options", "ProjPath", registry_type::REG_SZ,
+          "/projects");
     const std::string before = ReadBytes(folder / "settings.json");
     {
         CApplication application(Conditions(folder));
         EXPECT_FALSE(application.Run([](CApplication&) {}));
     }
     EXPECT_EQ(ReadBytes(folder / "settings.json"), before);
+}
 
-    const TemporaryFolder other;
-    BuildDatabase(other);
-    SettingsFile otherSettings(other / "settings.json");
-    clsTRX_Registry otherRegistry(otherSettings);
-    WriteOptions(otherRegistry, "Software\\Morvane\\Genvara\\7.9.0\\", stored);
-    CApplication application(Conditions(other));
+TEST(Application, AFailureOfTheWindowEndsTheRunAndTheOptionsAreStillWritten) {
+    const TemporaryFolder folder;
+    BuildDatabase(folder);
+    {
+        CApplication application(Conditions(folder));
+        EXPECT_FALSE(application.Run([](CApplication&) { throw RaisedError(1, "frmMain", "no display"); }));
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder / "settings.json"));
+}
+
+TEST(Application, ReadsNoOptionsOfAnotherVersion) {
+    const TemporaryFolder folder;
+    BuildDatabase(folder);
+    Store(folder, "Software\\Morvane\\Genvara\\7.9.0\\Options", "IsMetric", registry_type::REG_DWORD, -1);
+    CApplication application(Conditions(folder));
+    EXPECT_TRUE(application.Run([](CApplication& started) { EXPECT_FALSE(started.IsMetric()); }));
+}
+
+TEST(Application, GoesOnBehindAnOptionThatItsTargetRefuses) {
+    const TemporaryFolder folder;
+    BuildDatabase(folder);
+    const std::string options = "Software\\Morvane\\Genvara\\8.0.0\\Options";
+    Store(folder, options, "NumSets", registry_type::REG_SZ, "seven");  // of the other type
+    Store(folder, options, "MaxLoad", registry_type::REG_DWORD, 101);   // above 100 %
+    Store(folder, options, "MinLoad", registry_type::REG_DWORD, 10);
+    CApplication application(Conditions(folder));
     EXPECT_TRUE(application.Run([](CApplication& started) {
-        EXPECT_EQ(started.ProjectPath(), "");
-        EXPECT_FALSE(started.IsMetric());
         EXPECT_EQ(started.Designer().MaxSetsRecommended(), 16);
+        EXPECT_EQ(started.Designer().MaxLoading(), 80);
+        EXPECT_EQ(started.Designer().MinLoading(), 10);
     }));
+}
+
+TEST(Application, StartsANewProjectFromTheUsersDefaults) {
+    const TemporaryFolder folder;
+    BuildDatabase(folder);
+    {
+        SettingsFile settings(folder / "settings.json");
+        clsTRX_Registry registry(settings);
+        CDefaults defaults;
+        defaults.UserName("Ann");
+        defaults.VoltageLL(208);
+        defaults.SaveDefaults(registry, CApplication::BaseRegistrySubkey() + "Defaults");
+    }
+    CApplication application(Conditions(folder));
+    EXPECT_TRUE(application.Run([](CApplication& started) {
+        EXPECT_EQ(started.Defaults().UserName(), "Ann");
+        EXPECT_EQ(started.Project().UserName(), "Ann");
+        EXPECT_EQ(started.PowerSystem().Voltage(), 208);
+    }));
+}
+
+TEST(Application, StartsAndEndsWithoutAWordWhereSettingsCannotBeKept) {
+    const TemporaryFolder folder;
+    BuildDatabase(folder);
+    std::filesystem::create_directory(folder / "settings.json");
+    testing::internal::CaptureStderr();
+    {
+        CApplication application(Conditions(folder));
+        EXPECT_TRUE(application.Run([](CApplication& started) {
+            EXPECT_EQ(started.Defaults().VoltageLL(), 480);
+            EXPECT_EQ(started.Designer().MaxLoading(), 80);
+        }));
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(Application, TheSecondBrandHasItsWordsButTheFirstOnesHelpAndKey) {
+    const TemporaryFolder folder;
+    BuildDatabase(folder);
+    StartConditions conditions = Conditions(folder);
+    conditions.brandLabel = brand::kCaldrix;
+    CApplication application(conditions);
+    EXPECT_EQ(application.BrandLabel(), 1);
+    EXPECT_EQ(WordsOf(application.BrandLabel()).productName, "Ohmvane");
+    EXPECT_EQ(WordsOf(application.BrandLabel()).webCaption, "Caldrix on the &Web");
+    EXPECT_EQ(WordsOf(0).webCaption, "Morvane on the &Web");
+    EXPECT_EQ(WordsOf(2).productName, "");
+    EXPECT_EQ(WordsOf(-1).productName, "");
+    EXPECT_TRUE(application.Run([&](CApplication& started) {
+        EXPECT_EQ(started.HelpFile(), folder.Path().string() + "\\GVHelp\\Helpfile.hlp");
+    }));
+    EXPECT_EQ(CApplication::BaseRegistrySubkey(), "Software\\Morvane\\Genvara\\8.0.0\\");
+}
+
+TEST(Application, LooksForItsDatabaseBesideTheProgram) {
+    const TemporaryFolder folder;
+    const CApplication application(Conditions(folder));
+    EXPECT_EQ(application.DatabaseFile(), folder / "Genvara.db");
+    EXPECT_THAT(application.DBConnectStr(),
+                testing::HasSubstr("Data Source=" + (folder / "Genvara.db").string() + ";"));
+    EXPECT_TRUE(std::filesystem::equivalent(ProgramFolder(),
+                                            std::filesystem::read_symlink("/proc/self/exe").parent_path()));
+    EXPECT_EQ(StartConditions{}.programFolder, ProgramFolder());
 }
 
 TEST(Application, LeavesTheMotorTablesEmptyWhereTheyCannotBeRead) {

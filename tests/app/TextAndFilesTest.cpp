@@ -172,12 +172,13 @@ TEST(ErrorLog, AppendsToItsFileOnlyWhenAskedAndAcrossRuns) {
     EXPECT_EQ(ReadBytes(folder / "err.log"), "in the file\r\n\r\nin the file\r\n\r\n");
 }
 
-TEST(ErrorLog, RaisesWhereItsFileCannotBeWritten) {
+TEST(ErrorLog, KeepsTheTextOfAnEntryThatItsFileDoesNotTake) {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder / "err.log");
     ErrorLog log(folder.Path());
     log.LogToFile(true);
-    EXPECT_THAT([&] { log.LogError("x"); }, Raises(EISDIR, "ErrorLog", "Is a directory"));
+    EXPECT_THAT([&] { log.LogError("lost"); }, Raises(EISDIR, "ErrorLog", "Is a directory"));
+    EXPECT_EQ(log.Text(), "lost\r\n");
 }
 
 TEST(KeyFilters, NumericTakesDigitsAndOneSeparator) {
@@ -192,6 +193,16 @@ TEST(KeyFilters, NumericTakesDigitsAndOneSeparator) {
     EXPECT_EQ(NumericKeyFilter("1", U'٣', "."), KeyVerdict::Refuse);
 }
 
+TEST(KeyFilters, NumericTakesASeparatorOfSeveralBytes) {
+    const std::string arabic = "٫";  // U+066B
+    EXPECT_EQ(NumericKeyFilter("1", U'٫', arabic), KeyVerdict::Pass);
+    EXPECT_EQ(NumericKeyFilter("1٫", U'٫', arabic), KeyVerdict::Refuse);
+    EXPECT_EQ(NumericKeyFilter("1", U'.', arabic), KeyVerdict::Refuse);
+    EXPECT_FALSE(ValidateNumericText("1٫5", arabic));
+    EXPECT_TRUE(ValidateNumericText("1٫5٫2", arabic));
+    EXPECT_EQ(NumericKeyFilter("", U'.', ""), KeyVerdict::Refuse);  // no separator at all
+}
+
 TEST(KeyFilters, DigitsAndLengths) {
     EXPECT_EQ(DigitKeyFilter(U'0'), KeyVerdict::Pass);
     EXPECT_EQ(DigitKeyFilter(kBackspace), KeyVerdict::Pass);
@@ -199,7 +210,10 @@ TEST(KeyFilters, DigitsAndLengths) {
     EXPECT_EQ(NonZeroDigitKeyFilter(" ", U'0'), KeyVerdict::Refuse);
     EXPECT_EQ(NonZeroDigitKeyFilter("1", U'0'), KeyVerdict::Pass);
     EXPECT_EQ(NonZeroDigitKeyFilter("", U'7'), KeyVerdict::Pass);
+    EXPECT_EQ(NonZeroDigitKeyFilter("", kBackspace), KeyVerdict::Pass);
+    EXPECT_EQ(NonZeroDigitKeyFilter("", U'-'), KeyVerdict::Refuse);
     EXPECT_EQ(MaxLengthKeyFilter(2, 0, 3, U'1'), KeyVerdict::Pass);
+    EXPECT_EQ(MaxLengthKeyFilter(4, 0, 3, U'1'), KeyVerdict::Refuse);  // longer already
     EXPECT_EQ(MaxLengthKeyFilter(3, 0, 3, U'1'), KeyVerdict::Refuse);
     EXPECT_EQ(MaxLengthKeyFilter(3, 1, 3, U'1'), KeyVerdict::Pass);
     EXPECT_EQ(MaxLengthKeyFilter(3, 0, 3, kBackspace), KeyVerdict::Pass);
