@@ -1,0 +1,50 @@
+#include "ChoiceBox.h"
+
+#include <QWheelEvent>
+
+namespace genvara {
+
+ChoiceBox::ChoiceBox(const QString& name, QWidget* parent) : QComboBox(parent) {
+    setObjectName(name);
+    setFocusPolicy(Qt::StrongFocus);
+    connect(this, &QComboBox::activated, this, &ChoiceBox::Clicked);
+}
+
+void ChoiceBox::AddRow(const QString& text, std::int32_t code) {
+    const int selected = currentIndex();
+    addItem(text, code);
+    setCurrentIndex(selected);  // the first row of an empty list is not selected by itself
+}
+
+void ChoiceBox::SelectRow(int row) {
+    setCurrentIndex(row);
+    if (row >= 0) {
+        emit Clicked(row);
+    }
+}
+
+void ChoiceBox::SelectCode(std::int32_t code) {
+    const int row = findData(code);
+    if (row >= 0) {
+        SelectRow(row);
+    }
+}
+
+std::optional<std::int32_t> ChoiceBox::Code() const {
+    return currentIndex() < 0 ? std::nullopt : std::optional<std::int32_t>(currentData().toInt());
+}
+
+void ChoiceBox::wheelEvent(QWheelEvent* event) {
+    if (hasFocus()) {
+        QComboBox::wheelEvent(event);
+    } else {
+        event->ignore();
+    }
+}
+
+void ChoiceBox::focusInEvent(QFocusEvent* event) {
+    QComboBox::focusInEvent(event);
+    emit Entered();
+}
+
+}  // namespace genvara

@@ -1,0 +1,95 @@
+#include "FormGrid.h"
+
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QWidget>
+
+#include "EntryField.h"
+#include "Texts.h"
+
+namespace genvara {
+namespace {
+
+constexpr std::int32_t kOkString = 30;
+constexpr std::int32_t kCancelString = 31;
+
+}  // namespace
+
+FormGrid::FormGrid(QWidget* parent) : QGridLayout(parent) {
+    setHorizontalSpacing(metrics::kGap * 3 / 2);
+    setVerticalSpacing(metrics::kGap);
+    setColumnStretch(2, 1);
+}
+
+QLabel* FormGrid::AddField(const QString& labelName, const QString& caption, QWidget* field,
+                           QWidget* behind) {
+    auto* label = new QLabel(caption);
+    label->setObjectName(labelName);
+    label->setBuddy(field);
+    if (field->accessibleName().isEmpty()) {
+        field->setAccessibleName(WithoutMnemonic(caption));
+    }
+    const int row = rowCount();
+    addWidget(label, row, 0, Qt::AlignLeft | Qt::AlignVCenter);
+    const bool narrow = field->maximumWidth() < QWIDGETSIZE_MAX || behind != nullptr;
+    if (narrow) {
+        auto* line = new QHBoxLayout;
+        line->setSpacing(metrics::kGap);
+        line->addWidget(field);
+        if (behind != nullptr) {
+            line->addWidget(behind);
+        }
+        line->addStretch(1);
+        addLayout(line, row, 1, 1, 2);
+    } else {
+        addWidget(field, row, 1, 1, 2);
+    }
+    return label;
+}
+
+void FormGrid::AddWide(QWidget* widget) {
+    addWidget(widget, rowCount(), 0, 1, 3);
+}
+
+QLabel* FormGrid::MakeNote(const QString& name, const QString& text) {
+    auto* note = new QLabel(text);
+    note->setObjectName(name);
+    note->setForegroundRole(QPalette::PlaceholderText);
+    return note;
+}
+
+QWidget* Beside(QWidget* field, QWidget* arrows, QWidget* note) {
+    auto* pair = new QWidget;
+    auto* line = new QHBoxLayout(pair);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(0);
+    line->addWidget(field);
+    line->addWidget(arrows);
+    if (note != nullptr) {
+        line->addSpacing(metrics::kGap);
+        line->addWidget(note);
+    }
+    pair->setFocusProxy(field);
+    pair->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return pair;
+}
+
+void SetDigits(QWidget& field, int digits) {
+    constexpr int kFrame = 22;  // the field's frame and inner margins
+    field.setFixedWidth(field.fontMetrics().horizontalAdvance('0') * digits + kFrame);
+}
+
+OkCancel MakeOkCancel() {
+    auto* box = new QDialogButtonBox;
+    auto* ok = new QPushButton(Caption(kOkString));
+    ok->setObjectName("cmdOK");
+    ok->setDefault(true);
+    auto* cancel = new QPushButton(Caption(kCancelString));
+    cancel->setObjectName("cmdCancel");
+    LeavesUnchecked(*cancel);
+    box->addButton(ok, QDialogButtonBox::AcceptRole);
+    box->addButton(cancel, QDialogButtonBox::RejectRole);
+    return {.box = box, .ok = ok, .cancel = cancel};
+}
+
+}  // namespace genvara

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QApplication>
+
+namespace genvara {
+
+/// The program's event loop: it checks the field at hand before a click goes elsewhere, and hands failures
+/// that pass the top of an event routine to the last-chance handler.
+class GenvaraApplication : public QApplication {
+    Q_OBJECT
+
+  public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override;
+};
+
+}  // namespace genvara

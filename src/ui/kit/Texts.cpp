@@ -1,0 +1,23 @@
+#include "Texts.h"
+
+#include "StringTable.h"
+
+namespace genvara {
+
+QString ToQt(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string FromQt(const QString& text) {
+    return text.toStdString();
+}
+
+QString Caption(std::int32_t id) {
+    return ToQt(StringTable::Text(id));
+}
+
+QString WithoutMnemonic(QString caption) {
+    return caption.remove('&');
+}
+
+}  // namespace genvara

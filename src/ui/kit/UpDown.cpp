@@ -1,0 +1,61 @@
+#include "UpDown.h"
+
+#include <QKeyEvent>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "NumberText.h"
+
+namespace genvara {
+namespace {
+
+constexpr int kArrowWidth = 18;  // pixels
+
+}  // namespace
+
+UpDown::UpDown(const QString& name, EntryField& buddy, Range range, QWidget* parent)
+    : QWidget(parent), m_buddy(&buddy), m_range(range) {
+    setObjectName(name);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(AddArrow(Qt::UpArrow, 1));
+    column->addWidget(AddArrow(Qt::DownArrow, -1));
+    setFixedSize(kArrowWidth, buddy.sizeHint().height());
+    buddy.installEventFilter(this);
+}
+
+QToolButton* UpDown::AddArrow(Qt::ArrowType arrow, std::int32_t steps) {
+    auto* button = new QToolButton(this);
+    button->setArrowType(arrow);
+    button->setAutoRepeat(true);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    button->setAccessibleName(steps > 0 ? tr("Increase") : tr("Decrease"));
+    connect(button, &QToolButton::clicked, this, [this, steps] { Step(steps); });
+    return button;
+}
+
+void UpDown::Step(std::int32_t steps) {
+    const std::optional<double> held = ParseNumber(m_buddy->Content());
+    const double least = m_range.least;
+    const double next = held ? *held + static_cast<double>(steps * m_range.step) : least;
+    const auto value = static_cast<std::int32_t>(
+        std::clamp(next, least, std::max(least, static_cast<double>(m_range.most))));
+    m_buddy->setText(QString::number(value));
+    emit Stepped(value);
+}
+
+bool UpDown::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && isEnabled()) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Up || key == Qt::Key_Down) {
+            Step(key == Qt::Key_Up ? 1 : -1);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace genvara

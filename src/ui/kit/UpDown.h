@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QWidget>
+#include <cstdint>
+
+#include "EntryField.h"
+
+class QToolButton;
+
+namespace genvara {
+
+/// The two arrows beside a number field, its buddy. Arrow keys in the buddy do the same.
+class UpDown : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// Bounds and step of the number.
+    struct Range {
+        std::int32_t least = 0;
+        std::int32_t most = 100;
+        std::int32_t step = 1;
+    };
+
+    UpDown(const QString& name, EntryField& buddy, Range range, QWidget* parent = nullptr);
+
+    /// The largest number that the arrows reach.
+    void Most(std::int32_t most) noexcept { m_range.most = most; }
+    [[nodiscard]] const Range& Bounds() const noexcept { return m_range; }
+
+  signals:
+    /// The arrows have changed the buddy's text.
+    void Stepped(std::int32_t value);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void Step(std::int32_t steps);
+    QToolButton* AddArrow(Qt::ArrowType arrow, std::int32_t steps);
+
+    EntryField* m_buddy;
+    Range m_range;
+};
+
+}  // namespace genvara
