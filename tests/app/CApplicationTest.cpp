@@ -205,6 +205,8 @@ TEST(Application, StartsAndEndsWithoutAWordWhereSettingsCannotBeKept) {
 TEST(Application, TheSecondBrandHasItsWordsButTheFirstOnesHelpAndKey) {
     const TemporaryFolder folder;
     BuildDatabase(folder);
+    std::filesystem::create_directory(folder / "GVHelp");
+    WriteBytes(folder / "GVHelp/Helpfile.hlp", "<p>Help</p>");
     StartConditions conditions = Conditions(folder);
     conditions.brandLabel = brand::kCaldrix;
     CApplication application(conditions);
@@ -215,7 +217,7 @@ TEST(Application, TheSecondBrandHasItsWordsButTheFirstOnesHelpAndKey) {
     EXPECT_EQ(WordsOf(2).productName, "");
     EXPECT_EQ(WordsOf(-1).productName, "");
     EXPECT_TRUE(application.Run([&](CApplication& started) {
-        EXPECT_EQ(started.HelpFile(), folder.Path().string() + "\\GVHelp\\Helpfile.hlp");
+        EXPECT_EQ(started.HelpFile().Filename(), folder / "GVHelp/Helpfile.hlp");
     }));
     EXPECT_EQ(CApplication::BaseRegistrySubkey(), "Software\\Morvane\\Genvara\\8.0.0\\");
 }

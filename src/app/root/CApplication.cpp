@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <system_error>
 #include <utility>
 
@@ -50,6 +51,12 @@ std::filesystem::path CApplication::DatabaseFile() const {
     return m_conditions.programFolder / kDatabaseName;
 }
 
+std::filesystem::path CApplication::ProgramFile(std::string_view relative) const {
+    std::string path = m_conditions.programFolder.string() + std::string(relative);
+    std::ranges::replace(path, '\\', '/');
+    return path;
+}
+
 void CApplication::LoadMotorConversions() noexcept {
     FailureRegion region;
     region.Run([this] { m_motors = GensetDatabase(DatabaseFile()).ReadMotorConversions(); });
@@ -64,10 +71,11 @@ bool CApplication::Run(const std::function<void(CApplication&)>& showMainWindow)
 }
 
 void CApplication::Initialize() {
-    m_helpFile = m_conditions.programFolder.string() + std::string(HelpFileName());
+    FailureRegion region;
+    // A missing help file is told when somebody asks for help.
+    region.Run([this] { m_helpFile.Filename(ProgramFile(HelpFileName()).string()); });
     m_registry = std::make_unique<clsTRX_Registry>(m_settings);
     m_defaults = std::make_unique<CDefaults>();
-    FailureRegion region;
     // A first run has no defaults to read; the factory's stand.
     region.Run([this] { m_defaults->ReadDefaults(*m_registry, BaseRegistrySubkey() + "Defaults"); });
 

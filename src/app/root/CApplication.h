@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "Brand.h"
 #include "CDefaults.h"
@@ -16,6 +17,7 @@
 #include "GensetDatabase.h"
 #include "MotorConversions.h"
 #include "SettingsFile.h"
+#include "clsTRX_HelpFile.h"
 #include "clsTRX_Registry.h"
 
 namespace genvara {
@@ -62,8 +64,19 @@ class CApplication {
     /// File of that database.
     [[nodiscard]] std::filesystem::path DatabaseFile() const;
 
-    /// Help file, in the program folder.
-    [[nodiscard]] const std::string& HelpFile() const noexcept { return m_helpFile; }
+    /// A file that the program brings along, by its path below the program folder in the spelling of the
+    /// string table ("\\GVHelp\\Helpfile.hlp").
+    [[nodiscard]] std::filesystem::path ProgramFile(std::string_view relative) const;
+
+    /// Picture of the program, for its windows; the file may be missing.
+    [[nodiscard]] std::filesystem::path AppIcon() const { return ProgramFile("\\Resources\\FERN.ico"); }
+
+    /// Tells the present time.
+    [[nodiscard]] const Clock& Now() const noexcept { return m_conditions.clock; }
+    /// Folder of the program and what it brings along.
+    [[nodiscard]] const std::filesystem::path& Folder() const noexcept { return m_conditions.programFolder; }
+
+    [[nodiscard]] clsTRX_HelpFile& HelpFile() noexcept { return m_helpFile; }
 
     // The objects of the graph; there from the end of `Run`'s initialisation on.
     [[nodiscard]] clsTRX_Registry& Registry() noexcept { return *m_registry; }
@@ -92,7 +105,7 @@ class CApplication {
     StartConditions m_conditions;
     std::string m_projectPath;
     bool m_isMetric = false;
-    std::string m_helpFile;
+    clsTRX_HelpFile m_helpFile;
     SettingsFile m_settings;
     MotorConversions m_motors;
     std::unique_ptr<clsTRX_Registry> m_registry;
