@@ -75,21 +75,33 @@ bool HasMotor(const CLoadStep& step, Question question) {
 
 }  // namespace
 
-std::int32_t CLoadStep::AddLoad(std::unique_ptr<Load> load) {
+void CLoadStep::RequireRoom() const {
     if (m_nextLoadId > kLastLoadId) {
         throw RaisedError(errors::FromBase(3), "CLoadStep::AddLoad",
                           "Maximum number of loads per step exceeded.");
     }
+}
+
+std::int32_t CLoadStep::AddLoad(std::unique_ptr<Load> load) {
+    RequireRoom();
     load->ID(m_nextLoadId);
     m_loads.push_back(std::move(load));
     return m_nextLoadId++;
 }
 
-void CLoadStep::DeleteLoad(std::int32_t id) {
-    if (std::erase_if(m_loads, [id](const auto& load) { return load->ID() == id; }) == 0) {
+std::unique_ptr<Load> CLoadStep::TakeLoad(std::int32_t id) {
+    const auto found = std::ranges::find(m_loads, id, [](const auto& load) { return load->ID(); });
+    if (found == m_loads.end()) {
         throw RaisedError(errors::FromBase(2), "CLoadStep::DeleteLoad",
                           "The load requested could not be found.");
     }
+    std::unique_ptr<Load> load = std::move(*found);
+    m_loads.erase(found);
+    return load;
+}
+
+void CLoadStep::DeleteLoad(std::int32_t id) {
+    (void)TakeLoad(id);
 }
 
 Load* CLoadStep::LoadItem(std::int32_t id) const noexcept {

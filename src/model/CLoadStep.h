@@ -27,6 +27,14 @@ class CLoadStep {
     ///         "CLoadStep::AddLoad" at the 258th addition; the load is then lost.
     std::int32_t AddLoad(std::unique_ptr<Load> load);
 
+    /// Makes sure that `AddLoad` would take another load.
+    /// @throws RaisedError 0x80040003 as `AddLoad`.
+    void RequireRoom() const;
+
+    /// Gives a load away.
+    /// @throws RaisedError 0x80040002 as `DeleteLoad`.
+    [[nodiscard]] std::unique_ptr<Load> TakeLoad(std::int32_t id);
+
     /// @throws RaisedError 0x80040002 "The load requested could not be found." from "CLoadStep::DeleteLoad".
     void DeleteLoad(std::int32_t id);
 

@@ -93,7 +93,14 @@ constexpr auto kEntries = std::to_array<Entry>({
     {301, "&System Info..."},
     {302, "MSINFO32 failed to start."},
     {306, "Database Version"},
+    {307, "Copyright (c) 2002 Morvane. All rights reserved."},
     {308, "Build Date:"},
+    {309,
+     "Results are engineering estimates that rest on the data entered and on typical values. The final "
+     "choice of "
+     "a generator set, its alternator and its accessories is the responsibility of the engineer of record. "
+     "Ratings "
+     "and data are subject to change without notice."},
     {320, "Options"},
     {321, "Project Path"},
     {322, "&Browse..."},

@@ -29,22 +29,27 @@ QLabel* FormGrid::AddField(const QString& labelName, const QString& caption, QWi
     if (field->accessibleName().isEmpty()) {
         field->setAccessibleName(WithoutMnemonic(caption));
     }
-    const int row = rowCount();
-    addWidget(label, row, 0, Qt::AlignLeft | Qt::AlignVCenter);
-    const bool narrow = field->maximumWidth() < QWIDGETSIZE_MAX || behind != nullptr;
-    if (narrow) {
-        auto* line = new QHBoxLayout;
-        line->setSpacing(metrics::kGap);
-        line->addWidget(field);
-        if (behind != nullptr) {
-            line->addWidget(behind);
-        }
-        line->addStretch(1);
-        addLayout(line, row, 1, 1, 2);
-    } else {
-        addWidget(field, row, 1, 1, 2);
-    }
+    AddRow(label, field, behind);
     return label;
+}
+
+void FormGrid::AddRow(QWidget* caption, QWidget* field, QWidget* behind) {
+    const int row = rowCount();
+    addWidget(caption, row, 0, Qt::AlignLeft | Qt::AlignVCenter);
+    const bool narrow = behind != nullptr || field->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed ||
+                        field->maximumWidth() < QWIDGETSIZE_MAX;
+    if (!narrow) {
+        addWidget(field, row, 1, 1, 2);
+        return;
+    }
+    auto* line = new QHBoxLayout;
+    line->setSpacing(metrics::kGap);
+    line->addWidget(field);
+    if (behind != nullptr) {
+        line->addWidget(behind);
+    }
+    line->addStretch(1);
+    addLayout(line, row, 1, 1, 2);
 }
 
 void FormGrid::AddWide(QWidget* widget) {

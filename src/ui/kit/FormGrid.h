@@ -27,7 +27,9 @@ class FormGrid : public QGridLayout {
     /// @param caption with its mnemonic, if any.
     QLabel* AddField(const QString& labelName, const QString& caption, QWidget* field,
                      QWidget* behind = nullptr);
-    /// A row of a widget that brings its own caption, and another one behind it.
+    /// A row of a field behind a widget that is its caption, as a check box is.
+    void AddRow(QWidget* caption, QWidget* field, QWidget* behind = nullptr);
+    /// A row of a widget that brings its own caption, over the whole width.
     void AddWide(QWidget* widget);
 
     /// A text in the lighter tone of units and ranges.
