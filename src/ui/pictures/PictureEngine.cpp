@@ -20,7 +20,7 @@ struct Tones {
 };
 
 /// Mid greys that keep the two tones apart, and let half of any ground through: faint on white as on black.
-const Tones kDisabledTones{QColor(0x70, 0x70, 0x70), QColor(0x98, 0x98, 0x98), 0.55};
+const Tones kDisabledTones{QColor(0x70, 0x70, 0x70), QColor(0x90, 0x90, 0x90), 0.65};
 
 Tones TonesOf(QIcon::Mode mode) {
     if (mode == QIcon::Disabled) {

@@ -9,7 +9,7 @@ namespace genvara {
 /// The two tones that every picture is drawn in. They stand out alike from white and from a dark theme's
 /// ground.
 namespace tone {
-inline constexpr const char* kBody = "#6b7f93";
+inline constexpr const char* kBody = "#74889c";
 inline constexpr const char* kAccent = "#d97a14";
 }  // namespace tone
 
