@@ -1,4 +1,5 @@
-// Draws every picture, enabled and disabled, on light and dark grounds, onto one sheet to be looked at.
+// Draws every picture, enabled, disabled and selected, on light and dark grounds, onto one sheet to be looked
+// at.
 //
 //   picture_sheet SHEET.png [RATIO]     RATIO: device pixels to a pixel, 1 when it is not given
 
@@ -6,6 +7,8 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
+#include <QPalette>
+#include <array>
 
 #include "Pictures.h"
 
@@ -16,16 +19,16 @@ struct Family {
     QStringList names;
 };
 
-const Family kFamilies[] = {
-    {24, {"new", "open", "save", "print", "export", "cut", "copy", "paste", "help"}},
-    {48, {"project", "powersystem", "loadprofile", "recommend"}},
-    {16,
-     {"step", "airconditioning", "charger", "lighting", "medical", "misc", "motor", "office", "ups", "vfd"}},
-    {20,
-     {"step", "airconditioning", "charger", "lighting", "medical", "misc", "motor", "office", "ups", "vfd"}},
+const QStringList kTree = {"step", "airconditioning", "charger", "lighting", "medical",
+                           "misc", "motor",           "office",  "ups",      "vfd"};
+const std::array kFamilies = {
+    Family{24, {"new", "open", "save", "print", "export", "cut", "copy", "paste", "help"}},
+    Family{48, {"project", "powersystem", "loadprofile", "recommend"}},
+    Family{16, kTree},
+    Family{20, kTree},
 };
-const QColor kGrounds[] = {QColor("#ffffff"), QColor("#efefef"), QColor("#2b2b2b")};
-constexpr QIcon::Mode kModes[] = {QIcon::Normal, QIcon::Disabled};
+const std::array kGrounds = {QColor("#ffffff"), QColor("#efefef"), QColor("#2b2b2b")};
+constexpr std::array kModes = {QIcon::Normal, QIcon::Disabled, QIcon::Selected};
 constexpr int kWidth = 400;      // [px]
 constexpr int kRowsOfOne = 192;  // [px] the four families, one below the other
 constexpr int kGap = 14;         // [px]
@@ -53,15 +56,22 @@ int main(int argc, char** argv) {
         return 2;
     }
     const int ratio = arguments.size() > 2 ? qMax(1, arguments[2].toInt()) : 1;
-    constexpr int kHeight = kRowsOfOne * static_cast<int>(std::size(kGrounds));
-    QImage sheet(QSize(kWidth * 2, kHeight) * ratio, QImage::Format_RGB32);
+    constexpr int kColumns = static_cast<int>(kModes.size());
+    constexpr int kRows = static_cast<int>(kGrounds.size());
+    QImage sheet(QSize(kColumns * kWidth, kRows * kRowsOfOne) * ratio, QImage::Format_RGB32);
     sheet.setDevicePixelRatio(ratio);
     QPainter painter(&sheet);
-    for (int row = 0; row < static_cast<int>(std::size(kGrounds)); ++row) {
-        painter.fillRect(0, row * kRowsOfOne, 2 * kWidth, kRowsOfOne, kGrounds[row]);
-        for (int column = 0; column < static_cast<int>(std::size(kModes)); ++column) {
-            DrawFamilies(painter, QPoint(column * kWidth + kGap, row * kRowsOfOne + kGap), kModes[column]);
+    QRect place(0, 0, kWidth, kRowsOfOne);
+    for (const QColor& ground : kGrounds) {
+        place.moveLeft(0);
+        for (const QIcon::Mode mode : kModes) {
+            const bool selected = mode == QIcon::Selected;
+            painter.fillRect(place,
+                             selected ? QGuiApplication::palette().color(QPalette::Highlight) : ground);
+            DrawFamilies(painter, place.topLeft() + QPoint(kGap, kGap), mode);
+            place.translate(kWidth, 0);
         }
+        place.translate(0, kRowsOfOne);
     }
     painter.end();
     return sheet.save(arguments[1]) ? 0 : 1;

@@ -4,9 +4,9 @@
 //   render_picture splash SOURCE.svg TARGET.bmp     twice the drawing's own size
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QDataStream>
 #include <QFile>
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QSvgRenderer>
@@ -78,10 +78,9 @@ bool WriteSplash(QSvgRenderer& renderer, const QString& target) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // No window is shown: works where there is no display.
-    qputenv("QT_QPA_PLATFORM", "minimal");
-    const QGuiApplication application(argc, argv);
-    const QStringList arguments = QGuiApplication::arguments();
+    // No window and no font: drawings become images where there is no display as well.
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 4 || (arguments[1] != "icon" && arguments[1] != "splash")) {
         qCritical("usage: render_picture icon|splash SOURCE.svg TARGET");
         return 2;

@@ -7,7 +7,9 @@
 
 // The linker drops the resource of a static library unless somebody asks for it; the macro that asks works
 // outside of every namespace only.
-static void KeepPictures() { Q_INIT_RESOURCE(pictures); }
+static void KeepPictures() {
+    Q_INIT_RESOURCE(pictures);
+}
 
 namespace genvara {
 
