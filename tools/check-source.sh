@@ -8,12 +8,12 @@ list() {
   if git rev-parse --is-inside-work-tree >/dev/null 2>&1; then
     git ls-files -co --exclude-standard -- "$@"
   else
-    find src tests bench -type f
+    find src tests bench tools -type f
   fi
 }
 
 status=0
-sources=$(list src tests bench | grep -E '\.(h|cpp)$' | while read -r f; do [ -f "$f" ] && echo "$f"; done || true)
+sources=$(list src tests bench tools | grep -E '\.(h|cpp)$' | while read -r f; do [ -f "$f" ] && echo "$f"; done || true)
 if [ -n "$sources" ] && ! echo "$sources" | xargs clang-format --dry-run -Werror; then
   echo "Run clang-format -i on the files above." >&2
   status=1
