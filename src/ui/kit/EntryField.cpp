@@ -44,6 +44,9 @@ EntryField::EntryField(PlatformServices& platform, const QString& name, QWidget*
 }
 
 void EntryField::ShowError(const QString& sentence) {
+    if (!m_inError) {
+        m_ownToolTip = toolTip();
+    }
     m_inError = true;
     setStatusTip(sentence);
     setToolTip(sentence);
@@ -57,7 +60,7 @@ void EntryField::ClearError() {
     }
     m_inError = false;
     setStatusTip({});
-    setToolTip({});
+    setToolTip(m_ownToolTip);
     setAccessibleDescription({});
     ApplyColours();
 }
@@ -143,7 +146,8 @@ bool EntryField::focusNextPrevChild(bool next) {
 
 void EntryField::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::EnabledChange || event->type() == QEvent::PaletteChange) {
+    if (event->type() == QEvent::EnabledChange || event->type() == QEvent::ReadOnlyChange ||
+        event->type() == QEvent::PaletteChange) {
         ApplyColours();
     }
 }
@@ -158,6 +162,8 @@ void EntryField::ApplyColours() {
     if (m_inError) {
         colours.setColor(QPalette::Base, kErrorGround);
         colours.setColor(QPalette::Text, Qt::black);
+    } else if (isReadOnly()) {
+        colours.setColor(QPalette::Base, colours.color(QPalette::Window));
     } else if (!dark) {
         colours.setColor(QPalette::Disabled, QPalette::Base, kDisabledGround);
     }

@@ -68,7 +68,7 @@ class EntryField : public QLineEdit {
     bool m_inError = false;
     bool m_checked = false;
     bool m_applying = false;
-    QString m_statusTip;
+    QString m_ownToolTip;  ///< shown while there is no error
 };
 
 /// Lets a button be pressed whatever the field at hand holds, as Cancel must be.

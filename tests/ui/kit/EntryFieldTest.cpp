@@ -123,6 +123,24 @@ TEST(EntryField, ShowsAnErrorByGroundAndSentence) {
     EXPECT_FALSE(ValidateNumericText(*window.field));
 }
 
+TEST(EntryField, KeepsItsOwnToolTipThroughAnError) {
+    Window window;
+    window.field->setToolTip("Load Step Number");
+    window.field->ShowError("A number must be entered.");
+    window.field->ShowError("Out of range.");
+    EXPECT_EQ(window.field->toolTip(), "Out of range.");
+    window.field->ClearError();
+    EXPECT_EQ(window.field->toolTip(), "Load Step Number");
+}
+
+TEST(EntryField, ALockedFieldHasTheGroundOfItsWindow) {
+    Window window;
+    window.field->setReadOnly(true);
+    EXPECT_EQ(Ground(*window.field), QApplication::palette().color(QPalette::Window));
+    window.field->setReadOnly(false);
+    EXPECT_EQ(Ground(*window.field), QApplication::palette().color(QPalette::Base));
+}
+
 TEST(EntryField, ADisabledFieldIsGrey) {
     Window window;
     window.field->setEnabled(false);

@@ -1,0 +1,62 @@
+#include "LoadForms.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+#include "MakeLoadForm.h"
+#include "PlatformServices.h"
+#include "frmMiscLoad.h"
+
+namespace genvara {
+namespace {
+
+template <typename Form>
+std::unique_ptr<LoadForm> Make(const LoadFormServices& services) {
+    return std::make_unique<Form>(services);
+}
+
+struct FormOfKind {
+    std::int32_t loadType;
+    std::unique_ptr<LoadForm> (*make)(const LoadFormServices& services);
+};
+
+constexpr std::array kForms{
+    FormOfKind{load_type::kMiscellaneous, Make<frmMiscLoad>},
+};
+
+/// The form of a kind; null, behind a message, where there is none.
+std::unique_ptr<LoadForm> RequireForm(std::int32_t loadType, const LoadFormServices& services) {
+    std::unique_ptr<LoadForm> form = MakeLoadForm(loadType, services);
+    if (!form) {
+        services.platform.ShowMessage(
+            services.owner,
+            {.text = "Load not implemented.", .icon = MessageIcon::Information, .title = "DEBUG"});
+    }
+    return form;
+}
+
+}  // namespace
+
+std::unique_ptr<LoadForm> MakeLoadForm(std::int32_t loadType, const LoadFormServices& services) {
+    const auto* const form = std::ranges::find(kForms, loadType, &FormOfKind::loadType);
+    return form == kForms.end() ? nullptr : form->make(services);
+}
+
+void DisplayNewLoadInputForm(std::int32_t loadType, QWidget* owner, PlatformServices& platform,
+                             LoadFormHost& host) {
+    if (const auto form = RequireForm(loadType, {.owner = owner, .platform = platform, .host = host})) {
+        form->exec();
+    }
+}
+
+void EditLoad(Load& load, std::int32_t stepNumber, QWidget* owner, PlatformServices& platform,
+              LoadFormHost& host) {
+    if (const auto form =
+            RequireForm(load.LoadType(), {.owner = owner, .platform = platform, .host = host})) {
+        form->CurrentLoad(load, stepNumber);
+        form->exec();
+    }
+}
+
+}  // namespace genvara
