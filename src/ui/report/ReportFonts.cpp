@@ -46,6 +46,8 @@ QFont ReportFont(const RichFormat& format) {
     font.setLetterSpacing(QFont::AbsoluteSpacing, std::max(format.spacing, -format.halfPoints));
     // Letters stay as they are drawn: hints would bend their widths to each screen's pixels.
     font.setHintingPreference(QFont::PreferNoHinting);
+    // The format's default is no pair kerning, which would also draw two ones closer than other figures.
+    font.setKerning(false);
     return font;
 }
 
