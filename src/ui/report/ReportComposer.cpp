@@ -1,0 +1,323 @@
+#include "ReportComposer.h"
+
+#include <QFontMetricsF>
+#include <QTextLayout>
+#include <QTextOption>
+#include <algorithm>
+#include <cmath>
+
+#include "ReportFonts.h"
+
+namespace genvara {
+namespace {
+
+/// A stop nearer than this is passed already: widths are rounded to 1/64 twip each.
+constexpr double kNear = 1.0;
+/// Wider than any line that is measured, and within what the text engine can count [twip].
+constexpr double kAnyWidth = 10'000'000.0;
+/// Letters of a segment that is measured on one line: more of them at the largest size would be too wide for
+/// the text engine to count, and none of them fit a page.
+constexpr int kLongestMeasured = 1500;
+/// Figures and units come again and again; longer texts hardly do.
+constexpr int kLongestKnown = 16;
+
+/// Formats that are told apart. A report has six; thousands, which only foreign texts have, would take
+/// minutes to find fonts for, and stand in the first one.
+constexpr std::size_t kMostFonts = 200;
+
+constexpr QChar kTab = u'\t';
+constexpr QChar kLineEnd = u'\n';
+
+/// True for what has no shape of its own, or would break lines within the text engine.
+bool IsUnseen(QChar character) {
+    const QChar::Category category = character.category();
+    const bool isControl = category == QChar::Other_Control && character != kTab && character != kLineEnd;
+    return isControl || category == QChar::Separator_Line || category == QChar::Separator_Paragraph ||
+           character == QChar::ObjectReplacementCharacter;
+}
+
+QTextOption Option(QTextOption::WrapMode wrapMode) {
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setTextDirection(Qt::LeftToRight);
+    option.setUseDesignMetrics(true);
+    option.setWrapMode(wrapMode);
+    return option;
+}
+
+/// Sets letters on lines: the first as wide as what is left of its row, the others as wide as the text.
+void SetLines(QTextLayout& letters, double firstWidth, double otherWidth, QTextOption::WrapMode wrapMode) {
+    letters.setTextOption(Option(wrapMode));
+    letters.beginLayout();
+    double width = firstWidth;
+    for (QTextLine line = letters.createLine(); line.isValid(); line = letters.createLine()) {
+        line.setLineWidth(width);
+        width = otherWidth;
+    }
+    letters.endLayout();
+}
+
+double AdvanceOf(const QTextLine& line) {
+    return std::max(0.0, line.cursorToX(line.textStart() + line.textLength()));
+}
+
+}  // namespace
+
+ReportComposer::ReportComposer(const RichDocument& document)
+    : m_document(document),
+      m_textWidth(document.page.width - document.page.left - document.page.right),
+      m_y(document.page.top) {}
+
+void ReportComposer::Compose() {
+    for (const RichParagraph& paragraph : m_document.paragraphs) {
+        SetParagraph(paragraph);
+    }
+    if (m_rows.empty()) {
+        const RichParagraph none;
+        SetParagraph(none);
+    }
+}
+
+void ReportComposer::SetParagraph(const RichParagraph& paragraph) {
+    if (!m_rows.empty()) {
+        m_text += kLineEnd;
+    }
+    m_paragraph = &paragraph;
+    m_markFont = FontIndex(paragraph.mark);
+    int at = static_cast<int>(m_text.size());
+    AppendRuns(paragraph);
+    const int end = static_cast<int>(m_text.size());
+    BeginRow(at);
+    std::optional<RichTabStop> stop;
+    while (true) {
+        const auto isBreak = [](QChar character) { return character == kTab || character == kLineEnd; };
+        const auto next =
+            static_cast<int>(std::find_if(m_text.cbegin() + at, m_text.cend(), isBreak) - m_text.cbegin());
+        const Segment segment = Measure(at, next);
+        if (stop) {
+            const double start = StartAt(*stop, segment);
+            AddPiece({.from = at - 1, .count = 1, .x = m_x, .width = start - m_x});
+        }
+        PlaceSegment(segment);
+        if (next == end) {
+            break;
+        }
+        stop.reset();
+        if (m_text.at(next) == kTab) {
+            stop = StopFor(next);
+        } else {
+            EndRow(next, next + 1);
+            BeginRow(next + 1);
+        }
+        at = next + 1;
+    }
+    EndRow(end, end);
+}
+
+void ReportComposer::AppendRuns(const RichParagraph& paragraph) {
+    m_stretches.clear();
+    for (const RichRun& run : paragraph.runs) {
+        const auto from = static_cast<int>(m_text.size());
+        m_text += QString::fromStdString(run.text).removeIf(IsUnseen);
+        const auto to = static_cast<int>(m_text.size());
+        if (to > from) {
+            m_stretches.push_back({from, to, FontIndex(run.format)});
+        }
+    }
+}
+
+void ReportComposer::BeginRow(int from) {
+    m_row = {.from = from, .firstPiece = m_pieces.size()};
+    m_x = 0.0;
+}
+
+/// @param to behind the last character that is shown
+/// @param next where the next row begins: behind a line break
+void ReportComposer::EndRow(int to, int next) {
+    const auto [ascent, descent] = HeightsOf(m_row.from, next);
+    const RichPage& page = m_document.page;
+    m_row.to = to;
+    m_row.height = ascent + descent;
+    if (m_y + m_row.height > page.height - page.bottom && m_y > page.top) {
+        ++m_page;
+        m_y = page.top;
+    }
+    m_row.page = m_page;
+    m_row.top = m_y;
+    m_row.baseline = m_y + ascent;
+    m_row.pieceCount = m_pieces.size() - m_row.firstPiece;
+    const double room = std::max(0.0, m_textWidth - m_x);
+    m_row.start = m_paragraph->alignment == RichAlignment::kCentre  ? room / 2
+                  : m_paragraph->alignment == RichAlignment::kRight ? room
+                                                                    : 0.0;
+    for (std::size_t i = m_row.firstPiece; i < m_pieces.size(); ++i) {
+        m_pieces[i].x += m_row.start;
+    }
+    m_y += m_row.height;
+    m_rows.push_back(m_row);
+}
+
+/// The greatest height above and below the baseline; those of the paragraph's end for an empty row.
+std::pair<double, double> ReportComposer::HeightsOf(int from, int to) const {
+    std::pair<double, double> heights{0.0, 0.0};
+    const auto grow = [&](const SetFont& font) {
+        heights = {std::max(heights.first, font.ascent), std::max(heights.second, font.descent)};
+    };
+    auto stretch = std::ranges::upper_bound(m_stretches, from, {}, &Stretch::to);
+    for (; stretch != m_stretches.end() && stretch->from < to; ++stretch) {
+        grow(m_fonts[stretch->font]);
+    }
+    if (from == to) {
+        grow(m_fonts[m_markFont]);
+    }
+    return heights;
+}
+
+/// The first stop that is still ahead and within the text's width.
+std::optional<RichTabStop> ReportComposer::NextStop() const {
+    for (const RichTabStop& stop : m_paragraph->stops) {
+        if (stop.position > m_x + kNear && stop.position <= m_textWidth) {
+            return stop;
+        }
+    }
+    const double passed = std::floor((m_x + kNear) / m_document.defaultTab);
+    const double position = (passed + 1) * m_document.defaultTab;
+    if (position > m_textWidth) {
+        return std::nullopt;
+    }
+    return RichTabStop{RichTabKind::kLeft, static_cast<std::int32_t>(position)};
+}
+
+/// The stop that a tab leads to, on a new line if this one has none left.
+RichTabStop ReportComposer::StopFor(int tab) {
+    std::optional<RichTabStop> stop = NextStop();
+    if (!stop && m_x > 0.0) {
+        EndRow(tab, tab);
+        BeginRow(tab);
+        stop = NextStop();
+    }
+    return stop.value_or(RichTabStop{RichTabKind::kLeft, static_cast<std::int32_t>(m_textWidth)});
+}
+
+/// Where a segment begins whose tab leads to a stop; never before what stands there already.
+double ReportComposer::StartAt(const RichTabStop& stop, const Segment& segment) const {
+    double before = 0.0;
+    if (segment.letters != nullptr && stop.kind == RichTabKind::kRight) {
+        before = segment.width;
+    } else if (segment.letters != nullptr && stop.kind == RichTabKind::kCentre) {
+        before = segment.width / 2;
+    } else if (segment.letters != nullptr && stop.kind == RichTabKind::kDecimal) {
+        const auto point = m_text.mid(segment.from, segment.to - segment.from).indexOf(u'.');
+        before = point < 0 ? segment.width : segment.letters->lineAt(0).cursorToX(static_cast<int>(point));
+    }
+    return std::max(m_x, stop.position - before);
+}
+
+ReportComposer::Segment ReportComposer::Measure(int from, int to) {
+    Segment segment{.from = from, .to = to};
+    if (from == to) {
+        return segment;
+    }
+    if (to - from > kLongestMeasured) {
+        segment.width = segment.shownWidth = kAnyWidth;
+        return segment;
+    }
+    segment.letters = Letters(from, to);
+    segment.width = AdvanceOf(segment.letters->lineAt(0));
+    segment.shownWidth = segment.letters->lineAt(0).naturalTextWidth();
+    return segment;
+}
+
+void ReportComposer::PlaceSegment(const Segment& segment) {
+    if (segment.from == segment.to) {
+        return;
+    }
+    if (m_x + segment.shownWidth <= m_textWidth + kNear) {
+        AddPiece({.letters = segment.letters,
+                  .from = segment.from,
+                  .count = segment.to - segment.from,
+                  .x = m_x,
+                  .width = segment.width});
+    } else {
+        WrapSegment(segment);
+    }
+}
+
+/// Spreads a segment over as many rows as it needs.
+void ReportComposer::WrapSegment(const Segment& segment) {
+    const std::shared_ptr<QTextLayout> letters = NewLetters(segment.from, segment.to);
+    const double room = m_textWidth - m_x;
+    SetLines(*letters, room, m_textWidth, QTextOption::WordWrap);
+    if (m_x > 0.0 && letters->lineAt(0).naturalTextWidth() > room) {
+        EndRow(segment.from, segment.from);
+        BeginRow(segment.from);
+    }
+    SetLines(*letters, m_textWidth - m_x, m_textWidth, QTextOption::WrapAtWordBoundaryOrAnywhere);
+    for (int i = 0; i < letters->lineCount(); ++i) {
+        const QTextLine line = letters->lineAt(i);
+        const int from = segment.from + line.textStart();
+        if (i > 0) {
+            EndRow(from, from);
+            BeginRow(from);
+        }
+        AddPiece({.letters = letters,
+                  .line = i,
+                  .from = from,
+                  .count = line.textLength(),
+                  .x = m_x,
+                  .width = AdvanceOf(line)});
+    }
+}
+
+/// Letters on one line; those of short texts that look alike are set once.
+std::shared_ptr<QTextLayout> ReportComposer::Letters(int from, int to) {
+    const auto stretch = std::ranges::upper_bound(m_stretches, from, {}, &Stretch::to);
+    const bool isKnown = to - from <= kLongestKnown && to <= stretch->to;
+    const std::pair key{isKnown ? stretch->font : 0, isKnown ? m_text.mid(from, to - from) : QString()};
+    if (const auto found = m_known.constFind(key); isKnown && found != m_known.constEnd()) {
+        return *found;
+    }
+    const std::shared_ptr<QTextLayout> letters = NewLetters(from, to);
+    SetLines(*letters, kAnyWidth, kAnyWidth, QTextOption::NoWrap);
+    if (isKnown) {
+        m_known.insert(key, letters);
+    }
+    return letters;
+}
+
+std::shared_ptr<QTextLayout> ReportComposer::NewLetters(int from, int to) const {
+    auto stretch = std::ranges::upper_bound(m_stretches, from, {}, &Stretch::to);
+    auto letters = std::make_shared<QTextLayout>(m_text.mid(from, to - from), m_fonts[stretch->font].font);
+    QList<QTextLayout::FormatRange> formats;
+    for (; stretch != m_stretches.end() && stretch->from < to; ++stretch) {
+        const int begin = std::max(stretch->from, from);
+        QTextCharFormat format;
+        format.setFont(m_fonts[stretch->font].font);
+        formats.append({begin - from, std::min(stretch->to, to) - begin, format});
+    }
+    if (formats.size() > 1) {
+        letters->setFormats(formats);
+    }
+    return letters;
+}
+
+std::size_t ReportComposer::FontIndex(const RichFormat& format) {
+    const auto found = std::ranges::find(m_fonts, format, &SetFont::format);
+    if (found == m_fonts.end() && m_fonts.size() >= kMostFonts) {
+        return 0;
+    }
+    if (found == m_fonts.end()) {
+        const QFont font = ReportFont(format);
+        const QFontMetricsF heights(font);
+        m_fonts.push_back(
+            {format, font, heights.ascent(), heights.descent() + std::max(0.0, heights.leading())});
+        return m_fonts.size() - 1;
+    }
+    return static_cast<std::size_t>(found - m_fonts.begin());
+}
+
+void ReportComposer::AddPiece(ReportPiece piece) {
+    m_x += piece.width;
+    m_pieces.push_back(std::move(piece));
+}
+
+}  // namespace genvara
