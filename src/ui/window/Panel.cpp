@@ -1,0 +1,72 @@
+#include "Panel.h"
+
+#include <QApplication>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QVBoxLayout>
+
+#include "FormGrid.h"
+
+namespace genvara {
+namespace {
+
+constexpr double kHeadingScale = 1.45;  // of the ordinary font
+
+}  // namespace
+
+Panel::Panel(const QString& name, const QString& title, const QString& nameLabel, QWidget* parent)
+    : QWidget(parent), m_heading(new QLabel), m_content(new QVBoxLayout) {
+    setObjectName(name);
+    setAccessibleName(title);
+    m_heading->setObjectName(nameLabel);
+    m_heading->setTextFormat(Qt::PlainText);
+    m_heading->setMinimumWidth(1);
+    QFont large = font();
+    large.setPointSizeF(large.pointSizeF() * kHeadingScale);
+    large.setBold(true);
+    m_heading->setFont(large);
+    auto* head = new QHBoxLayout;
+    head->addWidget(m_heading, 1, Qt::AlignBottom);
+    QLabel* what = FormGrid::MakeNote({}, title);
+    head->addWidget(what, 0, Qt::AlignBottom);
+    auto* line = new QFrame;
+    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);
+    column->setSpacing(metrics::kGap);
+    column->addLayout(head);
+    column->addWidget(line);
+    column->addLayout(m_content, 1);
+    m_content->setSpacing(metrics::kGap);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FollowFocus(now); });
+}
+
+void Panel::Heading(const QString& projectName) {
+    m_projectName = projectName;
+    ShowHeading();
+}
+
+void Panel::ShowHeading() {
+    const QString whole = m_projectName.simplified();
+    m_heading->setText(m_heading->fontMetrics().elidedText(whole, Qt::ElideRight, m_heading->width()));
+    m_heading->setToolTip(m_heading->text() == whole ? QString() : whole);
+}
+
+void Panel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    ShowHeading();
+}
+
+void Panel::FollowFocus(QWidget* now) {
+    // A menu that is opened by its key takes the focus without meaning to.
+    if (now == nullptr || qobject_cast<QMenuBar*>(now) != nullptr || qobject_cast<QMenu*>(now) != nullptr) {
+        return;
+    }
+    m_activeControl = isAncestorOf(now) ? now : nullptr;
+}
+
+}  // namespace genvara

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QVBoxLayout;
+
+namespace genvara {
+
+/// One of the panels beside the side bar: the project's name as a heading with the panel's own title, a line
+/// under it, and the content.
+class Panel : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// @param nameLabel object name of the label that shows the project's name.
+    Panel(const QString& name, const QString& title, const QString& nameLabel, QWidget* parent = nullptr);
+
+    /// The control that has the focus, null while it is elsewhere.
+    [[nodiscard]] QWidget* ActiveCtrl() const { return m_activeControl; }
+
+  protected:
+    /// Shows the project's name in the heading.
+    void Heading(const QString& projectName);
+    [[nodiscard]] QString Heading() const { return m_projectName; }
+    [[nodiscard]] QVBoxLayout* Content() const { return m_content; }
+
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void FollowFocus(QWidget* now);
+    void ShowHeading();
+
+    QLabel* m_heading;
+    QVBoxLayout* m_content;
+    QString m_projectName;
+    QWidget* m_activeControl = nullptr;
+};
+
+}  // namespace genvara

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QPointer>
+#include <memory>
+
+#include "PlatformServices.h"
+
+namespace genvara {
+
+class HelpWindow;
+
+/// The desktop's own message boxes, dialogs, printers, mail and help.
+class QtPlatformServices final : public PlatformServices {
+  public:
+    QtPlatformServices();
+    ~QtPlatformServices() override;
+    QtPlatformServices(const QtPlatformServices&) = delete;
+    QtPlatformServices& operator=(const QtPlatformServices&) = delete;
+    QtPlatformServices(QtPlatformServices&&) = delete;
+    QtPlatformServices& operator=(QtPlatformServices&&) = delete;
+
+    MessageAnswer ShowMessage(QWidget* owner, const Message& message) override;
+    std::string OpenFileName(QWidget* owner, const FileRequest& request) override;
+    std::string SaveFileName(QWidget* owner, const FileRequest& request) override;
+    std::string BrowseForFolder(QWidget* owner, const std::string& title, const std::string& start) override;
+    void Print(QWidget* owner, const std::string& title,
+               const std::function<void(QPrinter&)>& paint) override;
+    void SetUpPrinter(QWidget* owner) override;
+    void NewMail(const std::string& attachment) override;
+    bool ShowWebPage(const std::string& address) override;
+    bool ShowHelp(QWidget* owner, const std::string& file) override;
+    bool CloseHelp() override;
+    std::optional<int> RunToEnd(const QString& commandLine) override;
+    bool Start(const QString& commandLine) override;
+    void Beep() override;
+    [[nodiscard]] bool ClipboardHoldsText() const override;
+    void EndProcess(const RaisedError& failure, const std::filesystem::path& rescued) override;
+
+  private:
+    /// The printer that the user has set up, made when it is first asked for.
+    QPrinter& ThePrinter();
+
+    std::unique_ptr<QPrinter> m_printer;
+    QPointer<HelpWindow> m_help;
+};
+
+}  // namespace genvara

@@ -1,0 +1,120 @@
+#include "SiteControls.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <array>
+#include <functional>
+
+#include "CPwrSys.h"
+#include "FormGrid.h"
+#include "Texts.h"
+
+namespace genvara {
+namespace {
+
+constexpr std::int32_t kHertzString = 504;
+
+struct FuelButton {
+    const char* name;
+    std::int32_t caption;
+    std::int32_t code;
+};
+constexpr std::array<FuelButton, 5> kFuels{{{"optDiesel", 145, fuel::kDiesel},
+                                            {"optGas", 146, fuel::kNaturalGas},
+                                            {"optLP", 147, fuel::kLP},
+                                            {"optGasoline", 148, fuel::kGasoline},
+                                            {"optAnyFuel", 149, fuel::kAny}}};
+
+struct RiseDutyRow {
+    std::int32_t caption;
+    std::int32_t code;
+};
+constexpr std::array<RiseDutyRow, 5> kRiseDuties{{{524, 4}, {523, 3}, {522, 2}, {521, 1}, {520, 0}}};
+
+/// Puts a group's buttons off or on as told, also all of them off.
+void Check(QButtonGroup& group, const std::function<bool(int id)>& on) {
+    group.setExclusive(false);
+    for (QAbstractButton* button : group.buttons()) {
+        button->setChecked(on(group.id(button)));
+    }
+    group.setExclusive(true);
+}
+
+}  // namespace
+
+FrequencyGroup::FrequencyGroup(QWidget* parent)
+    : QGroupBox(Caption(143), parent),
+      m_buttons(new QButtonGroup(this)),
+      m_opt60(new QRadioButton("60 " + Caption(kHertzString))),
+      m_opt50(new QRadioButton("50 " + Caption(kHertzString))) {
+    setObjectName("fraFreq");
+    m_opt60->setObjectName("optFreq60");
+    m_opt50->setObjectName("optFreq50");
+    m_buttons->addButton(m_opt60, 60);
+    m_buttons->addButton(m_opt50, 50);
+    auto* line = new QHBoxLayout(this);
+    line->setSpacing(metrics::kMargin);
+    line->addWidget(m_opt60);
+    line->addWidget(m_opt50);
+    line->addStretch(1);
+}
+
+void FrequencyGroup::Freq(std::int32_t hertz) {
+    Check(*m_buttons, [hertz](int id) { return id == hertz; });
+}
+
+bool FrequencyGroup::Is60() const {
+    return m_opt60->isChecked();
+}
+
+bool FrequencyGroup::Is50() const {
+    return m_opt50->isChecked();
+}
+
+FuelGroup::FuelGroup(QWidget* parent) : QGroupBox(Caption(144), parent), m_buttons(new QButtonGroup(this)) {
+    setObjectName("fraFuel");
+    constexpr int kColumns = 3;
+    auto* grid = new QGridLayout(this);
+    grid->setHorizontalSpacing(metrics::kMargin);
+    int place = 0;
+    for (const FuelButton& fuel : kFuels) {
+        auto* button = new QRadioButton(Caption(fuel.caption));
+        button->setObjectName(fuel.name);
+        m_buttons->addButton(button, fuel.code);
+        grid->addWidget(button, place / kColumns, place % kColumns);
+        ++place;
+    }
+    grid->setColumnStretch(kColumns, 1);
+}
+
+void FuelGroup::Fuel(std::int32_t code) {
+    Check(*m_buttons, [code](int id) { return id == code; });
+}
+
+std::int32_t FuelGroup::Fuel() const {
+    return m_buttons->checkedButton() == nullptr ? fuel::kAny : m_buttons->checkedId();
+}
+
+void FillRiseDuty(ChoiceBox& list) {
+    for (const RiseDutyRow& row : kRiseDuties) {
+        list.AddRow(Caption(row.caption), row.code);
+    }
+}
+
+void FillVoltages(ChoiceBox& list, const std::vector<std::int32_t>& volts) {
+    list.clear();
+    for (const std::int32_t voltage : volts) {
+        list.AddRow(QString::number(voltage), voltage);
+    }
+}
+
+void FillConnections(ChoiceBox& list, const std::vector<ConnectionRecord>& connections) {
+    list.clear();
+    for (const ConnectionRecord& connection : connections) {
+        list.AddRow(ToQt(connection.caption), connection.ID);
+    }
+}
+
+}  // namespace genvara

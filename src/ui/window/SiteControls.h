@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QGroupBox>
+#include <cstdint>
+#include <vector>
+
+#include "ChoiceBox.h"
+#include "GensetRecords.h"
+
+class QButtonGroup;
+class QRadioButton;
+
+/// Controls of a site's requirements, which the power system panel and the defaults dialog share.
+namespace genvara {
+
+/// Frequency by two option buttons, `optFreq60` and `optFreq50`.
+class FrequencyGroup : public QGroupBox {
+    Q_OBJECT
+
+  public:
+    explicit FrequencyGroup(QWidget* parent = nullptr);
+
+    /// 60 Hz, 50 Hz, or neither for any other value.
+    void Freq(std::int32_t hertz);
+    [[nodiscard]] bool Is60() const;
+    [[nodiscard]] bool Is50() const;
+
+  private:
+    QButtonGroup* m_buttons;
+    QRadioButton* m_opt60;
+    QRadioButton* m_opt50;
+};
+
+/// Fuel by five option buttons, `optDiesel` to `optAnyFuel`.
+class FuelGroup : public QGroupBox {
+    Q_OBJECT
+
+  public:
+    explicit FuelGroup(QWidget* parent = nullptr);
+
+    /// The button of a code; none for a code of no fuel.
+    void Fuel(std::int32_t code);
+    /// Code of the button that is on; 0 if none is.
+    [[nodiscard]] std::int32_t Fuel() const;
+
+  private:
+    QButtonGroup* m_buttons;
+};
+
+/// Temperature rise and duty, hottest first, with their codes.
+void FillRiseDuty(ChoiceBox& list);
+/// Voltages in the database's order, each with itself as code.
+void FillVoltages(ChoiceBox& list, const std::vector<std::int32_t>& volts);
+/// Connections in the database's order, with their keys.
+void FillConnections(ChoiceBox& list, const std::vector<ConnectionRecord>& connections);
+
+/// Words of a unit system: strings of the altitude's and the temperature's unit.
+struct UnitStrings {
+    std::int32_t altitude;
+    std::int32_t temperature;
+};
+[[nodiscard]] constexpr UnitStrings UnitsOf(bool metric) noexcept {
+    return metric ? UnitStrings{.altitude = 500, .temperature = 502}
+                  : UnitStrings{.altitude = 501, .temperature = 503};
+}
+
+/// Bounds of the sets in parallel, and the text that shows them.
+inline constexpr std::int32_t kLeastParallelSets = 1;
+inline constexpr std::int32_t kMostParallelSets = 16;
+inline constexpr const char* kParallelSetsRange = "( 1 - 16 )";
+/// Step of the arrows beside a limit [percent].
+inline constexpr std::int32_t kLimitStep = 5;
+
+}  // namespace genvara

@@ -1,0 +1,94 @@
+#include "StepDialog.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "EntryNumbers.h"
+#include "FormGrid.h"
+#include "LastChance.h"
+#include "SiteControls.h"
+#include "SiteLimits.h"
+#include "Texts.h"
+#include "UpDown.h"
+
+namespace genvara {
+namespace {
+
+constexpr int kDipDigits = 4;
+constexpr int kDescriptionWidth = 280;  // pixels
+
+}  // namespace
+
+StepDialog::StepDialog(PlatformServices& platform, const CPwrSys& site, const QString& caption,
+                       const char* descriptionField, QWidget* owner)
+    : QDialog(owner),
+      m_platform(&platform),
+      m_site(&site),
+      m_txtDip(new EntryField(platform, "txtDefaultMaxVoltDip")),
+      m_updDip(new UpDown("updDefaultMaxVoltDip", *m_txtDip,
+                          {site_limits::kLowestLimit, site.MaxVoltageDip(), kLimitStep})),
+      m_txtDescription(new EntryField(platform, descriptionField)),
+      m_lblRange(FormGrid::MakeNote(
+          "lblRange", QString("( %1% - %2% )").arg(site_limits::kLowestLimit).arg(site.MaxVoltageDip()))) {
+    setWindowTitle(caption);
+    m_txtDip->Filter(key_filters::Digits());
+    SetDigits(*m_txtDip, kDipDigits);
+    m_txtDescription->setMinimumWidth(kDescriptionWidth);
+    MaxVoltDip(site.MaxVoltageDip());
+}
+
+void StepDialog::Build(QWidget* firstField, const QString& firstCaption, const char* firstLabel) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);
+    column->setSpacing(metrics::kMargin);
+    auto* grid = new FormGrid;
+    if (firstField != nullptr) {
+        grid->AddField(firstLabel, firstCaption, firstField);
+    }
+    m_txtDip->setAccessibleName(WithoutMnemonic(Caption(172)));
+    grid->AddField("lblMaxVoltDip", Caption(172), Beside(m_txtDip, m_updDip, m_lblRange));
+    grid->AddField("lblDescription", Caption(173), m_txtDescription);
+    column->addLayout(grid);
+    column->addStretch(1);
+    const OkCancel buttons = MakeOkCancel();
+    column->addWidget(buttons.box);
+    connect(buttons.ok, &QPushButton::clicked, this, Event([this] { OkClicked(); }));
+    connect(buttons.cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+std::string StepDialog::Description() const {
+    return m_txtDescription->Content();
+}
+
+void StepDialog::Description(const std::string& text) {
+    m_txtDescription->Content(text);
+}
+
+std::int32_t StepDialog::MaxVoltDip() const {
+    return EnteredInteger(m_txtDip->Content());
+}
+
+void StepDialog::MaxVoltDip(std::int32_t percent) {
+    m_txtDip->setText(QString::number(percent));
+}
+
+void StepDialog::OkClicked() {
+    try {
+        if (MaxVoltDip() > m_site->MaxVoltageDip()) {
+            m_platform->ShowMessage(
+                this, {.text = "Load step voltage dip can not exceed\r\npower system voltage dip limit.",
+                       .icon = MessageIcon::Exclamation});
+            m_txtDip->SelectAllText();
+            return;
+        }
+        Apply();
+        accept();
+    } catch (const RaisedError& failure) {
+        m_platform->ShowMessage(this,
+                                {.text = failure.Description(), .icon = MessageIcon::Stop, .title = "ERROR"});
+    }
+}
+
+}  // namespace genvara

@@ -1,0 +1,222 @@
+#include "ctlSideBar.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+
+#include "LastChance.h"
+#include "RaisedError.h"
+#include "Texts.h"
+
+namespace genvara {
+namespace {
+
+/// Twips of a logical pixel, at 96 to the inch.
+constexpr double kTwips = 15.0;
+constexpr double kFirstTop = 100.0 / kTwips;
+constexpr double kPitch = 1000.0 / kTwips;
+constexpr double kBoxGap = 20.0 / kTwips;
+constexpr double kIconSize = 40.0;  // pixels
+constexpr int kWidth = 110;         // pixels
+constexpr std::int32_t kKeyInUse = 457;
+
+/// Colours of a box: top and left lines, and bottom and right ones.
+struct BoxColours {
+    QColor first;
+    QColor second;
+};
+
+BoxColours ColoursOf(const QPalette& palette, bool sunken) {
+    const QColor dark = palette.color(QPalette::Dark);
+    const QColor light = palette.color(QPalette::Light);
+    return sunken ? BoxColours{.first = dark, .second = light} : BoxColours{.first = light, .second = dark};
+}
+
+}  // namespace
+
+ctlSideBar::ctlSideBar(const QString& name, QWidget* parent) : QWidget(parent) {
+    setObjectName(name);
+    setAccessibleName(tr("Panels"));
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setFixedWidth(kWidth);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Window);
+}
+
+const CBarItem& ctlSideBar::AddItem(const std::string& key, const std::string& title, int iconIndex,
+                                    std::int32_t raiseValue) {
+    if (std::ranges::any_of(m_items, [&](const auto& item) { return item->Key == key; })) {
+        throw RaisedError(kKeyInUse, "ctlSideBar::AddItem",
+                          "This key is already associated with an element of this collection");
+    }
+    m_items.push_back(std::make_unique<CBarItem>(
+        CBarItem{.Title = title, .IconIndex = iconIndex, .Key = key, .RaiseValue = raiseValue}));
+    update();
+    return *m_items.back();
+}
+
+void ctlSideBar::SmallIcons(std::vector<QIcon> icons) {
+    m_smallIcons = std::move(icons);
+    update();
+}
+
+void ctlSideBar::LargeIcons(std::vector<QIcon> icons) {
+    m_largeIcons = std::move(icons);
+    update();
+}
+
+void ctlSideBar::ShowCurrent(std::int32_t raiseValue) {
+    m_current = raiseValue;
+    update();
+}
+
+QSize ctlSideBar::sizeHint() const {
+    const double height = kFirstTop + kPitch * static_cast<double>(m_items.size());
+    return {kWidth, static_cast<int>(height)};
+}
+
+QRectF ctlSideBar::IconBox(std::size_t index) const {
+    return {(width() - kIconSize) / 2.0, kFirstTop + kPitch * static_cast<double>(index), kIconSize,
+            kIconSize};
+}
+
+int ctlSideBar::ItemAt(const QPointF& point) const {
+    for (std::size_t index = 0; index < m_items.size(); ++index) {
+        if (IconBox(index).contains(point)) {
+            return static_cast<int>(index) + 1;
+        }
+    }
+    return 0;
+}
+
+void ctlSideBar::Hover(int item, bool down) {
+    if (item != m_hovered || down != m_down) {
+        m_hovered = item;
+        m_down = down;
+        setCursor(item > 0 ? Qt::PointingHandCursor : Qt::ArrowCursor);
+        update();
+    }
+}
+
+void ctlSideBar::mouseMoveEvent(QMouseEvent* event) {
+    Hover(ItemAt(event->position()), (event->buttons() & Qt::LeftButton) != 0);
+}
+
+void ctlSideBar::mousePressEvent(QMouseEvent* event) {
+    Hover(ItemAt(event->position()), (event->buttons() & Qt::LeftButton) != 0);
+}
+
+void ctlSideBar::mouseReleaseEvent(QMouseEvent* event) {
+    const int item = ItemAt(event->position());
+    Hover(item, false);
+    if (event->button() == Qt::LeftButton && item > 0) {
+        Stand(item);
+        Raise(item);
+    }
+}
+
+void ctlSideBar::leaveEvent(QEvent* event) {
+    QWidget::leaveEvent(event);
+    Hover(0, false);
+}
+
+void ctlSideBar::Raise(int item) {
+    RunEvent([&] { emit ItemClicked(m_items.at(static_cast<std::size_t>(item - 1))->RaiseValue); });
+}
+
+void ctlSideBar::Stand(int item) {
+    m_standing = std::clamp(item, 1, std::max(1, static_cast<int>(m_items.size())));
+    if (!m_items.empty()) {
+        setAccessibleDescription(ToQt(m_items[static_cast<std::size_t>(m_standing - 1)]->Title));
+    }
+    update();
+}
+
+void ctlSideBar::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Up:
+            Stand(m_standing - 1);
+            break;
+        case Qt::Key_Down:
+            Stand(m_standing + 1);
+            break;
+        case Qt::Key_Home:
+            Stand(1);
+            break;
+        case Qt::Key_End:
+            Stand(static_cast<int>(m_items.size()));
+            break;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Space:
+            if (!m_items.empty()) {
+                Raise(m_standing);
+            }
+            break;
+        default:
+            QWidget::keyPressEvent(event);
+    }
+}
+
+void ctlSideBar::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    Stand(m_standing);
+}
+
+void ctlSideBar::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+void ctlSideBar::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawLine(width() - 1, 0, width() - 1, height());
+    for (std::size_t index = 0; index < m_items.size(); ++index) {
+        PaintItem(painter, index);
+        PaintBox(painter, index);
+    }
+}
+
+void ctlSideBar::PaintItem(QPainter& painter, std::size_t index) const {
+    const CBarItem& item = *m_items[index];
+    const QRectF box = IconBox(index);
+    const QRectF whole(2.0, box.top() - 3.0, width() - 5.0, kPitch - 3.0);
+    if (item.RaiseValue == m_current) {
+        QColor ground = palette().color(QPalette::Highlight);
+        ground.setAlphaF(0.22F);
+        painter.fillRect(whole, ground);
+    }
+    const std::vector<QIcon>& icons = m_largeIcons.empty() ? m_smallIcons : m_largeIcons;
+    if (item.IconIndex >= 0 && static_cast<std::size_t>(item.IconIndex) < icons.size()) {
+        icons[static_cast<std::size_t>(item.IconIndex)].paint(&painter, box.toRect());
+    }
+    QFont text = font();
+    text.setBold(item.RaiseValue == m_current);
+    painter.setFont(text);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(QRectF(0.0, box.bottom() + 2.0, width() - 1.0, kPitch - kIconSize - 5.0),
+                     Qt::AlignHCenter | Qt::AlignTop, ToQt(item.Title));
+    if (hasFocus() && static_cast<int>(index) + 1 == m_standing) {
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 1.5));
+        painter.drawRect(whole);
+    }
+}
+
+void ctlSideBar::PaintBox(QPainter& painter, std::size_t index) const {
+    if (static_cast<int>(index) + 1 != m_hovered) {
+        return;  // the ground is drawn anew, so that there is no box to erase
+    }
+    const BoxColours colours = ColoursOf(palette(), m_down);
+    const QRectF box = IconBox(index).adjusted(-kBoxGap, -kBoxGap, kBoxGap, kBoxGap);
+    painter.setPen(colours.first);
+    painter.drawLine(box.topLeft(), box.topRight());
+    painter.drawLine(box.topLeft(), box.bottomLeft());
+    painter.setPen(colours.second);
+    painter.drawLine(box.bottomLeft(), box.bottomRight());
+    painter.drawLine(box.topRight(), box.bottomRight());
+}
+
+}  // namespace genvara

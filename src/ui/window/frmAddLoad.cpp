@@ -1,0 +1,84 @@
+#include "frmAddLoad.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <array>
+
+#include "FailureRegion.h"
+#include "FormGrid.h"
+#include "LastChance.h"
+#include "Pictures.h"
+#include "Texts.h"
+
+namespace genvara {
+namespace {
+
+/// A kind's string and picture; the row is the code of the kind.
+struct KindRow {
+    std::int32_t caption;
+    const char* picture;
+};
+constexpr std::array<KindRow, 9> kKinds{{{600, "airconditioning"},
+                                         {601, "charger"},
+                                         {602, "lighting"},
+                                         {603, "medical"},
+                                         {604, "misc"},
+                                         {605, "motor"},
+                                         {608, "office"},
+                                         {606, "ups"},
+                                         {607, "vfd"}}};
+constexpr int kListWidth = 280;  // pixels
+
+}  // namespace
+
+frmAddLoad::frmAddLoad(PlatformServices& platform, LoadFormHost& host, QWidget* owner)
+    : QDialog(owner), m_platform(&platform), m_host(&host), m_lstLoads(new QListWidget) {
+    setObjectName("frmAddLoad");
+    setWindowTitle(Caption(175));
+    m_lstLoads->setObjectName("lstLoads");
+    m_lstLoads->setAccessibleName(Caption(176));
+    for (const KindRow& kind : kKinds) {
+        m_lstLoads->addItem(new QListWidgetItem(Picture(kind.picture), Caption(kind.caption)));
+    }
+    m_lstLoads->setMinimumSize(
+        kListWidth, m_lstLoads->sizeHintForRow(0) * static_cast<int>(kKinds.size()) + 2 * metrics::kGap);
+    auto* label = new QLabel(Caption(176));
+    label->setObjectName("lblAvailLoads");
+    label->setBuddy(m_lstLoads);
+    const OkCancel buttons = MakeOkCancel();
+    buttons.ok->setEnabled(false);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);
+    column->setSpacing(metrics::kGap);
+    column->addWidget(label);
+    column->addWidget(m_lstLoads, 1);
+    column->addSpacing(metrics::kGap);
+    column->addWidget(buttons.box);
+    connect(m_lstLoads, &QListWidget::itemSelectionChanged, buttons.ok,
+            [ok = buttons.ok, this] { ok->setEnabled(!m_lstLoads->selectedItems().isEmpty()); });
+    connect(m_lstLoads, &QListWidget::itemDoubleClicked, buttons.ok, &QPushButton::click);
+    connect(buttons.ok, &QPushButton::clicked, this, Event([this] { OkClicked(); }));
+    connect(buttons.cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmAddLoad::OkClicked() {
+    FailureRegion region;
+    region.Run([this] { DisplayNewLoadInputForm(m_lstLoads->currentRow(), this, *m_platform, *m_host); });
+    if (!region.Pending()) {
+        accept();
+        return;
+    }
+    const std::string text =
+        "Error #" + std::to_string(region.Pending()->Number()) +
+        "\r\nCan not create the load.\r\nDo you want to try again or add a different load?";
+    const MessageAnswer answer = m_platform->ShowMessage(
+        this, {.text = text, .icon = MessageIcon::Question, .buttons = MessageButtons::YesNo});
+    if (answer == MessageAnswer::No) {
+        reject();
+    }
+}
+
+}  // namespace genvara

@@ -1,0 +1,42 @@
+#include "frmAddStep.h"
+
+#include "EntryNumbers.h"
+#include "FormGrid.h"
+#include "Texts.h"
+#include "UpDown.h"
+
+namespace genvara {
+namespace {
+
+constexpr int kStepDigits = 4;
+
+}  // namespace
+
+frmAddStep::frmAddStep(PlatformServices& platform, CLoadProfile& profile, const CPwrSys& site, QWidget* owner)
+    : StepDialog(platform, site, Caption(170), "txtDecription", owner),
+      m_profile(&profile),
+      m_txtStepNum(new EntryField(platform, "txtStepNum")) {
+    setObjectName("frmAddStep");
+    const std::int32_t next = profile.NumLoadSteps() + 1;
+    m_txtStepNum->Filter(key_filters::Digits());
+    m_txtStepNum->setText(QString::number(next));
+    m_txtStepNum->setAccessibleName(Caption(171));
+    SetDigits(*m_txtStepNum, kStepDigits);
+    auto* arrows = new UpDown("updStepNum", *m_txtStepNum, {1, next, 1});
+    Build(Beside(m_txtStepNum, arrows), Caption(171), "lblStepNumber");
+    Description("Load Step #" + std::to_string(next));
+    m_txtStepNum->SelectAllText();
+}
+
+void frmAddStep::Show(std::function<void(std::int32_t number, std::int32_t id)> display) {
+    m_display = std::move(display);
+    exec();
+}
+
+void frmAddStep::Apply() {
+    const std::int32_t number = EnteredInteger(m_txtStepNum->Content());
+    const std::int32_t id = m_profile->AddLoadStep(Description(), MaxVoltDip(), number);
+    m_display(number, id);
+}
+
+}  // namespace genvara

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QDialog>
+
+#include "EntryField.h"
+
+class QTabWidget;
+
+namespace genvara {
+
+class CApplication;
+class ChoiceBox;
+class FormGrid;
+class FrequencyGroup;
+class FuelGroup;
+
+/// What new projects start from.
+class frmDefaults final : public QDialog {
+    Q_OBJECT
+
+  public:
+    frmDefaults(PlatformServices& platform, CApplication& application, QWidget* owner);
+
+  private:
+    QWidget* MakeProjectPage();
+    QWidget* MakeSitePage();
+    void AddLimits(FormGrid& grid);
+    EntryField* AddLimit(FormGrid& grid, const char* name, const QString& caption, std::int32_t most);
+    void FillLists();
+    void ShowDefaults();
+    void KeepOnLeaving();
+    void OkClicked();
+
+    PlatformServices* m_platform;
+    CApplication* m_application;
+    double m_altitude = 0.0;  ///< m
+    double m_ambTemp = 0.0;   ///< °C
+    EntryField* m_txtUserName;
+    EntryField* m_txtCustomerName;
+    ChoiceBox* m_cboVolts;
+    ChoiceBox* m_cboConn;
+    ChoiceBox* m_cboAltTempRise;
+    FrequencyGroup* m_fraFreq;
+    FuelGroup* m_fraFuel;
+    EntryField* m_txtParallelSets;
+    EntryField* m_txtAltitude;
+    EntryField* m_txtAmbTemp;
+    EntryField* m_txtMaxVoltDip = nullptr;
+    EntryField* m_txtMaxFreqDip = nullptr;
+    EntryField* m_txtMaxHarmonics = nullptr;
+};
+
+}  // namespace genvara

@@ -1,0 +1,248 @@
+// The main window: its load sequence, its panels, and its end.
+
+#include "frmMain.h"
+
+#include <QCloseEvent>
+#include <QIcon>
+#include <QStackedWidget>
+#include <QTimer>
+
+#include "FailureRegion.h"
+#include "FormGrid.h"
+#include "Globals.h"
+#include "LastChance.h"
+#include "Texts.h"
+#include "WaitCursor.h"
+#include "ctlSideBar.h"
+#include "frmErrLog.h"
+#include "frmSplash.h"
+#include "panLoadProfile.h"
+#include "panProject.h"
+#include "panPwrSys.h"
+#include "panRecommend.h"
+
+namespace genvara {
+namespace {
+
+/// Indexes of the panels in the side bar.
+constexpr std::int32_t kProject = 0;
+constexpr std::int32_t kPowerSystem = 1;
+constexpr std::int32_t kLoadProfile = 2;
+constexpr std::int32_t kRecommend = 3;
+
+// 12000 by 8500 twips of a fifteenth of a pixel.
+constexpr int kWidth = 800;
+constexpr int kHeight = 567;
+constexpr int kSplashMilliseconds = 3000;
+constexpr const char* kSplashPicture = "\\Resources\\GenvaraSplash.bmp";
+
+constexpr std::int32_t kConnectionOptionsError = 30;
+
+}  // namespace
+
+frmMain::frmMain(CApplication& application, PlatformServices& platform)
+    : m_application(&application),
+      m_platform(&platform),
+      m_log(application.Folder()),
+      m_recent(application.Registry(), CApplication::BaseRegistrySubkey()) {
+    setObjectName("frmMain");
+    application.HelpFile().HelpViewer([this](std::int32_t, const std::string& file, std::int32_t command) {
+        return command == help_command::kQuit ? m_platform->CloseHelp() : m_platform->ShowHelp(this, file);
+    });
+    BuildMenus();
+    BuildToolbar();
+    BuildPanels();
+    BuildShortcuts();
+}
+
+frmMain::~frmMain() {
+    m_application->HelpFile().HelpViewer({});
+}
+
+bool frmMain::Load() {
+    LoadFirstHalf();
+    try {
+        LoadSecondHalf();
+        return true;
+    } catch (const RaisedError& failure) {
+        Tell(failure.Description(), MessageIcon::Stop, "ERROR");
+        return false;
+    }
+}
+
+void frmMain::LoadFirstHalf() {
+    FailureRegion region;
+    region.Run([this] { ShowSplash(); });
+    region.Run([this] { SetCaptions(); });
+    setWindowIcon(QIcon(ToQt(m_application->AppIcon().string())));
+    resize(kWidth, kHeight);
+    region.Run([this] { m_application->Project().SetCreationTime(); });
+    setWindowTitle(ToQt(WindowCaption(m_application->BrandLabel(), "")));
+    g_ProjectDirty = false;
+    m_projectFile.clear();
+    region.Run([this] { SetWebItems(); });
+}
+
+void frmMain::ShowSplash() {
+    m_splash = std::make_unique<frmSplash>(m_application->ProgramFile(kSplashPicture), this);
+    m_splash->show();
+    QTimer::singleShot(kSplashMilliseconds, this, [this] { m_splash.reset(); });
+}
+
+void frmMain::LoadSecondHalf() {
+    InitializeOutlookBar();
+    InitializePanels();
+    m_application->LoadMotorConversions();
+    RebuildRecentMenu();
+    EnableReportCommands(false);
+    m_editMenu = std::make_unique<CEditMenu>(*m_platform);
+}
+
+void frmMain::InitializePanels() {
+    InitializeProjPanel();
+    InitializePwrSysPanel();
+    ShowPanel(*m_panProject, kProject);
+}
+
+void frmMain::InitializeProjPanel() {
+    FailureRegion region;
+    region.Run([this] { m_application->Project().Display(*m_panProject); });
+    if (region.Pending()) {
+        Tell("An error occured while initializing the project information panel.", MessageIcon::None);
+    }
+}
+
+void frmMain::InitializePwrSysPanel() {
+    FailureRegion region;
+    std::vector<ConnectionRecord> connections;
+    std::vector<std::int32_t> volts;
+    const bool connected =
+        region.Run([&] { connections = GensetDatabase(m_application->DatabaseFile()).Connections(); });
+    if (!connected) {
+        throw RaisedError(kConnectionOptionsError, "frmMain.InitializePwrSysPanel",
+                          "Error initializing connection options in power system panel.");
+    }
+    m_panPwrSys->Connections(connections);
+    region.Run([&] {
+        volts = GensetDatabase(m_application->DatabaseFile()).VoltagesLL();
+        m_panPwrSys->Voltages(volts);
+    });
+    if (region.Pending()) {
+        Tell("An error occured while filling voltage selections.\r\nDefault values have been used.",
+             MessageIcon::None);
+        region.Clear();
+    }
+    region.Run([this] { m_application->PowerSystem().Display(*m_panPwrSys, m_application->IsMetric()); });
+    if (region.Pending()) {
+        Tell("An error occured while initializing the power system information.", MessageIcon::None);
+    }
+}
+
+void frmMain::PwrSysUnitsChanged(bool metric) {
+    m_panPwrSys->MetricUnits(metric);
+}
+
+std::int32_t frmMain::SelectedStep() const {
+    return m_panLoadProfile->SelectedStep();
+}
+
+std::int32_t frmMain::Phases() const {
+    return m_panPwrSys->Phases();
+}
+
+void frmMain::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) {
+    m_panLoadProfile->DisplayNewLoad(stepNumber, loadId);
+}
+
+void frmMain::SideBarClicked(std::int32_t index) {
+    m_panProject->Store(m_application->Project());
+    m_panPwrSys->Store(m_application->PowerSystem());
+    ShowCaption();
+    const std::string name = m_panProject->ProjectName();
+    if (index == kProject) {
+        ShowPanel(*m_panProject, index);
+        EnableReportCommands(false);
+    } else if (index == kPowerSystem) {
+        m_panPwrSys->ProjectName(name);
+        ShowPanel(*m_panPwrSys, index);
+        EnableReportCommands(false);
+    } else if (index == kLoadProfile) {
+        m_panLoadProfile->ProjectName(name);
+        ShowPanel(*m_panLoadProfile, index);
+        EnableReportCommands(false);
+    } else if (index == kRecommend) {
+        m_panRecommend->ProjectName(name);
+        Recommend();
+    }
+}
+
+void frmMain::Recommend() {
+    const CLoadProfile& profile = m_application->LoadProfile();
+    // Only the first step counts: later ones may be empty.
+    if (profile.NumLoadSteps() < 1 || profile.LoadStep(1).NumLoads() < 1) {
+        m_platform->Beep();
+        Tell("At least one load and load step must be entered.", MessageIcon::Exclamation);
+        return;
+    }
+    const WaitCursor busy;
+    ShowPanel(*m_panRecommend, kRecommend);
+    EnableReportCommands(true);
+    CDesigner& designer = m_application->Designer();
+    m_panRecommend->Designer(designer);
+    designer.SelectGensets();
+    designer.ChooseSets();
+    m_panRecommend->DisplayChosenSets();
+}
+
+void frmMain::ShowPanel(QWidget& panel, std::int32_t index) {
+    m_panels->setCurrentWidget(&panel);
+    m_barMain->ShowCurrent(index);
+    // The focus goes where the next entry is.
+    for (QWidget* next = panel.nextInFocusChain(); next != nullptr && panel.isAncestorOf(next);
+         next = next->nextInFocusChain()) {
+        if ((next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() && next->isVisibleTo(&panel)) {
+            next->setFocus(Qt::OtherFocusReason);
+            return;
+        }
+    }
+}
+
+void frmMain::ShowCaption() {
+    setWindowTitle(ToQt(WindowCaption(m_application->BrandLabel(), m_panProject->ProjectName())));
+}
+
+std::string frmMain::ProductName() const {
+    return std::string(WordsOf(m_application->BrandLabel()).productName);
+}
+
+ProjectModel frmMain::Model() {
+    return {.project = m_application->Project(),
+            .powerSystem = m_application->PowerSystem(),
+            .loadProfile = m_application->LoadProfile(),
+            .motors = m_application->Motors()};
+}
+
+void frmMain::Tell(const std::string& text, MessageIcon icon, const std::string& title) {
+    m_platform->ShowMessage(this, {.text = text, .icon = icon, .title = title});
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    bool leave = true;
+    RunEvent([&] {
+        if (g_ProjectDirty) {
+            leave = m_platform->ShowMessage(this, {.text = "The project has been changed.\r\nExit anyway?",
+                                                   .icon = MessageIcon::Question,
+                                                   .title = ProductName(),
+                                                   .buttons = MessageButtons::YesNo}) == MessageAnswer::Yes;
+        }
+    });
+    if (leave) {
+        m_errLog.reset();
+        m_platform->CloseHelp();
+        event->accept();
+    } else {
+        event->ignore();
+    }
+}
+
+}  // namespace genvara

@@ -1,0 +1,156 @@
+#pragma once
+
+#include <QMainWindow>
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "CApplication.h"
+#include "CEditMenu.h"
+#include "ErrorLog.h"
+#include "LoadForms.h"
+#include "PlatformServices.h"
+#include "ProjectModel.h"
+#include "RecentFiles.h"
+
+class QAction;
+class QMenu;
+class QStackedWidget;
+class QToolBar;
+
+namespace genvara {
+
+class Panel;
+class ctlSideBar;
+class frmErrLog;
+class frmSplash;
+class panLoadProfile;
+class panProject;
+class panPwrSys;
+class panRecommend;
+struct MenuCommand;
+
+/// The main window: menus, toolbar, side bar and four panels, and the commands on the project file.
+///
+/// Event routines without a handler of their own let failures pass to the last-chance handler; the toolbar
+/// swallows them.
+class frmMain final : public QMainWindow, public LoadFormHost {
+    Q_OBJECT
+
+  public:
+    /// @param application started, and outlives the window, as the desktop does.
+    frmMain(CApplication& application, PlatformServices& platform);
+    ~frmMain() override;
+
+    /// The load sequence.
+    /// @return false if it failed: the failure has been shown, and the program ends.
+    bool Load();
+
+    /// Shows the other unit system on the power system panel.
+    void PwrSysUnitsChanged(bool metric);
+
+    /// Full name of the project's file; empty for one that was never saved or opened.
+    [[nodiscard]] const std::string& ProjectFile() const noexcept { return m_projectFile; }
+
+    /// Writes what is on screen to a new file of a folder, which is created if need be.
+    /// @throws RaisedError with the system's number.
+    std::filesystem::path Rescue(const std::filesystem::path& folder);
+
+    // What the entry forms ask.
+    [[nodiscard]] std::int32_t SelectedStep() const override;
+    [[nodiscard]] std::int32_t Phases() const override;
+    void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) override;
+
+    /// The side bar's item click: stores the panels and shows one of them.
+    /// @throws RaisedError of a panel that does not store, and of the sizing run.
+    void SideBarClicked(std::int32_t index);
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    // Building.
+    void BuildMenus();
+    void AddCommand(const MenuCommand& command);
+    void BuildToolbar();
+    void BuildPanels();
+    void BuildShortcuts();
+    void SetCaptions();
+    void SetWebItems();
+    void ShowSplash();
+    void LoadFirstHalf();
+    void LoadSecondHalf();
+    void InitializeOutlookBar();
+    void InitializePanels();
+    void InitializeProjPanel();
+    void InitializePwrSysPanel();
+    void ShowCaption();
+
+    // Panels.
+    void ShowPanel(QWidget& panel, std::int32_t index);
+    void Recommend();
+    void EnableReportCommands(bool enabled);
+    void EnableExport(bool enabled);
+
+    // Commands.
+    void Run(const std::string& name);
+    void ToolClicked(const std::string& key);
+    MessageAnswer AskForChanges();
+    void FileNew();
+    void FileOpen();
+    void NewProject();
+    void OpenProject();
+    void SaveProject();
+    void SaveProjectAs();
+    /// @return false if the command that wants the project saved has to end.
+    bool SaveBeforeLeaving();
+    void WriteProjectFile();
+    void ReadProjectFile(const std::string& file);
+    void OpenRecent(std::size_t index);
+    void AddRecent();
+    void RebuildRecentMenu();
+    void SendMail();
+    void SaveReport();
+    void ExportSpec();
+    void PrintReport();
+    void PrintSetup();
+    void HelpTopics();
+    void HelpContents();
+    void ShowWebSite(const QAction& item);
+    void ShowAbout();
+    void ShowDefaults();
+    void ShowOptions();
+    void RefreshEditMenu();
+    void RunEdit(const std::string& name);
+    /// Runs a command on a file; a failure other than the user's cancel is told in one sentence.
+    void RunOrTell(const char* complaint, const std::function<void()>& command);
+    [[nodiscard]] std::string ProductName() const;
+    [[nodiscard]] ProjectModel Model();
+    [[nodiscard]] QAction* Command(const std::string& name) const { return m_commands.at(name); }
+    void Tell(const std::string& text, MessageIcon icon, const std::string& title = {});
+
+    CApplication* m_application;
+    PlatformServices* m_platform;
+    ErrorLog m_log;
+    RecentFiles m_recent;
+    std::string m_projectFile;
+    std::map<std::string, QMenu*> m_menus;
+    std::map<std::string, QAction*> m_commands;
+    std::map<std::string, QAction*> m_toolButtons;
+    QToolBar* m_toolbar = nullptr;
+    ctlSideBar* m_barMain = nullptr;
+    QStackedWidget* m_panels = nullptr;
+    panProject* m_panProject = nullptr;
+    panPwrSys* m_panPwrSys = nullptr;
+    panLoadProfile* m_panLoadProfile = nullptr;
+    panRecommend* m_panRecommend = nullptr;
+    std::unique_ptr<CEditMenu> m_editMenu;
+    std::unique_ptr<frmSplash> m_splash;
+    std::unique_ptr<frmErrLog> m_errLog;
+};
+
+}  // namespace genvara

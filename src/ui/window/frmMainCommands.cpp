@@ -1,0 +1,140 @@
+// The main window's dispatch of commands, and those that are no file's.
+
+#include <QAction>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QStackedWidget>
+#include <algorithm>
+
+#include "FailureRegion.h"
+#include "Panel.h"
+#include "ReportView.h"
+#include "Texts.h"
+#include "frmAbout.h"
+#include "frmDefaults.h"
+#include "frmErrLog.h"
+#include "frmMain.h"
+#include "frmOptions.h"
+#include "frmSplash.h"
+#include "panRecommend.h"
+
+namespace genvara {
+namespace {
+
+constexpr const char* kErrorTitle = "ERROR";
+
+/// Toolbar keys and the commands that they stand for.
+struct ToolCommand {
+    const char* key;
+    const char* command;
+};
+constexpr std::array<ToolCommand, 9> kToolCommands{{{"butNew", "mnuFileNew"},
+                                                    {"butOpen", "mnuFileOpen"},
+                                                    {"butSave", "mnuFileSave"},
+                                                    {"butPrint", "mnuFilePrint"},
+                                                    {"butExport", "mnuFileExport"},
+                                                    {"butCut", "mnuEditCut"},
+                                                    {"butCopy", "mnuEditCopy"},
+                                                    {"butPaste", "mnuEditPaste"},
+                                                    {"butHelp", "mnuHelpTopics"}}};
+
+}  // namespace
+
+void frmMain::Run(const std::string& name) {
+    static const std::map<std::string, void (frmMain::*)()> commands{
+        {"mnuFileNew", &frmMain::FileNew},          {"mnuFileOpen", &frmMain::FileOpen},
+        {"mnuFileSave", &frmMain::SaveProject},     {"mnuFileSaveAs", &frmMain::SaveProjectAs},
+        {"mnuFileExport", &frmMain::ExportSpec},    {"mnuFileSaveReport", &frmMain::SaveReport},
+        {"mnuFilePrint", &frmMain::PrintReport},    {"mnuFilePrintSetup", &frmMain::PrintSetup},
+        {"mnuFileSendMail", &frmMain::SendMail},    {"mnuToolsDefaults", &frmMain::ShowDefaults},
+        {"mnuToolsOptions", &frmMain::ShowOptions}, {"mnuHelpTopics", &frmMain::HelpTopics},
+        {"mnuHelpAbout", &frmMain::ShowAbout},      {"helpContents", &frmMain::HelpContents},
+    };
+    if (const auto found = commands.find(name); found != commands.end()) {
+        (this->*found->second)();
+    } else if (name.starts_with("mnuEdit")) {
+        RunEdit(name);
+    } else if (name.starts_with("mnuFileMRU")) {
+        OpenRecent(static_cast<std::size_t>(name.back() - '0'));
+    } else if (name.starts_with("mnuHelpWebSite")) {
+        ShowWebSite(*Command(name));
+    } else if (name == "mnuFileExit") {
+        close();
+    }
+}
+
+void frmMain::ToolClicked(const std::string& key) {
+    FailureRegion region;  // whatever fails here is passed over
+    const auto* entry = std::find_if(kToolCommands.begin(), kToolCommands.end(),
+                                     [&](const ToolCommand& tool) { return key == tool.key; });
+    region.Run([&] { Run(entry->command); });
+}
+
+void frmMain::RefreshEditMenu() {
+    const auto* panel = dynamic_cast<Panel*>(m_panels->currentWidget());
+    QWidget* control = panel == nullptr ? nullptr : panel->ActiveCtrl();
+    const bool text = qobject_cast<QLineEdit*>(control) != nullptr ||
+                      qobject_cast<QPlainTextEdit*>(control) != nullptr ||
+                      qobject_cast<QComboBox*>(control) != nullptr;
+    const bool rich = qobject_cast<ReportView*>(control) != nullptr;
+    if (rich) {
+        m_editMenu->ActiveRTFBox(control);
+    } else if (text) {
+        m_editMenu->ActiveTextBox(control);
+    }
+    const bool any = text || rich;
+    Command("mnuEditCut")->setEnabled(any && m_editMenu->CanCut());
+    Command("mnuEditCopy")->setEnabled(any && m_editMenu->CanCopy());
+    Command("mnuEditPaste")->setEnabled(any && m_editMenu->CanPaste());
+}
+
+void frmMain::RunEdit(const std::string& name) {
+    RefreshEditMenu();
+    if (!Command(name)->isEnabled()) {
+        return;
+    }
+    if (name == "mnuEditCut") {
+        m_editMenu->Cut();
+    } else if (name == "mnuEditCopy") {
+        m_editMenu->Copy();
+    } else {
+        m_editMenu->Paste();
+    }
+}
+
+void frmMain::HelpTopics() {
+    RunOrTell("Help not available.", [this] {
+        m_application->HelpFile().RequestingWindow(static_cast<std::int32_t>(winId()));
+        m_application->HelpFile().CloseFile();
+    });
+}
+
+void frmMain::HelpContents() {
+    RunOrTell("Help not available.", [this] {
+        m_application->HelpFile().RequestingWindow(static_cast<std::int32_t>(winId()));
+        m_application->HelpFile().ShowHelp();
+    });
+}
+
+void frmMain::ShowWebSite(const QAction& item) {
+    if (!m_platform->ShowWebPage(FromQt(item.text()))) {
+        Tell("Unable to run Internet Explorer.", MessageIcon::Stop, kErrorTitle);
+    }
+}
+
+void frmMain::ShowAbout() {
+    frmAbout(*m_platform, *m_application, this).exec();
+}
+
+void frmMain::ShowDefaults() {
+    frmDefaults(*m_platform, *m_application, this).exec();
+}
+
+void frmMain::ShowOptions() {
+    frmOptions(
+        *m_platform, *m_application, [this](bool metric) { PwrSysUnitsChanged(metric); }, this)
+        .exec();
+}
+
+}  // namespace genvara

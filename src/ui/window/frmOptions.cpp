@@ -1,0 +1,146 @@
+#include "frmOptions.h"
+
+#include <QDialogButtonBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "CApplication.h"
+#include "EntryNumbers.h"
+#include "FailureRegion.h"
+#include "FormGrid.h"
+#include "LastChance.h"
+#include "Texts.h"
+#include "UpDown.h"
+
+namespace genvara {
+namespace {
+
+constexpr int kPathWidth = 300;  // pixels
+
+}  // namespace
+
+frmOptions::frmOptions(PlatformServices& platform, CApplication& application,
+                       std::function<void(bool)> unitsChanged, QWidget* owner)
+    : QDialog(owner),
+      m_platform(&platform),
+      m_application(&application),
+      m_unitsChanged(std::move(unitsChanged)),
+      m_txtProjPath(new EntryField(platform, "txtProjPath")),
+      m_optEnglish(new QRadioButton("&English")),
+      m_optMetric(new QRadioButton("&Metric")) {
+    setObjectName("frmOptions");
+    setWindowTitle(Caption(320));
+    auto* grid = new FormGrid;
+    AddPath(*grid);
+    m_txtNumGensets = AddNumber(*grid, "NumGensets", Caption(323), 1, 32, 3);
+    m_txtNumUndersized =
+        AddNumber(*grid, "NumUndersized", "Max. Number of Undersized Gensets Shown", 0, 8, 2);
+    m_txtMaxLoad = AddNumber(*grid, "MaxLoad", Caption(324), 0, 100, 3);
+    m_txtMinLoad = AddNumber(*grid, "MinLoad", Caption(325), 0, 100, 3);
+    const OkCancel buttons = MakeOkCancel();
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);
+    column->setSpacing(metrics::kMargin);
+    column->addLayout(grid);
+    column->addWidget(MakeUnits());
+    column->addStretch(1);
+    column->addWidget(buttons.box);
+    connect(buttons.ok, &QPushButton::clicked, this, Event([this] { OkClicked(); }));
+    connect(buttons.cancel, &QPushButton::clicked, this, &QDialog::reject);
+    ShowOptions();
+}
+
+void frmOptions::AddPath(FormGrid& grid) {
+    auto* browse = new QPushButton(Caption(322));
+    browse->setObjectName("cmdBrowseProjPath");
+    browse->setAutoDefault(false);
+    connect(browse, &QPushButton::clicked, this, Event([this] { BrowseClicked(); }));
+    m_txtProjPath->setMinimumWidth(kPathWidth);
+    auto* line = new QWidget;
+    auto* row = new QHBoxLayout(line);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(metrics::kGap);
+    row->addWidget(m_txtProjPath, 1);
+    row->addWidget(browse);
+    line->setFocusProxy(m_txtProjPath);
+    m_txtProjPath->setAccessibleName(Caption(321));
+    grid.AddField("lblProjPath", Caption(321), line);
+}
+
+EntryField* frmOptions::AddNumber(FormGrid& grid, const char* name, const QString& caption,
+                                  std::int32_t least, std::int32_t most, std::size_t digits) {
+    auto* field = new EntryField(*m_platform, QString("txt") + name);
+    field->Filter(key_filters::DigitsUpTo(digits));
+    field->setAccessibleName(caption);
+    SetDigits(*field, static_cast<int>(digits) + 1);
+    auto* arrows = new UpDown(QString("upd") + name, *field, {least, most, 1});
+    QLabel* range = FormGrid::MakeNote({}, QString("( %1 - %2 )").arg(least).arg(most));
+    grid.AddField(QString("lbl") + name, caption, Beside(field, arrows, range));
+    return field;
+}
+
+QWidget* frmOptions::MakeUnits() {
+    m_optEnglish->setObjectName("optEnglish");
+    m_optMetric->setObjectName("optMetric");
+    auto* frame = new QGroupBox("Units");
+    frame->setObjectName("fraUnits");
+    auto* line = new QHBoxLayout(frame);
+    line->setSpacing(metrics::kMargin);
+    line->addWidget(m_optEnglish);
+    line->addWidget(m_optMetric);
+    line->addStretch(1);
+    return frame;
+}
+
+void frmOptions::ShowOptions() {
+    const CDesigner& designer = m_application->Designer();
+    m_txtMinLoad->setText(QString::number(designer.MinLoading()));
+    m_txtMaxLoad->setText(QString::number(designer.MaxLoading()));
+    m_txtNumGensets->setText(QString::number(designer.MaxSetsRecommended()));
+    m_txtNumUndersized->setText(QString::number(designer.MaxSetsUndersized()));
+    m_txtProjPath->Content(m_application->ProjectPath());
+    m_optMetric->setChecked(m_application->IsMetric());
+    m_optEnglish->setChecked(!m_application->IsMetric());
+}
+
+void frmOptions::BrowseClicked() {
+    const std::string folder =
+        m_platform->BrowseForFolder(this, "Choose Directory", m_txtProjPath->Content());
+    if (!folder.empty()) {
+        m_txtProjPath->Content(folder);
+    }
+}
+
+void frmOptions::OkClicked() {
+    FailureRegion region;
+    std::int32_t most = 0;
+    std::int32_t least = 0;
+    region.Run([&] { most = EnteredInteger(m_txtMaxLoad->Content()); });
+    region.Run([&] { least = EnteredInteger(m_txtMinLoad->Content()); });
+    if (most < least) {
+        m_platform->ShowMessage(this, {.text = "Minimum loading can not be greater than maximum loading.",
+                                       .icon = MessageIcon::Exclamation,
+                                       .title = FromQt(Caption(320))});
+        m_txtMaxLoad->setFocus();
+        return;
+    }
+    Store();
+    m_unitsChanged(m_application->IsMetric());
+    accept();
+}
+
+void frmOptions::Store() {
+    CDesigner& designer = m_application->Designer();
+    FailureRegion region;  // a value that is refused, or is none, leaves the former one
+    region.Run([&] { designer.MaxLoading(EnteredInteger(m_txtMaxLoad->Content())); });
+    region.Run([&] { designer.MinLoading(EnteredInteger(m_txtMinLoad->Content())); });
+    region.Run([&] { designer.MaxSetsRecommended(EnteredInteger(m_txtNumGensets->Content())); });
+    region.Run([&] { designer.MaxSetsUndersized(EnteredInteger(m_txtNumUndersized->Content())); });
+    m_application->ProjectPath(m_txtProjPath->Content());
+    m_application->IsMetric(m_optMetric->isChecked());
+}
+
+}  // namespace genvara

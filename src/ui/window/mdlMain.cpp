@@ -1,0 +1,82 @@
+// The start of the desktop program.
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "CApplication.h"
+#include "FailureRegion.h"
+#include "GenvaraApplication.h"
+#include "Globals.h"
+#include "LastChance.h"
+#include "ProgramVersion.h"
+#include "QtPlatformServices.h"
+#include "Texts.h"
+#include "frmErrLog.h"
+#include "frmMain.h"
+#include "frmSplash.h"
+
+namespace genvara {
+namespace {
+
+/// Folder for what has to outlive a failed run.
+std::filesystem::path StateFolder() {
+    const char* state = std::getenv("XDG_STATE_HOME");
+    if (state != nullptr && *state == '/') {
+        return std::filesystem::path(state) / "genvara";
+    }
+    const char* home = std::getenv("HOME");
+    return std::filesystem::path(home == nullptr ? "." : home) / ".local/state/genvara";
+}
+
+/// The main window, with the handler of failures that nobody else handles, for as long as the window lives.
+class MainWindow {
+  public:
+    explicit MainWindow(PlatformServices& platform) : m_platform(&platform) {}
+    ~MainWindow() { ClearLastChance(); }
+    MainWindow(const MainWindow&) = delete;
+    MainWindow& operator=(const MainWindow&) = delete;
+    MainWindow(MainWindow&&) = delete;
+    MainWindow& operator=(MainWindow&&) = delete;
+
+    void LoadAndShow(CApplication& application) {
+        m_window = std::make_unique<frmMain>(application, *m_platform);
+        SetLastChance(*m_platform, [this] { return m_window->Rescue(StateFolder()); });
+        m_loaded = m_window->Load();
+        if (m_loaded) {
+            m_window->show();
+        }
+    }
+    [[nodiscard]] bool Loaded() const noexcept { return m_loaded; }
+
+  private:
+    PlatformServices* m_platform;
+    std::unique_ptr<frmMain> m_window;
+    bool m_loaded = false;
+};
+
+int Main(int argc, char** argv) {
+    QApplication::setApplicationName("genvara");
+    GenvaraApplication desktop(argc, argv);
+    CApplication application;
+    g_App = &application;
+    QApplication::setApplicationVersion(ToQt(kProgramVersionText));
+    QApplication::setApplicationDisplayName(ToQt(WordsOf(application.BrandLabel()).productName));
+    QtPlatformServices platform;
+    MainWindow window(platform);
+    const bool started = application.Run([&](CApplication& app) { window.LoadAndShow(app); });
+    return started && window.Loaded() ? QApplication::exec() : EXIT_SUCCESS;
+}
+
+}  // namespace
+}  // namespace genvara
+
+int main(int argc, char** argv) {
+    try {
+        return genvara::Main(argc, argv);
+    } catch (const std::exception& failure) {
+        fmt::print(stderr, "genvara: {}\n", failure.what());
+        return EXIT_FAILURE;
+    }
+}

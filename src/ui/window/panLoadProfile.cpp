@@ -1,0 +1,300 @@
+#include "panLoadProfile.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include "ErrorNumbers.h"
+#include "FailureRegion.h"
+#include "FormGrid.h"
+#include "Globals.h"
+#include "LastChance.h"
+#include "ProfileTree.h"
+#include "Texts.h"
+#include "frmAddLoad.h"
+#include "frmAddStep.h"
+#include "frmEditStep.h"
+
+namespace genvara {
+namespace {
+
+/// From so many steps on none can be added.
+constexpr std::int32_t kMostSteps = 256;
+
+}  // namespace
+
+panLoadProfile::panLoadProfile(PlatformServices& platform, CLoadProfile& profile, const CPwrSys& site,
+                               LoadFormHost& host, QWidget* parent)
+    : Panel("panLoadProfile", Caption(127), "lblProjName", parent),
+      m_platform(&platform),
+      m_profile(&profile),
+      m_site(&site),
+      m_host(&host),
+      m_tree(new ProfileTree("tlsProfileDisplay")),
+      m_properties(new QTreeWidget),
+      m_cmdAddStep(AddButton("cmdAddStep", tr("Add &Step..."), &panLoadProfile::AddStep)),
+      m_cmdDeleteStep(AddButton("cmdDeleteStep", tr("Delete Ste&p"), &panLoadProfile::DeleteStep)),
+      m_cmdAddLoad(AddButton("cmdAddLoad", tr("Add &Load..."), &panLoadProfile::AddLoad)),
+      m_cmdDeleteLoad(AddButton("cmdDeleteLoad", tr("Delete L&oad"), &panLoadProfile::DeleteLoad)),
+      m_cmdEdit(AddButton("cmdEdit", tr("Ed&it..."), &panLoadProfile::Edit)),
+      m_cmdMoveUp(AddButton("cmdMoveUp", tr("Move &Up"), &panLoadProfile::MoveUp)),
+      m_cmdMoveDown(AddButton("cmdMoveDown", tr("Move Do&wn"), &panLoadProfile::MoveDown)) {
+    Build();
+    connect(m_tree, &QTreeWidget::itemSelectionChanged, this, Event([this] { SelectionChanged(); }));
+    connect(m_tree, &ProfileTree::EditAsked, this, Event([this] { Edit(); }));
+    connect(m_tree, &ProfileTree::DeleteAsked, this, Event([this] { DeleteSelected(); }));
+    ClearAllLoads();
+}
+
+QPushButton* panLoadProfile::AddButton(const char* name, const QString& caption,
+                                       void (panLoadProfile::*command)()) {
+    auto* button = new QPushButton(caption);
+    button->setObjectName(name);
+    connect(button, &QPushButton::clicked, this, Event([this, command] { (this->*command)(); }));
+    return button;
+}
+
+void panLoadProfile::Build() {
+    m_properties->setObjectName("tlsPropertyDisplay");
+    m_properties->setAccessibleName(tr("Properties"));
+    m_properties->setColumnCount(2);
+    m_properties->setHeaderLabels({tr("Property"), tr("Value")});
+    m_properties->setRootIsDecorated(false);
+    m_properties->setUniformRowHeights(true);
+    m_properties->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+
+    auto* split = new QSplitter(Qt::Horizontal);
+    split->addWidget(m_tree);
+    split->addWidget(m_properties);
+    split->setChildrenCollapsible(false);
+    split->setStretchFactor(0, 5);
+    split->setStretchFactor(1, 4);
+    Content()->addWidget(split, 1);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(metrics::kGap);
+    for (QPushButton* button : {m_cmdAddStep, m_cmdAddLoad, m_cmdEdit, m_cmdMoveUp, m_cmdMoveDown}) {
+        buttons->addWidget(button);
+    }
+    buttons->addStretch(1);
+    buttons->addWidget(m_cmdDeleteLoad);
+    buttons->addWidget(m_cmdDeleteStep);
+    Content()->addLayout(buttons);
+}
+
+void panLoadProfile::ProjectName(const std::string& text) {
+    Heading(ToQt(text));
+}
+
+std::string panLoadProfile::ProjectName() const {
+    return FromQt(Heading());
+}
+
+void panLoadProfile::HoldDrawing(bool hold) {
+    m_tree->setUpdatesEnabled(!hold);
+    m_properties->setUpdatesEnabled(!hold);
+}
+
+void panLoadProfile::DisplayNewStep(std::int32_t stepNumber, std::int32_t stepId) {
+    const std::int32_t position = stepNumber < 1 ? m_profile->NumLoadSteps() : stepNumber;
+    const CLoadStep& step = m_profile->LoadStep(position);
+    m_tree->setCurrentItem(m_tree->InsertStep(position, ToQt(step.Description()), stepId));
+}
+
+void panLoadProfile::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) {
+    const Load* load = m_profile->LoadStep(stepNumber).LoadItem(loadId);
+    QTreeWidgetItem* step = m_tree->topLevelItem(stepNumber - 1);
+    if (load == nullptr || step == nullptr) {
+        throw RaisedError(errors::FromBase(2), "panLoadProfile::DisplayNewLoad",
+                          "The load requested could not be found.");
+    }
+    ProfileTree::AddLoad(*step, ToQt(load->name()), loadId, load->LoadType());
+}
+
+void panLoadProfile::ClearAllLoads() {
+    m_tree->clear();
+    m_properties->clear();
+    m_selectedStep = 0;
+    RefreshButtons();
+    m_cmdAddStep->setEnabled(true);
+}
+
+void panLoadProfile::SelectionChanged() {
+    const QTreeWidgetItem* node = m_tree->Selected();
+    m_selectedStep = node == nullptr ? 0 : m_tree->StepPosition(*node);
+    RefreshButtons();
+    RefreshProperties();
+}
+
+void panLoadProfile::RefreshButtons() {
+    const QTreeWidgetItem* node = m_tree->Selected();
+    const bool any = node != nullptr;
+    const bool step = any && ProfileTree::IsStep(*node);
+    const std::int32_t steps = m_tree->topLevelItemCount();
+    const std::int32_t position = any ? m_tree->StepPosition(*node) : 0;
+    m_selectedStep = position;
+    m_cmdEdit->setEnabled(any);
+    m_cmdAddLoad->setEnabled(any);
+    m_cmdDeleteStep->setEnabled(step);
+    m_cmdDeleteLoad->setEnabled(any && !step);
+    m_cmdMoveUp->setEnabled(any && steps >= 2 && position > 1);
+    m_cmdMoveDown->setEnabled(any && steps >= 2 && position < steps);
+}
+
+std::vector<std::string> panLoadProfile::PropertiesOf(const QTreeWidgetItem& node) const {
+    const CLoadStep& step = m_profile->LoadStep(m_tree->StepPosition(node));
+    try {
+        if (ProfileTree::IsStep(node)) {
+            return step.GetProps();
+        }
+        const Load* load = step.LoadItem(ProfileTree::LoadID(node));
+        return load == nullptr ? std::vector<std::string>() : load->GetProps();
+    } catch (const RaisedError& failure) {
+        // Figures that cannot be worked out must not keep the user from mending the load.
+        return {PropertyRow("Error", failure.Description())};
+    }
+}
+
+void panLoadProfile::RefreshProperties() {
+    m_properties->clear();
+    const QTreeWidgetItem* node = m_tree->Selected();
+    if (node == nullptr) {
+        return;
+    }
+    QList<QTreeWidgetItem*> rows;
+    for (const std::string& row : PropertiesOf(*node)) {
+        rows.append(new QTreeWidgetItem(ToQt(row).split('\t')));
+    }
+    m_properties->addTopLevelItems(rows);
+}
+
+void panLoadProfile::AddStep() {
+    frmAddStep dialog(*m_platform, *m_profile, *m_site, window());
+    dialog.Show([this](std::int32_t number, std::int32_t id) { DisplayNewStep(number, id); });
+    if (m_profile->NumLoadSteps() >= kMostSteps) {
+        m_cmdAddStep->setEnabled(false);
+    }
+}
+
+void panLoadProfile::AddLoad() {
+    frmAddLoad dialog(*m_platform, *m_host, window());
+    dialog.exec();
+    SelectionChanged();
+}
+
+void panLoadProfile::DeleteStep() {
+    FailureRegion region;
+    QTreeWidgetItem* node = m_tree->Selected();
+    if (node == nullptr) {
+        return;
+    }
+    region.Run([&] { m_profile->DeleteLoadStep(ProfileTree::StepID(*node)); });
+    delete node;  // NOLINT(cppcoreguidelines-owning-memory): a node is removed by deleting it
+    SelectionChanged();
+    if (m_profile->NumLoadSteps() < kMostSteps) {
+        m_cmdAddStep->setEnabled(true);
+    }
+    g_ProjectDirty = true;
+}
+
+void panLoadProfile::DeleteLoad() {
+    QTreeWidgetItem* node = m_tree->Selected();
+    FailureRegion region;
+    region.Run(
+        [&] { m_profile->LoadStep(m_tree->StepPosition(*node)).DeleteLoad(ProfileTree::LoadID(*node)); });
+    if (!region.Pending()) {
+        delete node;  // NOLINT(cppcoreguidelines-owning-memory): a node is removed by deleting it
+        SelectionChanged();
+        g_ProjectDirty = true;
+    }
+}
+
+void panLoadProfile::DeleteSelected() {
+    QPushButton* button = m_cmdDeleteStep->isEnabled() ? m_cmdDeleteStep : m_cmdDeleteLoad;
+    button->click();
+}
+
+void panLoadProfile::Edit() {
+    QTreeWidgetItem* node = m_tree->Selected();
+    if (node == nullptr) {
+        return;
+    }
+    if (ProfileTree::IsStep(*node)) {
+        EditStepNode(*node);
+    } else {
+        EditLoadNode(*node);
+    }
+    RefreshButtons();
+    RefreshProperties();
+}
+
+void panLoadProfile::EditLoadNode(QTreeWidgetItem& node) {
+    const std::int32_t position = m_tree->StepPosition(node);
+    Load* load = m_profile->LoadStep(position).LoadItem(ProfileTree::LoadID(node));
+    if (load == nullptr) {
+        return;
+    }
+    EditLoad(*load, position, window(), *m_platform, *m_host);
+    node.setText(0, ToQt(load->name()));
+}
+
+void panLoadProfile::EditStepNode(QTreeWidgetItem& node) {
+    CLoadStep& step = m_profile->LoadStep(m_tree->StepPosition(node));
+    frmEditStep dialog(*m_platform, *m_site, window());
+    dialog.StepNum(m_tree->StepPosition(node));
+    dialog.Description(step.Description());
+    dialog.MaxVoltDip(step.MaxVoltageDipOverride());
+    dialog.LoadStep(step);
+    dialog.exec();
+    node.setText(0, ToQt(step.Description()));
+}
+
+void panLoadProfile::Move(int by) {
+    QTreeWidgetItem* node = m_tree->Selected();
+    if (node == nullptr) {
+        return;
+    }
+    const std::int32_t other = m_tree->StepPosition(*node) + by;
+    if (other < 1 || other > m_tree->topLevelItemCount()) {
+        return;
+    }
+    if (ProfileTree::IsStep(*node)) {
+        MoveStep(*node, by);
+    } else {
+        MoveLoad(*node, by);
+    }
+    m_tree->setCurrentItem(node);
+    SelectionChanged();
+}
+
+void panLoadProfile::MoveStep(QTreeWidgetItem& node, int by) {
+    const std::int32_t position = m_tree->StepPosition(node);
+    if (by < 0) {
+        m_profile->LowerLoadStep(position);
+    } else {
+        m_profile->RaiseLoadStep(position);
+    }
+    const QSignalBlocker quiet(m_tree);
+    const bool expanded = node.isExpanded();
+    m_tree->takeTopLevelItem(position - 1);
+    m_tree->insertTopLevelItem(position - 1 + by, &node);
+    node.setExpanded(expanded);
+}
+
+void panLoadProfile::MoveLoad(QTreeWidgetItem& node, int by) {
+    const std::int32_t position = m_tree->StepPosition(node);
+    CLoadStep& from = m_profile->LoadStep(position);
+    CLoadStep& to = m_profile->LoadStep(position + by);
+    to.RequireRoom();  // before the load leaves its step, so that a refusal loses nothing
+    ProfileTree::LoadID(node, to.AddLoad(from.TakeLoad(ProfileTree::LoadID(node))));
+    const QSignalBlocker quiet(m_tree);
+    QTreeWidgetItem* other = m_tree->topLevelItem(position - 1 + by);
+    node.parent()->removeChild(&node);
+    other->addChild(&node);
+    other->setExpanded(true);
+}
+
+}  // namespace genvara

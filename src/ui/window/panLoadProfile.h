@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "CLoadProfile.h"
+#include "CPwrSys.h"
+#include "LoadForms.h"
+#include "Panel.h"
+#include "PlatformServices.h"
+
+class QPushButton;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace genvara {
+
+class ProfileTree;
+
+/// The load steps and their loads. The panel works on the profile itself; there is nothing to store.
+class panLoadProfile final : public Panel {
+    Q_OBJECT
+
+  public:
+    /// Everything outlives the panel.
+    panLoadProfile(PlatformServices& platform, CLoadProfile& profile, const CPwrSys& site, LoadFormHost& host,
+                   QWidget* parent = nullptr);
+
+    void ProjectName(const std::string& text);
+    [[nodiscard]] std::string ProjectName() const;
+
+    /// Position of the selection's step; 0 without a selection.
+    [[nodiscard]] std::int32_t SelectedStep() const noexcept { return m_selectedStep; }
+
+    /// Shows a step of the profile at its position and selects it.
+    /// @throws RaisedError of the profile if there is no such step.
+    void DisplayNewStep(std::int32_t stepNumber, std::int32_t stepId);
+    /// Shows a load as the last one of the step at a position.
+    /// @throws RaisedError of the profile, or 0x80040002 "The load requested could not be found." from
+    ///         "panLoadProfile::DisplayNewLoad".
+    void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId);
+    void ClearAllLoads();
+
+    /// Keeps the lists from being drawn while many nodes are added.
+    void HoldDrawing(bool hold);
+
+  private:
+    QPushButton* AddButton(const char* name, const QString& caption, void (panLoadProfile::*command)());
+    void Build();
+    void SelectionChanged();
+    void RefreshButtons();
+    void RefreshProperties();
+    [[nodiscard]] std::vector<std::string> PropertiesOf(const QTreeWidgetItem& node) const;
+
+    void AddStep();
+    void AddLoad();
+    void DeleteStep();
+    void DeleteLoad();
+    void Edit();
+    void MoveUp() { Move(-1); }
+    void MoveDown() { Move(1); }
+    void DeleteSelected();
+    void EditLoadNode(QTreeWidgetItem& node);
+    void EditStepNode(QTreeWidgetItem& node);
+    /// @param by -1 towards the start, 1 towards the end.
+    void Move(int by);
+    void MoveStep(QTreeWidgetItem& node, int by);
+    void MoveLoad(QTreeWidgetItem& node, int by);
+
+    PlatformServices* m_platform;
+    CLoadProfile* m_profile;
+    const CPwrSys* m_site;
+    LoadFormHost* m_host;
+    std::int32_t m_selectedStep = 0;
+    ProfileTree* m_tree;
+    QTreeWidget* m_properties;
+    QPushButton* m_cmdAddStep;
+    QPushButton* m_cmdDeleteStep;
+    QPushButton* m_cmdAddLoad;
+    QPushButton* m_cmdDeleteLoad;
+    QPushButton* m_cmdEdit;
+    QPushButton* m_cmdMoveUp;
+    QPushButton* m_cmdMoveDown;
+};
+
+}  // namespace genvara

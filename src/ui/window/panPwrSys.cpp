@@ -1,0 +1,250 @@
+#include "panPwrSys.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "ChoiceBox.h"
+#include "EntryNumbers.h"
+#include "FormGrid.h"
+#include "LastChance.h"
+#include "SiteControls.h"
+#include "SiteLimits.h"
+#include "Texts.h"
+#include "UpDown.h"
+#include "mdlConvert.h"
+
+namespace genvara {
+namespace {
+
+constexpr const char* kErrorTitle = "ERROR";
+/// Connections whose sets have no distortion figures.
+constexpr std::int32_t kConnectionWithoutHarmonics = 3;
+constexpr std::int32_t kOtherConnectionWithoutHarmonics = 6;
+
+constexpr int kAltitudeDigits = 8;
+constexpr int kPercentDigits = 4;
+
+EntryField* NumberField(PlatformServices& platform, const char* name, int digits) {
+    auto* field = new EntryField(platform, name);
+    SetDigits(*field, digits);
+    return field;
+}
+
+EntryField* PercentField(PlatformServices& platform, const char* name) {
+    EntryField* field = NumberField(platform, name, kPercentDigits);
+    field->Filter(key_filters::Digits());
+    return field;
+}
+
+QString RangeText(std::int32_t least, std::int32_t most) {
+    return QString("( %1% - %2% )").arg(least).arg(most);
+}
+
+}  // namespace
+
+panPwrSys::panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent)
+    : Panel("panPwrSys", Caption(126), "lblProjName", parent),
+      m_platform(&platform),
+      m_site(&site),
+      m_cboVolts(new ChoiceBox("cboVolts")),
+      m_cboConn(new ChoiceBox("cboConn")),
+      m_cboAltTempRise(new ChoiceBox("cboAltTempRise")),
+      m_fraFreq(new FrequencyGroup),
+      m_fraFuel(new FuelGroup),
+      m_txtParallelSets(NumberField(platform, "txtParallelSets", kPercentDigits)),
+      m_txtAltitude(NumberField(platform, "txtAltitude", kAltitudeDigits)),
+      m_txtAmbTemp(NumberField(platform, "txtAmbTemp", kAltitudeDigits)),
+      m_txtMaxVoltDip(PercentField(platform, "txtMaxVoltDip")),
+      m_txtMaxFreqDip(PercentField(platform, "txtMaxFreqDip")),
+      m_txtMaxHarmonics(PercentField(platform, "txtMaxHarmonics")),
+      m_lblAltitudeUnits(FormGrid::MakeNote("lblAltitudeUnits")),
+      m_lblAmbTempUnits(FormGrid::MakeNote("lblAmbTempUnits")),
+      m_updMaxFreqDip(new UpDown("updMaxFreqDip", *m_txtMaxFreqDip,
+                                 {site_limits::kLowestLimit, site_limits::kHighestFreqDip, kLimitStep})),
+      m_updMaxHarmonics(new UpDown("updMaxHarmonics", *m_txtMaxHarmonics,
+                                   {site_limits::kLowestLimit, site_limits::kHighestHarmonics, kLimitStep})),
+      m_chkEnableFreqDip(new QCheckBox(Caption(155))),
+      m_chkEnableHarm(new QCheckBox(Caption(156))) {
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(2 * metrics::kMargin);
+    auto* left = new QVBoxLayout;
+    auto* right = new QVBoxLayout;
+    columns->addLayout(left, 3);
+    columns->addLayout(right, 2);
+    BuildSite(*left);
+    BuildLimits(*right);
+    Content()->addLayout(columns);
+    Content()->addStretch(1);
+    CheckFields();
+    WireLimits();
+    MetricUnits(m_metricShown);
+}
+
+void panPwrSys::BuildSite(QVBoxLayout& column) {
+    FillRiseDuty(*m_cboAltTempRise);
+    auto* arrows =
+        new UpDown("updParallelSets", *m_txtParallelSets, {kLeastParallelSets, kMostParallelSets, 1});
+    QWidget* sets =
+        Beside(m_txtParallelSets, arrows, FormGrid::MakeNote("lblParallelSetsRange", kParallelSetsRange));
+    m_txtParallelSets->setAccessibleName(Caption(151));
+    column.setSpacing(metrics::kGap * 3 / 2);
+    auto* electric = new FormGrid;
+    electric->AddField("lblVolts", Caption(140), m_cboVolts);
+    electric->AddField("lblConn", Caption(141), m_cboConn);
+    column.addLayout(electric);
+    column.addWidget(m_fraFreq);
+    column.addWidget(m_fraFuel);
+    auto* grid = new FormGrid;
+    grid->AddField("lblAltRise", Caption(150), m_cboAltTempRise);
+    grid->AddField("lblParallelSets", Caption(151), sets);
+    grid->AddField("lblAltitude", Caption(152), m_txtAltitude, m_lblAltitudeUnits);
+    grid->AddField("lblAmbTemp", Caption(153), m_txtAmbTemp, m_lblAmbTempUnits);
+    // Both grids have one label column.
+    const int width = fontMetrics().horizontalAdvance(Caption(150));
+    electric->setColumnMinimumWidth(0, width);
+    grid->setColumnMinimumWidth(0, width);
+    column.addLayout(grid);
+    column.addStretch(1);
+}
+
+void panPwrSys::BuildLimits(QVBoxLayout& column) {
+    m_chkEnableFreqDip->setObjectName("chkEnableFreqDip");
+    m_chkEnableHarm->setObjectName("chkEnableHarm");
+    auto* voltDip = new QLabel(Caption(154));
+    voltDip->setObjectName("lblEnableVoltDip");
+    auto* arrows = new UpDown("updMaxVoltDip", *m_txtMaxVoltDip,
+                              {site_limits::kLowestLimit, site_limits::kHighestVoltageDip, kLimitStep});
+    auto* grid = new FormGrid;
+    AddLimit(*grid, voltDip, m_txtMaxVoltDip, arrows);
+    AddLimit(*grid, m_chkEnableFreqDip, m_txtMaxFreqDip, m_updMaxFreqDip);
+    AddLimit(*grid, m_chkEnableHarm, m_txtMaxHarmonics, m_updMaxHarmonics);
+    voltDip->setBuddy(m_txtMaxVoltDip);
+    m_txtMaxVoltDip->setAccessibleName(Caption(154));
+    m_txtMaxFreqDip->setAccessibleName(Caption(155));
+    m_txtMaxHarmonics->setAccessibleName(Caption(156));
+    column.addLayout(grid);
+    column.addStretch(1);
+}
+
+void panPwrSys::AddLimit(FormGrid& grid, QWidget* caption, EntryField* field, UpDown* arrows) {
+    const UpDown::Range& range = arrows->Bounds();
+    grid.AddRow(caption, Beside(field, arrows, FormGrid::MakeNote({}, RangeText(range.least, range.most))));
+}
+
+void panPwrSys::CheckFields() {
+    Check(m_txtAltitude, "Invalid altitude entered", "0",
+          [this](const std::string& text) { m_site->Altitude(InSI(EnteredNumber(text), FeetToMeters)); });
+    Check(m_txtAmbTemp, "Invalid ambient temperature entered", "0", [this](const std::string& text) {
+        m_site->AmbTemp(InSI(EnteredNumber(text), FahrenheitToCelsius));
+    });
+    Check(m_txtMaxFreqDip, "Invalid frequecy dip entered", nullptr,
+          [this](const std::string& text) { m_site->MaxFreqDip(EnteredWhole(text)); });
+    Check(m_txtMaxHarmonics, "Invalid harmonic limit entered", nullptr,
+          [this](const std::string& text) { m_site->MaxHarmonics(EnteredWhole(text)); });
+    Check(m_txtMaxVoltDip, "Invalid voltage dip entered", nullptr,
+          [this](const std::string& text) { m_site->MaxVoltageDip(EnteredWhole(text)); });
+    Check(m_txtParallelSets, "Invalid number of gensets entered", "1",
+          [this](const std::string& text) { m_site->GensetsInParallel(EnteredWhole(text)); });
+}
+
+void panPwrSys::Check(EntryField* field, const char* complaint, const char* blank,
+                      std::function<void(const std::string& text)> store) {
+    field->CheckBeforeLeaving([this, field, complaint, blank, store = std::move(store)] {
+        field->ClearError();
+        field->setText(field->text().trimmed());
+        if (field->text().isEmpty()) {
+            if (blank == nullptr) {
+                return false;
+            }
+            field->setText(blank);
+        }
+        try {
+            store(field->Content());
+        } catch (const RaisedError&) {
+            m_platform->ShowMessage(this,
+                                    {.text = complaint, .icon = MessageIcon::Stop, .title = kErrorTitle});
+            field->ShowError(complaint);
+            m_platform->Beep();
+            return true;
+        }
+        return false;
+    });
+}
+
+void panPwrSys::WireLimits() {
+    connect(m_cboConn, &ChoiceBox::Clicked, this, Event([this] { ConnectionClicked(); }));
+    connect(m_chkEnableFreqDip, &QCheckBox::toggled, this, Event([this] { FreqDipClicked(); }));
+    connect(m_chkEnableHarm, &QCheckBox::toggled, this, Event([this] { HarmonicsClicked(); }));
+    for (QWidget* optional : std::initializer_list<QWidget*>{m_txtMaxFreqDip, m_updMaxFreqDip,
+                                                             m_txtMaxHarmonics, m_updMaxHarmonics}) {
+        optional->setEnabled(false);
+    }
+}
+
+void panPwrSys::ConnectionClicked() {
+    const std::int32_t code = ConnectionCode();
+    const bool harmonics = code != kConnectionWithoutHarmonics && code != kOtherConnectionWithoutHarmonics;
+    if (!harmonics) {
+        m_chkEnableHarm->setChecked(false);
+    }
+    m_chkEnableHarm->setEnabled(harmonics);
+    const bool entered = harmonics && m_chkEnableHarm->isChecked();
+    m_txtMaxHarmonics->setEnabled(entered);
+    m_updMaxHarmonics->setEnabled(entered);
+}
+
+void panPwrSys::FreqDipClicked() {
+    const bool enabled = m_chkEnableFreqDip->isChecked();
+    m_txtMaxFreqDip->setEnabled(enabled);
+    m_updMaxFreqDip->setEnabled(enabled);
+    m_site->MaxFreqDipEnabled(enabled);
+}
+
+void panPwrSys::HarmonicsClicked() {
+    const bool enabled = m_chkEnableHarm->isChecked();
+    m_txtMaxHarmonics->setEnabled(enabled);
+    m_updMaxHarmonics->setEnabled(enabled);
+    m_site->MaxHarmonicsEnabled(enabled);
+}
+
+double panPwrSys::InSI(double shown, double (*toSI)(double) noexcept) const {
+    return m_metricShown ? shown : toSI(shown);
+}
+
+void panPwrSys::Store(CPwrSys& site) const {
+    try {
+        StoreSite(site);
+    } catch (const RaisedError& failure) {
+        throw failure.WithSource("panPwrSys::Store");
+    }
+}
+
+void panPwrSys::StoreSite(CPwrSys& site) const {
+    site.Altitude(InSI(Altitude(), FeetToMeters));
+    site.AmbTemp(InSI(AmbTemp(), FahrenheitToCelsius));
+    site.Freq(Freq());
+    site.Fuel(Fuel());
+    site.GensetsInParallel(GensetsInParallel());
+    site.MaxFreqDip(MaxFreqDip());
+    site.MaxFreqDipEnabled(MaxFreqDipEnabled());
+    site.MaxHarmonics(MaxHarmonics());
+    site.MaxHarmonicsEnabled(MaxHarmonicsEnabled());
+    site.MaxVoltageDip(MaxVoltageDip());
+    const bool connected = m_cboConn->currentIndex() >= 0;
+    if (connected) {
+        site.Phases(Phases());
+    }
+    if (m_cboAltTempRise->currentIndex() >= 0) {
+        site.RiseDutyCode(RiseDuty());
+    }
+    if (m_cboVolts->currentIndex() >= 0) {
+        site.Voltage(Voltage());
+    }
+    if (connected) {
+        site.ConnectCode(ConnectionCode());
+    }
+}
+
+}  // namespace genvara

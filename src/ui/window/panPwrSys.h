@@ -1,0 +1,123 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "CPwrSys.h"
+#include "EntryField.h"
+#include "GensetRecords.h"
+#include "Panel.h"
+
+class QCheckBox;
+class QLabel;
+class QVBoxLayout;
+
+namespace genvara {
+
+class ChoiceBox;
+class FormGrid;
+class FrequencyGroup;
+class FuelGroup;
+class UpDown;
+
+/// What the site demands of the generator sets, in the units that the user has chosen.
+class panPwrSys final : public Panel, public PwrSysDisplay {
+    Q_OBJECT
+
+  public:
+    /// Checked fields and ticks are written straight into the record, which outlives the panel.
+    panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent = nullptr);
+
+    void ProjectName(const std::string& text);
+    [[nodiscard]] std::string ProjectName() const;
+
+    // Setters select by value: one that no row has leaves the selection. Getters raise 13 for a text that is
+    // no number; an empty one counts as 0.
+    void Voltage(std::int32_t volts) override;
+    [[nodiscard]] std::int32_t Voltage() const;
+    void ConnectionCode(std::int32_t code) override;
+    [[nodiscard]] std::int32_t ConnectionCode() const;
+    void Freq(std::int32_t hertz) override;
+    [[nodiscard]] std::int32_t Freq() const;
+    void Fuel(std::int32_t code) override;
+    [[nodiscard]] std::int32_t Fuel() const;
+    void GensetsInParallel(std::int32_t sets) override;
+    [[nodiscard]] std::int32_t GensetsInParallel() const;
+    void RiseDuty(std::int32_t code) override;
+    [[nodiscard]] std::int32_t RiseDuty() const;
+    void Altitude(double metres) override;
+    /// Altitude in the shown units, m or ft.
+    [[nodiscard]] double Altitude() const;
+    void AmbTemp(double celsius) override;
+    /// Temperature in the shown units, °C or °F.
+    [[nodiscard]] double AmbTemp() const;
+    void MaxVoltageDip(std::int32_t percent) override;
+    [[nodiscard]] std::int32_t MaxVoltageDip() const;
+    void MaxFreqDip(std::int32_t percent) override;
+    [[nodiscard]] std::int32_t MaxFreqDip() const;
+    void MaxFreqDipEnabled(bool enabled) override;
+    [[nodiscard]] bool MaxFreqDipEnabled() const;
+    void MaxHarmonics(std::int32_t percent) override;
+    [[nodiscard]] std::int32_t MaxHarmonics() const;
+    void MaxHarmonicsEnabled(bool enabled) override;
+    [[nodiscard]] bool MaxHarmonicsEnabled() const;
+
+    /// Phases of the selected connection; 0 if none is selected.
+    [[nodiscard]] std::int32_t Phases() const;
+
+    /// The voltages offered, in the database's order.
+    void Voltages(const std::vector<std::int32_t>& volts);
+    /// The connections offered, in the database's order.
+    void Connections(const std::vector<ConnectionRecord>& connections);
+
+    /// Writes the fields into the record, in SI. A list without a selection leaves the record's own value.
+    /// @throws RaisedError of the fields and setters, from "panPwrSys::Store".
+    void Store(CPwrSys& site) const;
+
+    /// Shows SI or English units, and converts what is shown; a text that is no number becomes empty.
+    void MetricUnits(bool metric) override;
+
+  private:
+    void BuildSite(QVBoxLayout& column);
+    void BuildLimits(QVBoxLayout& column);
+    void AddLimit(FormGrid& grid, QWidget* caption, EntryField* field, UpDown* arrows);
+    void CheckFields();
+    void WireLimits();
+    /// Checks a field before the focus leaves it.
+    /// @param blank what an empty text becomes; none for a field that may stay empty.
+    /// @param store writes the text into the record.
+    void Check(EntryField* field, const char* complaint, const char* blank,
+               std::function<void(const std::string& text)> store);
+    void ConnectionClicked();
+    void FreqDipClicked();
+    void HarmonicsClicked();
+    void StoreSite(CPwrSys& site) const;
+    [[nodiscard]] double InSI(double altitude, double (*toSI)(double) noexcept) const;
+
+    PlatformServices* m_platform;
+    CPwrSys* m_site;
+    bool m_metricShown = false;
+    std::vector<std::int32_t> m_connPhases;  ///< phases by row of the connections
+
+    ChoiceBox* m_cboVolts;
+    ChoiceBox* m_cboConn;
+    ChoiceBox* m_cboAltTempRise;
+    FrequencyGroup* m_fraFreq;
+    FuelGroup* m_fraFuel;
+    EntryField* m_txtParallelSets;
+    EntryField* m_txtAltitude;
+    EntryField* m_txtAmbTemp;
+    EntryField* m_txtMaxVoltDip;
+    EntryField* m_txtMaxFreqDip;
+    EntryField* m_txtMaxHarmonics;
+    QLabel* m_lblAltitudeUnits;
+    QLabel* m_lblAmbTempUnits;
+    UpDown* m_updMaxFreqDip;
+    UpDown* m_updMaxHarmonics;
+    QCheckBox* m_chkEnableFreqDip;
+    QCheckBox* m_chkEnableHarm;
+};
+
+}  // namespace genvara

@@ -1,0 +1,181 @@
+// The panel's values: what is shown, and in which units.
+
+#include <QCheckBox>
+#include <QLabel>
+
+#include "ChoiceBox.h"
+#include "EntryNumbers.h"
+#include "FailureRegion.h"
+#include "SiteControls.h"
+#include "Texts.h"
+#include "mdlConvert.h"
+#include "panPwrSys.h"
+
+namespace genvara {
+namespace {
+
+/// What the program shows is no error, whatever was shown before.
+void Show(EntryField& field, const std::string& text) {
+    field.ClearError();
+    field.Content(text);
+}
+
+double Number(const EntryField& field) {
+    return field.text().trimmed().isEmpty() ? 0.0 : EnteredNumber(field.Content());
+}
+
+std::int32_t Integer(const EntryField& field) {
+    return field.text().trimmed().isEmpty() ? 0 : EnteredInteger(field.Content());
+}
+
+/// Replaces a shown number by its conversion; a text that is no number becomes empty.
+void Convert(EntryField& field, double (*conversion)(double) noexcept) {
+    FailureRegion region;
+    if (!region.Run([&] { field.Content(ShownRounded(conversion(EnteredNumber(field.Content())))); })) {
+        field.clear();
+    }
+}
+
+}  // namespace
+
+void panPwrSys::ProjectName(const std::string& text) {
+    Heading(ToQt(text));
+}
+
+std::string panPwrSys::ProjectName() const {
+    return FromQt(Heading());
+}
+
+void panPwrSys::Voltage(std::int32_t volts) {
+    m_cboVolts->SelectCode(volts);
+}
+
+std::int32_t panPwrSys::Voltage() const {
+    return EnteredInteger(FromQt(m_cboVolts->currentText()));
+}
+
+void panPwrSys::ConnectionCode(std::int32_t code) {
+    m_cboConn->SelectCode(code);
+}
+
+std::int32_t panPwrSys::ConnectionCode() const {
+    return m_cboConn->Code().value_or(0);
+}
+
+void panPwrSys::Freq(std::int32_t hertz) {
+    m_fraFreq->Freq(hertz);
+}
+
+std::int32_t panPwrSys::Freq() const {
+    return m_fraFreq->Is60() ? 60 : 50;
+}
+
+void panPwrSys::Fuel(std::int32_t code) {
+    m_fraFuel->Fuel(code);
+}
+
+std::int32_t panPwrSys::Fuel() const {
+    return m_fraFuel->Fuel();
+}
+
+void panPwrSys::GensetsInParallel(std::int32_t sets) {
+    Show(*m_txtParallelSets, std::to_string(sets));
+}
+
+std::int32_t panPwrSys::GensetsInParallel() const {
+    return Integer(*m_txtParallelSets);
+}
+
+void panPwrSys::RiseDuty(std::int32_t code) {
+    m_cboAltTempRise->SelectCode(code);
+}
+
+std::int32_t panPwrSys::RiseDuty() const {
+    return m_cboAltTempRise->Code().value_or(0);
+}
+
+void panPwrSys::Altitude(double metres) {
+    Show(*m_txtAltitude, ShownRounded(m_metricShown ? metres : MetersToFeet(metres)));
+}
+
+double panPwrSys::Altitude() const {
+    return Number(*m_txtAltitude);
+}
+
+void panPwrSys::AmbTemp(double celsius) {
+    Show(*m_txtAmbTemp, ShownRounded(m_metricShown ? celsius : CelsiusToFahrenheit(celsius)));
+}
+
+double panPwrSys::AmbTemp() const {
+    return Number(*m_txtAmbTemp);
+}
+
+void panPwrSys::MaxVoltageDip(std::int32_t percent) {
+    Show(*m_txtMaxVoltDip, std::to_string(percent));
+}
+
+std::int32_t panPwrSys::MaxVoltageDip() const {
+    return Integer(*m_txtMaxVoltDip);
+}
+
+void panPwrSys::MaxFreqDip(std::int32_t percent) {
+    Show(*m_txtMaxFreqDip, std::to_string(percent));
+}
+
+std::int32_t panPwrSys::MaxFreqDip() const {
+    return Integer(*m_txtMaxFreqDip);
+}
+
+void panPwrSys::MaxFreqDipEnabled(bool enabled) {
+    m_chkEnableFreqDip->setChecked(enabled);
+}
+
+bool panPwrSys::MaxFreqDipEnabled() const {
+    return m_chkEnableFreqDip->isChecked();
+}
+
+void panPwrSys::MaxHarmonics(std::int32_t percent) {
+    Show(*m_txtMaxHarmonics, std::to_string(percent));
+}
+
+std::int32_t panPwrSys::MaxHarmonics() const {
+    return Integer(*m_txtMaxHarmonics);
+}
+
+void panPwrSys::MaxHarmonicsEnabled(bool enabled) {
+    m_chkEnableHarm->setChecked(enabled);
+}
+
+bool panPwrSys::MaxHarmonicsEnabled() const {
+    return m_chkEnableHarm->isChecked();
+}
+
+std::int32_t panPwrSys::Phases() const {
+    const int row = m_cboConn->currentIndex();
+    return row < 0 ? 0 : m_connPhases.at(static_cast<std::size_t>(row));
+}
+
+void panPwrSys::Voltages(const std::vector<std::int32_t>& volts) {
+    FillVoltages(*m_cboVolts, volts);
+}
+
+void panPwrSys::Connections(const std::vector<ConnectionRecord>& connections) {
+    FillConnections(*m_cboConn, connections);
+    m_connPhases.clear();
+    for (const ConnectionRecord& connection : connections) {
+        m_connPhases.push_back(connection.phases);
+    }
+}
+
+void panPwrSys::MetricUnits(bool metric) {
+    const UnitStrings units = UnitsOf(metric);
+    m_lblAltitudeUnits->setText(Caption(units.altitude));
+    m_lblAmbTempUnits->setText(Caption(units.temperature));
+    if (metric != m_metricShown) {
+        Convert(*m_txtAmbTemp, metric ? FahrenheitToCelsius : CelsiusToFahrenheit);
+        Convert(*m_txtAltitude, metric ? FeetToMeters : MetersToFeet);
+        m_metricShown = metric;
+    }
+}
+
+}  // namespace genvara

@@ -1,0 +1,198 @@
+#include "panRecommend.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "AtomicFile.h"
+#include "CApplication.h"
+#include "ChoiceBox.h"
+#include "FormGrid.h"
+#include "LastChance.h"
+#include "ReportView.h"
+#include "SpecExport.h"
+#include "Texts.h"
+
+namespace genvara {
+namespace {
+
+constexpr int kListCharacters = 30;
+constexpr std::int32_t kPrinterError = 482;
+
+QString RowText(const std::string& model, const std::string& alternator) {
+    return ToQt(model + " (" + alternator + ")");
+}
+
+}  // namespace
+
+panRecommend::panRecommend(PlatformServices& platform, CApplication& application, ErrorLog& log,
+                           std::function<void(bool)> enableExport, QWidget* parent)
+    : Panel("panRecommend", Caption(128), "lblProjName", parent),
+      m_platform(&platform),
+      m_application(&application),
+      m_enableExport(std::move(enableExport)),
+      m_reports(application.BrandLabel(), application.LoadProfile(), application.Now(), log),
+      m_cboAvailGensets(new ChoiceBox("cboAvailGensets")),
+      m_cboRejectedGensets(new ChoiceBox("cboRejectedGensets")),
+      m_chkRejectedGensets(new QCheckBox("Undersized Gensets")),
+      m_cboAvailReports(new ChoiceBox("cboAvailReports")),
+      m_rtfRecommend(new ReportView) {
+    m_chkRejectedGensets->setObjectName("chkRejectedGensets");
+    m_rtfRecommend->setObjectName("rtfRecommend");
+    m_rtfRecommend->setAccessibleName(tr("Report"));
+    m_cboRejectedGensets->setAccessibleName(m_chkRejectedGensets->text());
+    m_cboAvailReports->AddRow("Genset Sizing", report_type::kSizing);
+    m_cboAvailReports->AddRow("Load Summary", report_type::kLoadProfile);
+    m_cboAvailReports->setCurrentIndex(0);
+    Build();
+    ShowRejectedList(false);
+    Wire();
+}
+
+void panRecommend::Build() {
+    const auto label = [](const char* name, const char* text, QWidget* buddy) {
+        auto* made = new QLabel(text);
+        made->setObjectName(name);
+        made->setBuddy(buddy);
+        buddy->setAccessibleName(text);
+        return made;
+    };
+    for (ChoiceBox* list : {m_cboAvailGensets, m_cboRejectedGensets}) {
+        list->setMinimumContentsLength(kListCharacters);
+        list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    }
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(metrics::kMargin);
+    grid->setVerticalSpacing(metrics::kGap / 2);
+    grid->addWidget(label("lblRecommendGensets", "Recommended Gensets", m_cboAvailGensets), 0, 0);
+    grid->addWidget(m_cboAvailGensets, 1, 0);
+    grid->addWidget(m_cboRejectedGensets, 1, 0);
+    grid->addWidget(m_chkRejectedGensets, 1, 1);
+    grid->addWidget(label("lblAvailReports", "Available Reports", m_cboAvailReports), 0, 2);
+    grid->addWidget(m_cboAvailReports, 1, 2);
+    grid->setColumnStretch(3, 1);
+    Content()->addLayout(grid);
+    Content()->addWidget(m_rtfRecommend, 1);
+}
+
+void panRecommend::Wire() {
+    connect(m_cboAvailGensets, &ChoiceBox::Clicked, this, Event([this](int row) { ChosenClicked(row); }));
+    connect(m_cboRejectedGensets, &ChoiceBox::Clicked, this,
+            Event([this](int row) { RejectedClicked(row); }));
+    connect(m_cboAvailGensets, &ChoiceBox::Entered, this, Event([this] { FocusRule(); }));
+    connect(m_cboAvailReports, &ChoiceBox::Clicked, this, Event([this] { ReportClicked(); }));
+    connect(m_chkRejectedGensets, &QCheckBox::toggled, this, Event([this] { UndersizedClicked(); }));
+}
+
+void panRecommend::ProjectName(const std::string& text) {
+    Heading(ToQt(text));
+}
+
+void panRecommend::ShowRejectedList(bool rejected) {
+    // The new one first, so that the focus has somewhere to go.
+    (rejected ? m_cboRejectedGensets : m_cboAvailGensets)->show();
+    (rejected ? m_cboAvailGensets : m_cboRejectedGensets)->hide();
+}
+
+void panRecommend::ClearReport() {
+    {
+        const QSignalBlocker quiet(m_chkRejectedGensets);
+        m_chkRejectedGensets->setChecked(false);
+    }
+    ShowRejectedList(false);
+    m_cboAvailGensets->clear();
+    m_cboRejectedGensets->clear();
+    m_rtfRecommend->Clear();
+}
+
+void panRecommend::DisplayChosenSets() {
+    const std::int32_t chosen = m_designer->NumChosenSets();
+    const std::int32_t rejected = m_designer->NumRejectedSets();
+    ClearReport();
+    for (std::int32_t set = 0; set < rejected; ++set) {
+        m_cboRejectedGensets->AddRow(RowText(m_designer->SetModelNumRej(set), m_designer->SetAltNumRej(set)));
+    }
+    for (std::int32_t set = 0; set < chosen; ++set) {
+        m_cboAvailGensets->AddRow(RowText(m_designer->SetModelNum(set), m_designer->SetAltNum(set)));
+    }
+    if (chosen > 0) {
+        m_cboAvailGensets->SelectRow(0);
+    }
+    FocusRule();
+}
+
+void panRecommend::FocusRule() {
+    if (m_designer == nullptr || m_designer->NumChosenSets() != 0) {
+        return;
+    }
+    m_enableExport(false);
+    FillReportCommon(m_reports, Sources());
+    m_rtfRecommend->RichText(m_reports.CreateNoMatchReport());
+}
+
+void panRecommend::ChosenClicked(int row) {
+    if (row >= 0) {
+        FillChosenSet(m_reports, Sources(), row);
+        ShowReport(false);
+    }
+}
+
+void panRecommend::RejectedClicked(int row) {
+    if (row >= 0) {
+        FillRejectedSet(m_reports, Sources(), row);
+        ShowReport(true);
+    }
+}
+
+void panRecommend::ShowReport(bool undersized) {
+    const std::int32_t type = m_cboAvailReports->Code().value_or(report_type::kSizing);
+    m_rtfRecommend->RichText(m_reports.CreateReport(type, undersized));
+}
+
+void panRecommend::ReportClicked() {
+    if (m_chkRejectedGensets->isChecked()) {
+        RejectedClicked(m_cboRejectedGensets->currentIndex());
+    } else {
+        ChosenClicked(m_cboAvailGensets->currentIndex());
+    }
+}
+
+void panRecommend::UndersizedClicked() {
+    const bool rejected = m_chkRejectedGensets->isChecked();
+    ShowRejectedList(rejected);
+    if (!rejected) {
+        FocusRule();
+        ReportClicked();
+    } else if (m_cboRejectedGensets->count() > 0) {
+        m_enableExport(true);
+        m_cboRejectedGensets->SelectRow(0);
+    }
+}
+
+ReportSources panRecommend::Sources() const {
+    return {.project = m_application->Project(),
+            .site = m_application->PowerSystem(),
+            .designer = *m_designer,
+            .metricUnits = m_application->IsMetric()};
+}
+
+void panRecommend::ExportSpec(const std::filesystem::path& path) const {
+    genvara::ExportSpec(path, m_reports, m_application->Project(), m_application->PowerSystem());
+}
+
+void panRecommend::PrintReport() {
+    m_platform->Print(this, FromQt(Heading()), [this](QPrinter& printer) {
+        if (!m_rtfRecommend->Print(printer)) {
+            throw RaisedError(kPrinterError, "panRecommend::PrintReport", "Printer error");
+        }
+    });
+}
+
+void panRecommend::SaveReport(const std::filesystem::path& path) const {
+    AtomicFile file(path);
+    file.Write(m_rtfRecommend->RichText());
+    file.Commit();
+}
+
+}  // namespace genvara

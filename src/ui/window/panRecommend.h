@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "CDesigner.h"
+#include "CReports.h"
+#include "Panel.h"
+#include "PlatformServices.h"
+#include "ReportFiller.h"
+
+class QCheckBox;
+
+namespace genvara {
+
+class CApplication;
+class ChoiceBox;
+class ReportView;
+
+/// The recommended and the undersized sets, and the report of the one that is selected.
+class panRecommend final : public Panel {
+    Q_OBJECT
+
+  public:
+    /// @param enableExport enables or disables the main window's export commands.
+    /// Everything outlives the panel.
+    panRecommend(PlatformServices& platform, CApplication& application, ErrorLog& log,
+                 std::function<void(bool)> enableExport, QWidget* parent = nullptr);
+
+    void ProjectName(const std::string& text);
+
+    /// The designer whose sets are listed; it outlives the panel.
+    void Designer(CDesigner& designer) noexcept { m_designer = &designer; }
+
+    /// Lists the sets of the last run and reports on the first one, or on the failed search.
+    void DisplayChosenSets();
+    /// Writes the spec of the set that was reported on last.
+    /// @throws RaisedError with the system's number.
+    void ExportSpec(const std::filesystem::path& path) const;
+    /// Prints the whole report.
+    /// @throws RaisedError 482 of the printer.
+    void PrintReport();
+    /// Saves the report's very bytes.
+    /// @throws RaisedError with the system's number; the old file is then whole.
+    void SaveReport(const std::filesystem::path& path) const;
+    void ClearReport();
+
+  private:
+    void Build();
+    void Wire();
+    void ShowRejectedList(bool rejected);
+    void ChosenClicked(int row);
+    void RejectedClicked(int row);
+    void ReportClicked();
+    void UndersizedClicked();
+    void FocusRule();
+    void ShowReport(bool undersized);
+    [[nodiscard]] ReportSources Sources() const;
+
+    PlatformServices* m_platform;
+    CApplication* m_application;
+    std::function<void(bool)> m_enableExport;
+    CDesigner* m_designer = nullptr;
+    CReports m_reports;
+    ChoiceBox* m_cboAvailGensets;
+    ChoiceBox* m_cboRejectedGensets;
+    QCheckBox* m_chkRejectedGensets;
+    ChoiceBox* m_cboAvailReports;
+    ReportView* m_rtfRecommend;
+};
+
+}  // namespace genvara
