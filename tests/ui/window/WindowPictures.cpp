@@ -1,0 +1,81 @@
+// Pictures of every window, for people to look at: the folder is named by GENVARA_PICTURES.
+
+#include <QComboBox>
+#include <QDir>
+#include <QPixmap>
+#include <QTreeWidget>
+
+#include "EntryField.h"
+#include "WindowFixture.h"
+
+namespace genvara {
+namespace {
+
+class WindowPictures : public WindowTest {
+  protected:
+    void SetUp() override {
+        m_folder = qEnvironmentVariable("GENVARA_PICTURES");
+        if (m_folder.isEmpty()) {
+            GTEST_SKIP() << "set GENVARA_PICTURES to a folder";
+        }
+        QDir().mkpath(m_folder);
+    }
+    void Save(QWidget& widget, const QString& name) {
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(widget.grab().save(m_folder + "/" + name + ".png"));
+    }
+    void Shoot(const char* command, const QString& name) {
+        InNextDialog([this, name](QDialog& dialog) { Save(dialog, name); });
+        Run(command);
+    }
+
+  private:
+    QString m_folder;
+};
+
+TEST_F(WindowPictures, OfThePanels) {
+    Window().resize(1100, 720);
+    Save(Window(), "panel-project-empty");
+    Bar(2);
+    Save(Window(), "panel-profile-empty");
+    Open(Sample("hospital.prj"));
+    Save(Window(), "panel-project");
+    Bar(1);
+    Save(Window(), "panel-site");
+    auto& altitude = Control<EntryField>("panPwrSys", "txtAltitude");
+    altitude.ShowError("Invalid altitude entered");
+    Save(Window(), "panel-site-error");
+    altitude.ClearError();
+    Bar(2);
+    auto& tree = Control<QTreeWidget>("panLoadProfile", "tlsProfileDisplay");
+    tree.setCurrentItem(tree.topLevelItem(0)->child(0));
+    Save(Window(), "panel-profile");
+    Bar(3);
+    Save(Window(), "panel-recommend");
+    Click(Window(), "chkRejectedGensets");
+    Save(Window(), "panel-undersized");
+    Window().resize(640, 480);
+    Save(Window(), "panel-recommend-small");
+    Bar(1);
+    Save(Window(), "panel-site-small");
+}
+
+TEST_F(WindowPictures, OfTheDialogs) {
+    Open(Sample("hospital.prj"));
+    Shoot("mnuToolsOptions", "dialog-options");
+    Shoot("mnuToolsDefaults", "dialog-defaults");
+    Shoot("mnuHelpAbout", "dialog-about");
+    Bar(2);
+    InNextDialog([this](QDialog& dialog) { Save(dialog, "dialog-add-step"); });
+    Click(Window(), "cmdAddStep");
+    auto& tree = Control<QTreeWidget>("panLoadProfile", "tlsProfileDisplay");
+    tree.setCurrentItem(tree.topLevelItem(0));
+    InNextDialog([this](QDialog& dialog) { Save(dialog, "dialog-edit-step"); });
+    Click(Window(), "cmdEdit");
+    InNextDialog([this](QDialog& dialog) { Save(dialog, "dialog-add-load"); });
+    Click(Window(), "cmdAddLoad");
+    Save(*Window().findChild<frmSplash*>("frmSplash"), "splash");
+}
+
+}  // namespace
+}  // namespace genvara
