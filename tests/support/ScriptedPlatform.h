@@ -31,6 +31,8 @@ class ScriptedPlatform final : public PlatformServices {
     std::deque<MessageAnswer> answers;         ///< of message boxes with a choice, in order
     std::deque<std::string> files;             ///< of file and folder dialogs; "" cancels
     std::deque<std::function<void()>> during;  ///< run while a message box is up, in order
+    std::function<unsigned()> dice;            ///< if set, answers that are not scripted are thrown
+    std::vector<std::string> diceFiles;        ///< what a thrown file dialog may give; "" cancels
     bool mailFails = false;
     bool webFails = false;
     bool helpFails = false;
@@ -59,6 +61,10 @@ class ScriptedPlatform final : public PlatformServices {
         }
         if (message.buttons == MessageButtons::Ok) {
             return MessageAnswer::Ok;
+        }
+        if (answers.empty() && dice) {
+            const MessageAnswer throws[] = {MessageAnswer::Yes, MessageAnswer::No, MessageAnswer::Cancel};
+            return throws[dice() % (message.buttons == MessageButtons::YesNo ? 2U : 3U)];
         }
         if (answers.empty()) {
             ADD_FAILURE() << "an unexpected question: " << message.text;
@@ -125,6 +131,9 @@ class ScriptedPlatform final : public PlatformServices {
 
   private:
     std::string NextFile() {
+        if (files.empty() && dice) {
+            return diceFiles.at(dice() % diceFiles.size());
+        }
         if (files.empty()) {
             ADD_FAILURE() << "an unexpected file dialog";
             return {};
