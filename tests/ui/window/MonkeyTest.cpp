@@ -32,15 +32,14 @@ class Monkey : public WindowTest {
   protected:
     void SetUp() override {
         platform.dice = [this] { return Throw(1U << 30U); };
+        // Copies, since the monkey saves over what it opens.
+        std::filesystem::copy_file(Sample("farm.prj"), folder / "farm.prj");
         platform.diceFiles = {"",
                               (folder / "a.prj").string(),
                               (folder / "b.prj").string(),
                               (folder / "missing/c.prj").string(),
-                              Sample("farm.prj").string(),
+                              (folder / "farm.prj").string(),
                               (folder / "r.rtf").string()};
-        // Samples are for reading: saving over one must fail, not change the tree.
-        std::filesystem::copy_file(Sample("farm.prj"), folder / "farm.prj");
-        platform.diceFiles[4] = (folder / "farm.prj").string();
         Watch();
     }
     void TearDown() override { m_over = true; }
@@ -51,7 +50,9 @@ class Monkey : public WindowTest {
         platform.files.clear();
         g_ProjectDirty = false;
         Run("mnuFileNew");
-        Open(Sample("hospital.prj"));
+        std::filesystem::copy_file(Sample("hospital.prj"), folder / "hospital.prj",
+                                   std::filesystem::copy_options::overwrite_existing);
+        Open(folder / "hospital.prj");
     }
 
     unsigned Throw(unsigned sides) { return std::uniform_int_distribution<unsigned>(0, sides - 1)(m_dice); }
