@@ -1,0 +1,1 @@
+"""Random projects and catalogues to size, each made from a seed."""

@@ -1,0 +1,158 @@
+#!/usr/bin/env python3
+"""Compares the console program's answers with a second computation over random projects.
+
+    compare.py CLI [--seed N] [--count N] [--keep FOLDER] [--coverage]
+
+CLI is the console program, with its genset database beside it. Ends with status 1 if an answer differs.
+"""
+
+import argparse
+import json
+import random
+import shutil
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+from cases.catalogues import GivenCatalogue, RandomCatalogue
+from cases.failing import prepare
+from cases.projects import RandomProject
+from comparison import Comparison
+from coverage import Coverage
+from sizer.answer import answer
+from sizer.designer import Limits
+
+DATABASE = "Genvara.db"
+PROJECTS_PER_RUN = 10
+# Of a run of fewer projects, nobody can ask that it meet everything.
+LEAST_COVERED_COUNT = 300
+EVERY_SET = 1000
+SHOWN_DIFFERENCES = 12
+TIMEOUT_SECONDS = 120
+
+
+class Judge:
+    """Sizes projects twice and reports where the answers part."""
+
+    def __init__(self, cli, keep):
+        self.cli, self.keep = cli, keep
+        self.comparison, self.coverage, self.different = Comparison(), Coverage(), 0
+
+    def program(self, database, paths, limits, jobs):
+        command = [self.cli, "size", "--json", "--db", database, "--jobs", jobs, "--min-loading", limits.min_loading,
+                   "--max-loading", limits.max_loading, "--max-sets", limits.max_chosen,
+                   "--max-undersized", limits.max_rejected, *paths]
+        return subprocess.run([str(part) for part in command], capture_output=True, text=True, encoding="utf-8",
+                              timeout=TIMEOUT_SECONDS, check=False)
+
+    def judge(self, name, database, paths, limits=Limits(), jobs=1):
+        """Whether the program's answers for the projects are those of the second computation."""
+        expected = [answer(path, database, limits) for path in paths]
+        for one in expected:
+            self.coverage.add(one)
+        run = self.program(database, paths, limits, jobs)
+        differences = [*self.outcome(run, expected), *self.answers(run.stdout, expected)]
+        if differences:
+            self.report(name, database, paths, differences)
+        return not differences
+
+    @staticmethod
+    def outcome(run, expected):
+        failed = any("Error" in one for one in expected)
+        status = 4 if failed else 0
+        if run.returncode != status:
+            yield f"exit status: expected {status}, got {run.returncode}; {run.stderr.strip()}"
+        elif run.stderr and not failed:
+            yield f"standard error: {run.stderr.strip()}"
+
+    def answers(self, text, expected):
+        lines = text.split("\n")[:-1]
+        if len(lines) != len(expected):
+            return [f"expected {len(expected)} answers, got {len(lines)}"]
+        self.comparison.differences = []
+        for number, (one, line) in enumerate(zip(expected, lines)):
+            self.comparison.walk(one, parsed(line), f"project {number}")
+        return self.comparison.differences
+
+    def report(self, name, database, paths, differences):
+        self.different += 1
+        kept = Path(tempfile.mkdtemp(prefix="genvara-difference-", dir=self.keep))
+        for file in (database, *paths):
+            shutil.copy(file, kept)
+        print(f"DIFFERENT: {name}; files kept in {kept}")
+        for text in differences[:SHOWN_DIFFERENCES]:
+            print(f"  {text}")
+        if len(differences) > SHOWN_DIFFERENCES:
+            print(f"  and {len(differences) - SHOWN_DIFFERENCES} more")
+
+    def closing_line(self):
+        seen = self.comparison
+        return (f"{self.coverage.met['projects']} projects, {self.different} runs differ; {seen.figures} figures, the"
+                f" worst off by {seen.worst:.3g}; {seen.others} texts, codes and counts")
+
+
+def parsed(line):
+    """What the line says, or the line itself if it is no JSON."""
+    try:
+        return json.loads(line)
+    except ValueError:
+        return line
+
+
+def random_limits(rng):
+    """The usual ones, any, or those that show every set."""
+    loading = rng.choice((0, 10, 30, 50, 120)), rng.choice((60, 80, 90, 100))
+    return rng.choice((Limits(), Limits(*loading, rng.choice((0, 1, 2, 4, 16)), rng.choice((0, 1, 3, 5, 100))),
+                       Limits(*loading, EVERY_SET, EVERY_SET)))
+
+
+def judge_random_projects(judge, given, seed, count, folder):
+    """By turns for the given catalogue and for one made up."""
+    for first in range(0, count, PROJECTS_PER_RUN):
+        rng = random.Random(f"{seed} {first}")
+        place = Path(folder) / str(first)
+        place.mkdir()
+        made_up = first // PROJECTS_PER_RUN % 2 == 1
+        catalogue = RandomCatalogue(rng, place / "catalogue.db") if made_up else given
+        paths = [place / f"project-{first + i}.prj" for i in range(min(PROJECTS_PER_RUN, count - first))]
+        for path in paths:
+            path.write_bytes(RandomProject(rng, catalogue).data())
+        name = f"projects {first} to {first + len(paths) - 1} of seed {seed}"
+        if judge.judge(name, catalogue.path, paths, random_limits(rng), rng.randint(1, 2)):
+            shutil.rmtree(place)
+
+
+def judge_failing_cases(judge, folder):
+    for name, database, path in prepare(folder):
+        judge.judge(name, database, [path])
+
+
+def arguments():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("cli", type=Path)
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--count", type=int, default=300)
+    parser.add_argument("--keep", help="folder for the files of runs that differ; the system's temporary one if none")
+    parser.add_argument("--coverage", action="store_true", help="tell what the projects met")
+    return parser.parse_args()
+
+
+def main():
+    options = arguments()
+    judge, given = Judge(options.cli, options.keep), GivenCatalogue(options.cli.with_name(DATABASE))
+    with tempfile.TemporaryDirectory(prefix="genvara-reference-") as folder:
+        judge_failing_cases(judge, folder)
+        judge_random_projects(judge, given, options.seed, options.count, folder)
+    if options.coverage:
+        for name, number in sorted(judge.coverage.met.items()):
+            print(f"{number:9d}  {name}")
+    missing = judge.coverage.missing() if options.count >= LEAST_COVERED_COUNT else []
+    for name in missing:
+        print(f"The projects met no {name}.")
+    print(judge.closing_line())
+    return 1 if judge.different or missing else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
