@@ -64,19 +64,34 @@ void TakePictures(const QString& stem, const std::string& bytes, bool isDark) {
     }
 }
 
-TEST(ReportPictures, AreMadeOnDemand) {
-    if (!qEnvironmentVariableIsSet("GENVARA_REPORT_PICTURES")) {
-        GTEST_SKIP() << "GENVARA_REPORT_PICTURES names no folder";
+class ReportPictures : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!qEnvironmentVariableIsSet("GENVARA_REPORT_PICTURES")) {
+            GTEST_SKIP() << "GENVARA_REPORT_PICTURES names no folder";
+        }
+        const QDir folder(qEnvironmentVariable("GENVARA_REPORT_PICTURES"));
+        for (const QString& name : folder.entryList({"*.rtf"})) {
+            m_stems.append(folder.filePath(name.chopped(4)));
+        }
     }
-    const QDir folder(qEnvironmentVariable("GENVARA_REPORT_PICTURES"));
-    for (const QString& name : folder.entryList({"*.rtf"})) {
-        const QString stem = folder.filePath(name.chopped(4));
-        const std::string bytes = Bytes(folder.filePath(name));
+
+    QStringList m_stems;
+};
+
+TEST_F(ReportPictures, AreMadeOnDemand) {
+    for (const QString& stem : m_stems) {
+        const std::string bytes = Bytes(stem + ".rtf");
         TakePictures(stem, bytes, false);
         TakePictures(stem, bytes, true);
+    }
+}
+
+TEST_F(ReportPictures, ArePrintedOnDemand) {
+    for (const QString& stem : m_stems) {
         ReportView view;
-        view.RichText(bytes);
-        QPrinter printer;
+        view.RichText(Bytes(stem + ".rtf"));
+        QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(stem + ".pdf");
         EXPECT_TRUE(view.Print(printer));
