@@ -52,7 +52,8 @@ def differences(rich, ours, theirs):
         for cell, (our_edge, their_edge) in enumerate(zip(our_edges, their_edges)):
             # Blanks in front of a text are no places: the word processor draws several of them wider than one.
             is_indented = line.split("\t")[cell].startswith(" ")
-            if our_edge is not None and not is_indented and abs(our_edge - their_edge) > SAME_PLACE:
+            is_placed = our_edge is not None and their_edge is not None and not is_indented
+            if is_placed and abs(our_edge - their_edge) > SAME_PLACE:
                 yield f"{line!r}: cell {cell} at {our_edge}, not {their_edge}"
 
 
