@@ -15,9 +15,9 @@ namespace {
 constexpr double kNear = 1.0;
 /// Wider than any line that is measured, and within what the text engine can count [twip].
 constexpr double kAnyWidth = 10'000'000.0;
-/// Letters of a segment that is measured on one line: more of them at the largest size would be too wide for
-/// the text engine to count, and none of them fit a page.
-constexpr int kLongestMeasured = 1500;
+/// Letters that are set as one text. Longer ones, which fill several lines, are set in parts: the text
+/// engine's time grows faster than the text, and its numbers end at widths of thousands of letters.
+constexpr int kLongestText = 500;
 /// Figures and units come again and again; longer texts hardly do.
 constexpr int kLongestKnown = 16;
 
@@ -92,12 +92,17 @@ void ReportComposer::SetParagraph(const RichParagraph& paragraph) {
         const auto isBreak = [](QChar character) { return character == kTab || character == kLineEnd; };
         const auto next =
             static_cast<int>(std::find_if(m_text.cbegin() + at, m_text.cend(), isBreak) - m_text.cbegin());
-        const Segment segment = Measure(at, next);
+        int part = PartEnd(at, next);
+        const Segment segment = Measure(at, part);
         if (stop) {
             const double start = StartAt(*stop, segment);
             AddPiece({.from = at - 1, .count = 1, .x = m_x, .width = start - m_x});
         }
         PlaceSegment(segment);
+        while (part < next) {
+            const int from = std::exchange(part, PartEnd(part, next));
+            PlaceSegment(Measure(from, part));
+        }
         if (next == end) {
             break;
         }
@@ -212,13 +217,23 @@ double ReportComposer::StartAt(const RichTabStop& stop, const Segment& segment) 
     return std::max(m_x, stop.position - before);
 }
 
+/// Where the first part of a text ends: all of it, or as much as is set at once, up to a blank if there is
+/// one.
+int ReportComposer::PartEnd(int from, int to) const {
+    if (to - from <= kLongestText) {
+        return to;
+    }
+    const QStringView part = QStringView(m_text).mid(from, kLongestText);
+    const auto blank = static_cast<int>(part.lastIndexOf(u' '));
+    if (blank > 0) {
+        return from + blank + 1;
+    }
+    return from + kLongestText - (part.back().isHighSurrogate() ? 1 : 0);
+}
+
 ReportComposer::Segment ReportComposer::Measure(int from, int to) {
     Segment segment{.from = from, .to = to};
     if (from == to) {
-        return segment;
-    }
-    if (to - from > kLongestMeasured) {
-        segment.width = segment.shownWidth = kAnyWidth;
         return segment;
     }
     segment.letters = Letters(from, to);

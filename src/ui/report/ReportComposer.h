@@ -45,7 +45,7 @@ class ReportComposer {
     struct Segment {
         int from = 0;
         int to = 0;
-        std::shared_ptr<QTextLayout> letters{};  ///< on one line; null if there are none, or far too many
+        std::shared_ptr<QTextLayout> letters{};  ///< on one line; null if there are none
         double width = 0.0;
         double shownWidth = 0.0;  ///< without blanks at the end
     };
@@ -59,6 +59,7 @@ class ReportComposer {
     [[nodiscard]] std::optional<RichTabStop> NextStop() const;
     [[nodiscard]] RichTabStop StopFor(int tab);
     [[nodiscard]] double StartAt(const RichTabStop& stop, const Segment& segment) const;
+    [[nodiscard]] int PartEnd(int from, int to) const;
     [[nodiscard]] Segment Measure(int from, int to);
     void PlaceSegment(const Segment& segment);
     void WrapSegment(const Segment& segment);

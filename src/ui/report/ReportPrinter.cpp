@@ -3,6 +3,8 @@
 #include <QPageLayout>
 #include <QPainter>
 #include <QPrinter>
+#include <algorithm>
+#include <utility>
 
 namespace genvara {
 namespace {
@@ -21,25 +23,62 @@ QPageLayout PaperOf(const RichPage& page) {
     return paper;
 }
 
-}  // namespace
+/// Gives a printer the report's paper, and back what its user had set up.
+class PaperChange {
+  public:
+    PaperChange(QPrinter& printer, const RichPage& page)
+        : m_printer(printer), m_before(printer.pageLayout()), m_wasFullPage(printer.fullPage()) {
+        m_printer.setPageLayout(PaperOf(page));
+        m_printer.setFullPage(true);
+    }
+    ~PaperChange() {
+        m_printer.setFullPage(m_wasFullPage);
+        m_printer.setPageLayout(m_before);
+    }
+    PaperChange(const PaperChange&) = delete;
+    PaperChange& operator=(const PaperChange&) = delete;
+    PaperChange(PaperChange&&) = delete;
+    PaperChange& operator=(PaperChange&&) = delete;
 
-bool PrintReport(const ReportLayout& layout, QPrinter& printer) {
-    printer.setPageLayout(PaperOf(layout.Page()));
-    printer.setFullPage(true);
+  private:
+    QPrinter& m_printer;
+    QPageLayout m_before;
+    bool m_wasFullPage;
+};
+
+/// First and last page to print, from 0: all, unless the printer's user wants some of them.
+std::pair<int, int> PagesOf(const ReportLayout& layout, const QPrinter& printer) {
+    const int last = layout.PageCount() - 1;
+    if (printer.printRange() != QPrinter::PageRange || printer.fromPage() <= 0) {
+        return {0, last};
+    }
+    const int from = std::min(printer.fromPage() - 1, last);
+    return {from, std::clamp(printer.toPage() - 1, from, last)};
+}
+
+bool PrintPages(const ReportLayout& layout, QPrinter& printer) {
     QPainter painter;
     if (!painter.begin(&printer)) {
         return false;
     }
     painter.scale(printer.logicalDpiX() / kTwipsPerInch, printer.logicalDpiY() / kTwipsPerInch);
     painter.setPen(Qt::black);
-    const RichPage& page = layout.Page();
-    for (int number = 0; number < layout.PageCount(); ++number) {
-        if (number > 0 && !printer.newPage()) {
+    const QRectF whole(0, 0, layout.Page().width, layout.Page().height);
+    const auto [first, last] = PagesOf(layout, printer);
+    for (int page = first; page <= last; ++page) {
+        if (page > first && !printer.newPage()) {
             return false;
         }
-        layout.Draw(painter, number, QRectF(0, 0, page.width, page.height));
+        layout.Draw(painter, page, whole);
     }
     return painter.end();
+}
+
+}  // namespace
+
+bool PrintReport(const ReportLayout& layout, QPrinter& printer) {
+    const PaperChange paper(printer, layout.Page());
+    return PrintPages(layout, printer);
 }
 
 }  // namespace genvara

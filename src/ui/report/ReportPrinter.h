@@ -6,7 +6,8 @@ class QPrinter;
 
 namespace genvara {
 
-/// Prints all pages of a report at true size on paper of the report's own size, as text, not as pictures.
+/// Prints a report at true size on paper of its own size, as text, not as pictures: all pages, or those that
+/// the printer is told to. What else is set up for the printer stays.
 /// @return false if the printer does not take the pages.
 [[nodiscard]] bool PrintReport(const ReportLayout& layout, QPrinter& printer);
 

@@ -199,11 +199,12 @@ void ReportView::Arrange(QPoint fixedPoint) {
     const QSize size = m_sheets.GroundSize();
     const auto setUp = [](QScrollBar& bar, int length, int shown) {
         bar.setRange(0, std::max(0, length - shown));
-        bar.setPageStep(shown);
+        bar.setPageStep(std::max(shown - kLineStep, kLineStep));
         bar.setSingleStep(kLineStep / 2);
     };
     setUp(*horizontalScrollBar(), size.width(), window.width());
-    setUp(*verticalScrollBar(), size.height(), window.height());
+    // The horizontal bar may just have come or gone, and with it some of the viewport's height.
+    setUp(*verticalScrollBar(), size.height(), viewport()->height());
 
     const QPoint after = m_sheets.FromPage(page, {place, QSizeF()}).topLeft().toPoint() - fixedPoint;
     horizontalScrollBar()->setValue(after.x());

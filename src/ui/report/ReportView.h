@@ -32,7 +32,8 @@ class ReportView : public QAbstractScrollArea {
     [[nodiscard]] const std::string& RichText() const noexcept { return m_bytes; }
     void Clear() { RichText(std::string()); }
 
-    /// Prints the whole report at true size, page by page, on paper of the report's own size.
+    /// Prints the whole report at true size on paper of its own size, or those of its pages that the printer
+    /// is told to.
     /// @return false if the printer does not take the pages.
     bool Print(QPrinter& printer) const;
 

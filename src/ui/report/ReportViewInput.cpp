@@ -121,11 +121,11 @@ bool ReportView::ScrollByKey(int key) {
             across.setValue(across.value() + kArrowDistance);
             return true;
         case Qt::Key_PageUp:
-            down.setValue(down.value() - down.pageStep() + kArrowDistance);
+            down.setValue(down.value() - down.pageStep());
             return true;
         case Qt::Key_Space:
         case Qt::Key_PageDown:
-            down.setValue(down.value() + down.pageStep() - kArrowDistance);
+            down.setValue(down.value() + down.pageStep());
             return true;
         case Qt::Key_Home:
             down.setValue(0);

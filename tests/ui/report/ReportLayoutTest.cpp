@@ -273,10 +273,21 @@ TEST(ReportLayout, SetsAnyDocumentOnItsPages) {
 TEST(ReportLayout, SetsLongLinesAndManyFormats) {
     EXPECT_EQ(LayoutOf(std::string(300'000, 'x')).Text().size(), 300'000);
     std::string formats;
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < 30'000; ++i) {
         formats += "\\fs" + std::to_string(2 + i % 570) + (i % 2 == 0 ? "\\b x" : "\\b0 x");
     }
-    EXPECT_EQ(LayoutOf(formats).Text().size(), 3000);
+    EXPECT_EQ(LayoutOf(formats).Text().size(), 30'000);
+}
+
+TEST(ReportLayout, FillsLinesAcrossThePartsOfALongText) {
+    std::string words;
+    for (int i = 0; i < 2000; ++i) {
+        words += "abcd ";
+    }
+    const ReportLayout layout = LayoutOf(words + "\\par");
+    for (std::size_t row = 0; row + 1 < layout.Rows().size(); ++row) {
+        EXPECT_EQ(layout.Rows()[row].to - layout.Rows()[row].from, layout.Rows()[0].to) << row;
+    }
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <tuple>
 #include <vector>
 
 #include "ReportTexts.h"
@@ -110,11 +111,13 @@ TEST(ReportPages, DrawOnlyTheLinesOfThePartThatIsSeen) {
 class PrintedReport : public testing::Test {
   protected:
     QByteArray Print(const std::string& bytes) {
+        QPrinter printer(QPrinter::HighResolution);
+        return Print(bytes, printer);
+    }
+    QByteArray Print(const std::string& bytes, QPrinter& printer) {
         m_view.RichText(bytes);
         m_view.Zoom(3.0);  // what is seen has no part in what is printed
-        QPrinter printer;
         printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setPageSize(QPageSize(QPageSize::A6));
         printer.setOutputFileName(Path());
         EXPECT_TRUE(m_view.Print(printer));
         QFile file(Path());
@@ -138,6 +141,27 @@ TEST_F(PrintedReport, HasItsOwnPages) {
     EXPECT_TRUE(pdf.contains("/MediaBox [0 0 612.000000 792.000000]"));
     EXPECT_FALSE(pdf.contains("/Subtype /Image"));
     EXPECT_TRUE(pdf.contains("/Type /Font"));
+}
+
+TEST_F(PrintedReport, LeavesThePrinterAsItWasSetUp) {
+    QPrinter printer;
+    const QPageLayout before(QPageSize(QPageSize::A6), QPageLayout::Landscape, QMarginsF(20, 21, 22, 23));
+    printer.setPageLayout(before);
+    Print(ReportText("a\\par"), printer);
+    EXPECT_EQ(printer.pageLayout().orientation(), QPageLayout::Landscape);
+    EXPECT_EQ(printer.pageLayout().pageSize().id(), QPageSize::A6);
+    EXPECT_EQ(printer.pageLayout().margins(QPageLayout::Point), before.margins(QPageLayout::Point));
+    EXPECT_FALSE(printer.fullPage());
+}
+
+TEST_F(PrintedReport, HasThePagesThatAreWanted) {
+    QPrinter printer;
+    printer.setPrintRange(QPrinter::PageRange);
+    for (const auto& [from, to, pages] :
+         {std::tuple{1, 1, 1}, {2, 3, 2}, {2, 99, 2}, {77, 99, 1}, {0, 0, 3}}) {
+        printer.setFromTo(from, to);
+        EXPECT_EQ(PagesOf(Print(ReportText(NumberedLines(150)), printer)), pages) << from << " to " << to;
+    }
 }
 
 TEST_F(PrintedReport, LiesOnItsSideWhereItIsWide) {

@@ -110,6 +110,19 @@ TEST_F(ReportViewTest, FillsItsWidthUpToAComfortableScale) {
     EXPECT_GT(m_view.horizontalScrollBar()->maximum(), 0);
 }
 
+TEST_F(ReportViewTest, ScrollsToItsVeryEndWhateverBarsItHas) {
+    Show(NumberedLines(60));
+    for (const QSize size : {QSize(900, 600), QSize(300, 600), QSize(900, 600)}) {
+        m_view.resize(size);
+        QApplication::processEvents();
+        const SheetGeometry pages(m_view.Layout().Page(), m_view.Layout().PageCount(),
+                                  m_view.Zoom() * m_view.logicalDpiX() / 1440.0, m_view.viewport()->size());
+        EXPECT_EQ(m_view.verticalScrollBar()->maximum(),
+                  pages.GroundSize().height() - m_view.viewport()->height());
+        EXPECT_EQ(m_view.horizontalScrollBar()->isVisible(), size.width() == 300);
+    }
+}
+
 TEST_F(ReportViewTest, ZoomsByKeysAndWheel) {
     Show(NumberedLines(50));
     m_view.Zoom(1.0);

@@ -226,8 +226,9 @@ void CheckPromises(const RichDocument& document) {
             last = stop.position;
         }
         for (std::size_t i = 0; i < paragraph.runs.size(); ++i) {
+            const bool isLikeTheLast = i > 0 && paragraph.runs[i].format == paragraph.runs[i - 1].format;
             RC_ASSERT(!paragraph.runs[i].text.empty());
-            RC_ASSERT(i == 0 || paragraph.runs[i].format != paragraph.runs[i - 1].format);
+            RC_ASSERT(!isLikeTheLast);
         }
     }
 }
