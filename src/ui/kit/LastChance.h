@@ -33,18 +33,22 @@ void RunEvent(Routine&& routine) {
     }
 }
 
+/// Calls a routine with a signal's arguments, or without them if it takes none.
+template <typename Routine, typename... Arguments>
+void CallWith(Routine& routine, Arguments&&... arguments) {
+    if constexpr (std::is_invocable_v<Routine&, Arguments...>) {
+        routine(std::forward<Arguments>(arguments)...);
+    } else {
+        routine();
+    }
+}
+
 /// An event routine that ends in the handler if it fails, to be connected to a signal; one that takes nothing
 /// may be connected to any.
 template <typename Routine>
 [[nodiscard]] auto Event(Routine routine) {
     return [routine = std::move(routine)](auto&&... arguments) mutable {
-        RunEvent([&] {
-            if constexpr (std::is_invocable_v<Routine&, decltype(arguments)...>) {
-                routine(std::forward<decltype(arguments)>(arguments)...);
-            } else {
-                routine();
-            }
-        });
+        RunEvent([&] { CallWith(routine, std::forward<decltype(arguments)>(arguments)...); });
     };
 }
 

@@ -56,6 +56,9 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     /// Full name of the project's file; empty for one that was never saved or opened.
     [[nodiscard]] const std::string& ProjectFile() const noexcept { return m_projectFile; }
 
+    /// Opens a project file that the desktop hands over; tells why it cannot be read.
+    void OpenFile(const std::string& file);
+
     /// Writes what is on screen to a new file of a folder, which is created if need be.
     /// @throws RaisedError with the system's number.
     std::filesystem::path Rescue(const std::filesystem::path& folder);
@@ -104,6 +107,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void FileOpen();
     void NewProject();
     void OpenProject();
+    void TellWhyNotOpened(const RaisedError& failure);
     void SaveProject();
     void SaveProjectAs();
     /// @return false if the command that wants the project saved has to end.

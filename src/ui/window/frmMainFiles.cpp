@@ -150,10 +150,25 @@ void frmMain::FileOpen() {
             OpenProject();
         }
     } catch (const RaisedError& failure) {
-        if (failure.Number() != errors::kDialogCancelled) {
-            Tell("Unable to open project file.\r\n" + failure.Description(), MessageIcon::Exclamation,
-                 ProductName());
-        }
+        TellWhyNotOpened(failure);
+    }
+}
+
+void frmMain::TellWhyNotOpened(const RaisedError& failure) {
+    if (failure.Number() != errors::kDialogCancelled) {
+        Tell("Unable to open project file.\r\n" + failure.Description(), MessageIcon::Exclamation,
+             ProductName());
+    }
+}
+
+void frmMain::OpenFile(const std::string& file) {
+    try {
+        m_projectFile = file;
+        ReadProjectFile(file);
+        g_ProjectDirty = false;
+    } catch (const RaisedError& failure) {
+        m_projectFile.clear();
+        TellWhyNotOpened(failure);
     }
 }
 

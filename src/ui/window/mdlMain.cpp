@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <QCommandLineParser>
 #include <cstdio>
 #include <cstdlib>
 
@@ -40,12 +41,15 @@ class MainWindow {
     MainWindow(MainWindow&&) = delete;
     MainWindow& operator=(MainWindow&&) = delete;
 
-    void LoadAndShow(CApplication& application) {
+    void LoadAndShow(CApplication& application, const std::string& project) {
         m_window = std::make_unique<frmMain>(application, *m_platform);
         SetLastChance(*m_platform, [this] { return m_window->Rescue(StateFolder()); });
         m_loaded = m_window->Load();
         if (m_loaded) {
             m_window->show();
+            if (!project.empty()) {
+                RunEvent([&] { m_window->OpenFile(std::filesystem::absolute(project).string()); });
+            }
         }
     }
     [[nodiscard]] bool Loaded() const noexcept { return m_loaded; }
@@ -56,16 +60,30 @@ class MainWindow {
     bool m_loaded = false;
 };
 
+/// Reads the command line; the project file to open, if any. Help and version end the program here.
+std::string ProjectOfCommandLine(const GenvaraApplication& desktop) {
+    QCommandLineParser line;
+    line.setApplicationDescription("Sizes electric generator sets for a site and its load profile.");
+    line.addHelpOption();
+    line.addVersionOption();
+    line.addPositionalArgument("project", "Project file to open.", "[PROJECT.prj]");
+    line.process(desktop);
+    return line.positionalArguments().isEmpty() ? std::string()
+                                                : FromQt(line.positionalArguments().constFirst());
+}
+
 int Main(int argc, char** argv) {
     QApplication::setApplicationName("genvara");
-    GenvaraApplication desktop(argc, argv);
+    QApplication::setApplicationVersion(ToQt(kProgramVersionText));
+    QApplication::setDesktopFileName("genvara");
+    const GenvaraApplication desktop(argc, argv);
     CApplication application;
     g_App = &application;
-    QApplication::setApplicationVersion(ToQt(kProgramVersionText));
     QApplication::setApplicationDisplayName(ToQt(WordsOf(application.BrandLabel()).productName));
+    const std::string project = ProjectOfCommandLine(desktop);
     QtPlatformServices platform;
     MainWindow window(platform);
-    const bool started = application.Run([&](CApplication& app) { window.LoadAndShow(app); });
+    const bool started = application.Run([&](CApplication& app) { window.LoadAndShow(app, project); });
     return started && window.Loaded() ? QApplication::exec() : EXIT_SUCCESS;
 }
 

@@ -220,6 +220,16 @@ TEST_F(FileCommands, OpenTellsWhyAFileCannotBeRead) {
     EXPECT_EQ(ShownName(), "Mill");
 }
 
+TEST_F(FileCommands, TheDesktopHandsAFileOver) {
+    Window().OpenFile(Sample("farm.prj").string());
+    EXPECT_THAT(platform.Take(), IsEmpty());
+    EXPECT_EQ(Window().ProjectFile(), Sample("farm.prj").string());
+    EXPECT_GT(App().LoadProfile().NumLoadSteps(), 0);
+    Window().OpenFile(NewFile("missing.prj"));
+    EXPECT_THAT(platform.TakeMessage().text, StartsWith("Unable to open project file.\r\n"));
+    EXPECT_EQ(Window().ProjectFile(), "") << "a name that was never read is not saved to";
+}
+
 TEST_F(FileCommands, OpenRefusesAnIncompatibleFileButTakesItsName) {
     WriteBytes(folder / "other.prj", "8,0,0,2\r\n");
     Name("Mill");

@@ -1,0 +1,41 @@
+# bash completion for genvara-cli
+
+_genvara_cli() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command="" word
+    local limits="--db --min-loading --max-loading --max-sets --max-undersized"
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        case $word in
+            size|report|export-spec|check) command=$word ;;
+            catalog) command=catalog ;;
+            build) [ "$command" = catalog ] && command="catalog build" ;;
+        esac
+        [ "$word" = check ] && [[ " ${COMP_WORDS[*]:1:COMP_CWORD-1} " == *" catalog check "* ]] && command="catalog check"
+    done
+    case $previous in
+        --type) mapfile -t COMPREPLY < <(compgen -W "sizing summary" -- "$current"); return ;;
+        --db|-o) mapfile -t COMPREPLY < <(compgen -f -- "$current"); compopt -o filenames; return ;;
+    esac
+    local words
+    case $command in
+        "") words="size report export-spec check catalog --help --version" ;;
+        size) words="$limits --json --jobs --help" ;;
+        report) words="$limits -o --set --undersized --no-match --type --metric --now --help" ;;
+        export-spec) words="$limits -o --set --undersized --help" ;;
+        check) words="--db --help" ;;
+        catalog) words="build check --help" ;;
+        "catalog build") words="-o --help" ;;
+        *) words="--help" ;;
+    esac
+    if [[ $current == -* || -z $command || $command == catalog ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+        return
+    fi
+    compopt -o filenames
+    case $command in
+        "catalog build") mapfile -t COMPREPLY < <(compgen -d -- "$current") ;;
+        "catalog check") mapfile -t COMPREPLY < <(compgen -f -X '!*.db' -- "$current"; compgen -d -- "$current") ;;
+        *) mapfile -t COMPREPLY < <(compgen -f -X '!*.prj' -- "$current"; compgen -d -- "$current") ;;
+    esac
+}
+
+complete -F _genvara_cli genvara-cli
