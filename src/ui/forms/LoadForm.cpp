@@ -52,6 +52,8 @@ LoadForm::LoadForm(std::int32_t loadType, const LoadFormServices& services)
     column->addStretch(1);
     AddCommonFields();
     AddPhases();
+    FailureRegion region;
+    region.Run([this] { m_systemPhases = m_services.host.Phases(); });
 }
 
 void LoadForm::AddCommonFields() {
@@ -81,7 +83,8 @@ void LoadForm::AddCommonFields() {
             field->setMinimumWidth(kLeastTextWidth);
             field->setMaxLength(std::numeric_limits<int>::max());
         }
-        m_fields->AddField(row.labelName, Caption(row.caption), field);
+        // The first letters are the keys of these four on every form.
+        m_fields->AddField(row.labelName, '&' + Caption(row.caption), field);
     }
 }
 
@@ -143,7 +146,6 @@ void LoadForm::Open() {
         m_stepNum->clear();
         m_qty->clear();
     }
-    region.Run([this] { m_systemPhases = m_services.host.Phases(); });
     region.Run([this] { ShowPhasesOffered(); });
     region.Run([this] { SetDefaults(); });
 }

@@ -108,7 +108,7 @@ class LoadForm : public QDialog {
     [[nodiscard]] const LoadKind& Kind() const noexcept { return *m_kind; }
     [[nodiscard]] OptionFrame& Phases() noexcept { return *m_phases; }
     [[nodiscard]] EntryField& Quantity() noexcept { return *m_qty; }
-    /// Phases of the site, as the window showed them when the form opened.
+    /// Phases of the site as the window shows them: 1, 3, or 0 for none.
     [[nodiscard]] std::int32_t SystemPhases() const noexcept { return m_systemPhases; }
     [[nodiscard]] bool IsEdit() const noexcept { return m_load != nullptr; }
     [[nodiscard]] PlatformServices& Platform() noexcept { return m_services.platform; }

@@ -7,6 +7,7 @@
 #include "MakeLoadForm.h"
 #include "PlatformServices.h"
 #include "frmMiscLoad.h"
+#include "frmMtrLoad.h"
 
 namespace genvara {
 namespace {
@@ -23,6 +24,7 @@ struct FormOfKind {
 
 constexpr std::array kForms{
     FormOfKind{load_type::kMiscellaneous, Make<frmMiscLoad>},
+    FormOfKind{load_type::kMotor, Make<frmMtrLoad>},
 };
 
 /// The form of a kind; null, behind a message, where there is none.
