@@ -123,6 +123,21 @@ EntryField* LoadForm::AddField(const FieldLook& look, EntryField::KeyFilter filt
     return field;
 }
 
+LoadForm::Spinner LoadForm::AddSpinner(const FieldLook& look, EntryField::KeyFilter filter,
+                                       const char* arrowsName, UpDown::Range range) {
+    EntryField* field = MakeField(look.name);
+    SetDigits(*field, look.digits);
+    field->Filter(std::move(filter));
+    field->setAccessibleName(WithoutMnemonic(look.caption));
+    auto* arrows = new UpDown(arrowsName, *field, range);
+    QWidget* pair = Beside(field, arrows);
+    pair->setFocusProxy(nullptr);  // Tab would stop at the pair and at its field
+    QLabel* label = m_fields->AddField(look.labelName, look.caption, pair,
+                                       FormGrid::MakeNote(look.noteName, look.note));
+    label->setBuddy(field);
+    return {.field = field, .arrows = arrows};
+}
+
 bool LoadForm::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn &&
         static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason) {

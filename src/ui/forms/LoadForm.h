@@ -14,6 +14,7 @@
 #include "OptionFrame.h"
 #include "PlatformServices.h"
 #include "RaisedError.h"
+#include "UpDown.h"
 
 class QVBoxLayout;
 
@@ -84,6 +85,13 @@ class LoadForm : public QDialog {
     /// Adds a labelled entry field to the grid.
     /// @param checked whether its text is checked to be a number before it is left.
     EntryField* AddField(const FieldLook& look, EntryField::KeyFilter filter, bool checked);
+    struct Spinner {
+        EntryField* field;
+        UpDown* arrows;
+    };
+    /// Adds a labelled entry field with arrows to the grid.
+    Spinner AddSpinner(const FieldLook& look, EntryField::KeyFilter filter, const char* arrowsName,
+                       UpDown::Range range);
     /// An entry field that selects its text whenever the focus comes.
     [[nodiscard]] EntryField* MakeField(const QString& name);
 

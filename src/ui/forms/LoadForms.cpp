@@ -6,6 +6,8 @@
 
 #include "MakeLoadForm.h"
 #include "PlatformServices.h"
+#include "frmLightLoad.h"
+#include "frmMedLoad.h"
 #include "frmMiscLoad.h"
 #include "frmMtrLoad.h"
 
@@ -23,6 +25,8 @@ struct FormOfKind {
 };
 
 constexpr std::array kForms{
+    FormOfKind{load_type::kLighting, Make<frmLightLoad>},
+    FormOfKind{load_type::kMedicalImaging, Make<frmMedLoad>},
     FormOfKind{load_type::kMiscellaneous, Make<frmMiscLoad>},
     FormOfKind{load_type::kMotor, Make<frmMtrLoad>},
 };
