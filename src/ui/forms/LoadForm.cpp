@@ -132,8 +132,8 @@ LoadForm::Spinner LoadForm::AddSpinner(const FieldLook& look, EntryField::KeyFil
     auto* arrows = new UpDown(arrowsName, *field, range);
     QWidget* pair = Beside(field, arrows);
     pair->setFocusProxy(nullptr);  // Tab would stop at the pair and at its field
-    QLabel* label = m_fields->AddField(look.labelName, look.caption, pair,
-                                       FormGrid::MakeNote(look.noteName, look.note));
+    QLabel* label =
+        m_fields->AddField(look.labelName, look.caption, pair, FormGrid::MakeNote(look.noteName, look.note));
     label->setBuddy(field);
     return {.field = field, .arrows = arrows};
 }

@@ -12,6 +12,7 @@ namespace genvara {
 namespace {
 
 constexpr int kDigits = 10;
+constexpr std::string_view kKVA = " kVA";
 constexpr int kDipDigits = 3;
 constexpr std::size_t kMostDipDigits = 2;
 
@@ -23,30 +24,30 @@ frmMedLoad::frmMedLoad(const LoadFormServices& services)
                            .name = "txtMaxContKVA",
                            .caption = "Continuous kVA",
                            .digits = kDigits},
-                          kMostContKVA)),
+                          kMostContKVA, kKVA)),
       m_contPF(AddDemand({.labelName = "lblContPF",
                           .name = "txtContPF",
                           .caption = "pF @ Continuous Power Demand",
                           .digits = kDigits},
-                         kMostMedPowerFactor)),
+                         kMostMedPowerFactor, {})),
       m_peakKVA(AddDemand({.labelName = "lblMaxMomentaryKVA",
                            .name = "txtMaxMomentaryKVA",
                            .caption = "Max. Peak kVA",
                            .digits = kDigits},
-                          kMostPeakKVA)),
+                          kMostPeakKVA, kKVA)),
       m_peakPF(AddDemand({.labelName = "lblPeakPF",
                           .name = "txtPeakPF",
                           .caption = "pF @ Max. Power Demand",
                           .digits = kDigits},
-                         kMostMedPowerFactor)) {
+                         kMostMedPowerFactor, {})) {
     AddDip();
     AddInputType();
     Open();
 }
 
-frmMedLoad::Demand frmMedLoad::AddDemand(const FieldLook& look, double limit) {
+frmMedLoad::Demand frmMedLoad::AddDemand(const FieldLook& look, double limit, std::string_view unit) {
     FieldLook bounded = look;
-    bounded.note = ToQt(BoundsNote("0", Plain(limit)));
+    bounded.note = ToQt(BoundsNote("0", Plain(limit), unit));
     const Demand demand{.field = AddField(bounded, key_filters::Numeric(), false), .limit = limit};
     demand.field->CheckBeforeLeaving([this, demand] { return IsBad(demand); });
     return demand;
@@ -63,6 +64,9 @@ void frmMedLoad::AddDip() {
     connect(dip.arrows, &UpDown::Stepped, this, Event([this](std::int32_t value) { DipStepped(value); }));
     m_warning = new QLabel("WARNING: Voltage dip during peak demand effects image quality.");
     m_warning->setObjectName("lblWarning");
+    QFont font = m_warning->font();
+    font.setBold(true);
+    m_warning->setFont(font);
     QSizePolicy policy = m_warning->sizePolicy();
     policy.setRetainSizeWhenHidden(true);  // so that nothing moves when it comes
     m_warning->setSizePolicy(policy);

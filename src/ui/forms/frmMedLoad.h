@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "CMedEquipLoad.h"
 #include "LoadForm.h"
@@ -26,7 +27,8 @@ class frmMedLoad final : public LoadFormOf<CMedEquipLoad> {
         double limit;
     };
 
-    Demand AddDemand(const FieldLook& look, double limit);
+    /// @param unit of the limit, with its leading blank; empty for none.
+    Demand AddDemand(const FieldLook& look, double limit, std::string_view unit);
     void AddDip();
     void AddInputType();
     bool IsBad(const Demand& demand);
