@@ -243,6 +243,18 @@ TEST_F(MotorForm, TypingOverTheSelectedPowerFactorDoesNotCountItsOldSeparator) {
     EXPECT_EQ(Added<CMtrLoad>()->StartingAppPower(), 77000.0);
 }
 
+TEST_F(MotorForm, AKeyOverTheSelectedPowerFactorEmptiesItEvenIfItIsRefused) {
+    const auto form = NewOf("10");
+    EntryField& factor = Field(*form, "txtStartingPF");
+    factor.SelectAllText();
+    QTest::keyClicks(&factor, "x");
+    EXPECT_EQ(factor.Content(), "");
+    EXPECT_EQ(platform.beeps, 1);
+    Click(*form, "cmdOK");
+    EXPECT_EQ(platform.TakeMessage().text, "Value can not be blank.");
+    EXPECT_TRUE(factor.InError());
+}
+
 TEST_F(MotorForm, AnEmptiedSizeEmptiesTheStart) {
     const auto form = NewOf("10");
     QTest::keyClick(&Field(*form, "txtPower"), Qt::Key_Backspace);
