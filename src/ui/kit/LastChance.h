@@ -37,14 +37,12 @@ void RunEvent(Routine&& routine) {
 /// may be connected to any.
 template <typename Routine>
 [[nodiscard]] auto Event(Routine routine) {
-    return [routine = std::move(routine)](auto&&... arguments) mutable {
-        RunEvent([&] {
-            if constexpr (std::is_invocable_v<Routine&, decltype(arguments)...>) {
-                routine(std::forward<decltype(arguments)>(arguments)...);
-            } else {
-                routine();
-            }
-        });
+    return [routine = std::move(routine)](auto&&... arguments) mutable -> void {
+        if constexpr (std::is_invocable_v<Routine&, decltype(arguments)...>) {
+            RunEvent([&] { routine(std::forward<decltype(arguments)>(arguments)...); });
+        } else {
+            RunEvent(routine);
+        }
     };
 }
 
