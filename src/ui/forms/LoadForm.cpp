@@ -4,6 +4,7 @@
 #include <QFocusEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <initializer_list>
 #include <limits>
 
 #include "DialogKeys.h"
@@ -41,6 +42,7 @@ LoadForm::LoadForm(std::int32_t loadType, const LoadFormServices& services)
     auto* top = new QHBoxLayout;
     top->setSpacing(metrics::kMargin);
     top->addLayout(m_fields, 1);
+    top->setAlignment(m_fields, Qt::AlignTop);
     top->addLayout(m_side);
     m_side->setSpacing(metrics::kGap);
     m_below->setSpacing(metrics::kGap);
@@ -132,10 +134,16 @@ LoadForm::Spinner LoadForm::AddSpinner(const FieldLook& look, EntryField::KeyFil
     auto* arrows = new UpDown(arrowsName, *field, range);
     QWidget* pair = Beside(field, arrows);
     pair->setFocusProxy(nullptr);  // Tab would stop at the pair and at its field
-    QLabel* label =
-        m_fields->AddField(look.labelName, look.caption, pair, FormGrid::MakeNote(look.noteName, look.note));
+    QLabel* note = FormGrid::MakeNote(look.noteName, look.note);
+    QLabel* label = m_fields->AddField(look.labelName, look.caption, pair, note);
     label->setBuddy(field);
-    return {.field = field, .arrows = arrows};
+    return {.field = field, .arrows = arrows, .label = label, .note = note};
+}
+
+void LoadForm::Spinner::Enable(bool enabled) const {
+    for (QWidget* widget : std::initializer_list<QWidget*>{field, arrows, label, note}) {
+        widget->setEnabled(enabled);
+    }
 }
 
 bool LoadForm::eventFilter(QObject* watched, QEvent* event) {

@@ -88,6 +88,10 @@ class LoadForm : public QDialog {
     struct Spinner {
         EntryField* field;
         UpDown* arrows;
+        QLabel* label;
+        QLabel* note;
+        /// Enables or greys all of them.
+        void Enable(bool enabled) const;
     };
     /// Adds a labelled entry field with arrows to the grid.
     Spinner AddSpinner(const FieldLook& look, EntryField::KeyFilter filter, const char* arrowsName,
@@ -107,6 +111,9 @@ class LoadForm : public QDialog {
     /// Notes the field that a failure highlights, if any.
     void Current(EntryField* field) noexcept { m_current = field; }
     [[nodiscard]] EntryField* Current() const noexcept { return m_current; }
+
+    /// Shows a message of the kind that stops the user.
+    MessageAnswer ShowError(const std::string& text, MessageButtons buttons = MessageButtons::Ok);
 
     // Figures as fields show them, in the user's decimal separator.
     [[nodiscard]] std::string Plain(double value) const;
@@ -138,7 +145,6 @@ class LoadForm : public QDialog {
     void ReportStore(const RaisedError& failure);
     bool AddToStep(std::unique_ptr<Load> load, std::int32_t& stepNumber, std::int32_t& loadId);
     void Display(std::int32_t stepNumber, std::int32_t loadId);
-    MessageAnswer ShowError(const std::string& text, MessageButtons buttons = MessageButtons::Ok);
     void CloseStored();
 
     LoadFormServices m_services;
