@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QTest>
+#include <random>
 
 #include "FormsFixture.h"
 #include "Globals.h"
@@ -221,6 +222,29 @@ TEST_F(ChargerForm, OkAtOnceMakesWhatTheFormCanShow) {
         CBatChrgLoad expected;
         Fill(expected, row.after);
         EXPECT_EQ(Members(load), Members(expected));
+    }
+}
+
+TEST_F(ChargerForm, AnyClicksStoreALoadThatThereCanBe) {
+    std::mt19937 random(20240812);
+    const char* buttons[] = {"opt3Phase",      "optPhaseA",     "optPhaseB", "optPhaseC", "optTelecom",
+                             "optResidential", "optIndustrial", "optSCR",    "optFerro"};
+    for (std::int32_t round = 0; round < 60; ++round) {
+        System(round % 2 == 0 ? 3 : 1);
+        const auto form = NewFilled();
+        for (int i = 0; i < 10; ++i) {
+            const bool hadInput = IsEnabled(*form, "fraType");
+            const bool wasFerro = IsOn(*form, "optFerro");
+            Click(*form, buttons[random() % 9]);
+            EXPECT_TRUE(hadInput || IsOn(*form, "optFerro") == wasFerro) << "a grey option stands";
+        }
+        const bool ferro = IsOn(*form, "optFerro");
+        Click(*form, "cmdOK");
+        ASSERT_EQ(Step().NumLoads(), round + 1);
+        const auto& load = dynamic_cast<const CBatChrgLoad&>(**std::prev(Step().end()));
+        EXPECT_TRUE(load.ChargerType() != charger_type::kResidential || load.Phases() != 0);
+        EXPECT_EQ(load.ChargerInput(), ferro ? 1 : 0);
+        EXPECT_TRUE(host.phases == 3 || load.Phases() == 1);
     }
 }
 

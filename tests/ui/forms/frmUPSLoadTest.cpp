@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QTest>
+#include <random>
 
 #include "ChoiceBox.h"
 #include "FormsFixture.h"
@@ -380,6 +381,28 @@ TEST_F(UPSForm, OkAtOnceMakesWhatTheFormCanShow) {
         Fill(expected, row.after);
         Click(*Edit<frmUPSLoad>(load), "cmdOK");
         EXPECT_EQ(Members(load), Members(expected));
+    }
+}
+
+TEST_F(UPSForm, AnyClicksStoreALoadThatThereCanBe) {
+    std::mt19937 random(20240811);
+    const char* buttons[] = {"opt3Phase",      "optPhaseA",  "optPhaseB", "optPhaseC",
+                             "optHarborRelay", "optOffLine", "optOnLine", "chkInputFilter"};
+    for (std::int32_t round = 0; round < 60; ++round) {
+        host.phases = round % 2 == 0 ? 3 : 1;
+        const auto form = NewRated();
+        for (int i = 0; i < 10; ++i) {
+            Click(*form, buttons[random() % 8]);
+            Find<ChoiceBox>(*form, "cboType").SelectRow(static_cast<int>(random() % 4));
+        }
+        const bool warned = Warns(*form);
+        Click(*form, "cmdOK");
+        ASSERT_EQ(Step().NumLoads(), round + 1);
+        const CUPSLoad& load = Last();
+        EXPECT_TRUE(load.Family() != ups_family::kFastTransfer || load.Phases() == 0);
+        EXPECT_EQ(load.InputType() == input_type::kSinglePhase, load.Phases() != 0);
+        EXPECT_EQ(warned, load.Family() != ups_family::kOnLine);
+        EXPECT_TRUE(host.phases == 3 || load.Phases() == 1);
     }
 }
 
