@@ -4,8 +4,10 @@
 #include <QFocusEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <array>
 #include <initializer_list>
 #include <limits>
+#include <new>
 
 #include "DialogKeys.h"
 #include "EntryText.h"
@@ -24,6 +26,7 @@ namespace {
 
 constexpr int kCountDigits = 5;       // of a step number or a quantity
 constexpr int kLeastTextWidth = 240;  // of name and description [pixels]
+constexpr std::int32_t kOutOfMemory = 7;
 constexpr const char* kErrorTitle = "ERROR";
 
 }  // namespace
@@ -59,20 +62,22 @@ LoadForm::LoadForm(std::int32_t loadType, const LoadFormServices& services)
 }
 
 void LoadForm::AddCommonFields() {
-    const struct {
+    struct Row {
         std::int32_t caption;
+        bool count;
         const char* labelName;
         const char* name;
         const char* toolTip;
         EntryField** field;
-        bool count;
-    } rows[] = {{form_strings::kStepNumber, "lblStepNum", "txtStepNum", "Load Step Number", &m_stepNum, true},
-                {form_strings::kQuantity, "lblQty", "txtQty", "Number of Identical Loads", &m_qty, true},
-                {form_strings::kName, "lblLoadName", "txtName", "Brief Name of Load", &m_name, false},
-                {form_strings::kDescription, "lblDescription",
-                 m_kind->loadType == load_type::kLighting ? "txtDescription" : "txtDecription",
-                 "Detailed Description of Load", &m_description, false}};
-    for (const auto& row : rows) {
+    };
+    const char* description = m_kind->loadType == load_type::kLighting ? "txtDescription" : "txtDecription";
+    const std::array<Row, 4> rows{
+        {{form_strings::kStepNumber, true, "lblStepNum", "txtStepNum", "Load Step Number", &m_stepNum},
+         {form_strings::kQuantity, true, "lblQty", "txtQty", "Number of Identical Loads", &m_qty},
+         {form_strings::kName, false, "lblLoadName", "txtName", "Brief Name of Load", &m_name},
+         {form_strings::kDescription, false, "lblDescription", description, "Detailed Description of Load",
+          &m_description}}};
+    for (const Row& row : rows) {
         EntryField* field = MakeField(row.name);
         *row.field = field;
         field->setToolTip(row.toolTip);
@@ -250,14 +255,18 @@ std::unique_ptr<Load> LoadForm::NewLoad() const {
 }
 
 std::unique_ptr<Load> LoadForm::TryNewLoad() {
+    std::string text;
     try {
         return NewLoad();
     } catch (const RaisedError& failure) {
-        if (ShowError(CreateFailureText(failure), MessageButtons::YesNo) == MessageAnswer::No) {
-            reject();
-        }
-        return nullptr;
+        text = CreateFailureText(failure);
+    } catch (const std::bad_alloc&) {
+        text = CreateFailureText(RaisedError(kOutOfMemory, std::string(m_kind->form), "Out of memory"));
     }
+    if (ShowError(text, MessageButtons::YesNo) == MessageAnswer::No) {
+        reject();
+    }
+    return nullptr;
 }
 
 bool LoadForm::AddToStep(std::unique_ptr<Load> load, std::int32_t& stepNumber, std::int32_t& loadId) {

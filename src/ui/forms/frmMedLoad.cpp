@@ -1,6 +1,8 @@
 #include "frmMedLoad.h"
 
 #include <QLabel>
+#include <algorithm>
+#include <array>
 
 #include "ChoiceBox.h"
 #include "EntryText.h"
@@ -130,12 +132,9 @@ bool frmMedLoad::StoreKind(CMedEquipLoad& load) {
 
 bool frmMedLoad::HoldsOk() {
     // Enter presses OK without leaving the field, and nothing behind the field would refuse its figure.
-    for (const Demand& demand : {m_contKVA, m_contPF, m_peakKVA, m_peakPF}) {
-        if (demand.field->hasFocus() && IsBad(demand)) {
-            return true;
-        }
-    }
-    return false;
+    const std::array demands{m_contKVA, m_contPF, m_peakKVA, m_peakPF};
+    return std::ranges::any_of(
+        demands, [this](const Demand& demand) { return demand.field->hasFocus() && IsBad(demand); });
 }
 
 }  // namespace genvara

@@ -193,10 +193,11 @@ void frmMtrLoad::Do(const std::function<void()>& operation) {
 void frmMtrLoad::Refresh() {
     const MotorCalculator::Fields& state = m_calculator.State();
     m_refreshing = true;
-    const std::pair<EntryField*, const std::string*> texts[] = {{m_power, &state.txtPower},
-                                                                {m_runAmps, &state.txtRunAmps},
-                                                                {m_startingKVA, &state.txtStartingKVA},
-                                                                {m_startingPF, &state.txtStartingPF}};
+    const std::array<std::pair<EntryField*, const std::string*>, 4> texts{
+        {{m_power, &state.txtPower},
+         {m_runAmps, &state.txtRunAmps},
+         {m_startingKVA, &state.txtStartingKVA},
+         {m_startingPF, &state.txtStartingPF}}};
     for (const auto& [field, text] : texts) {
         if (field->Content() != *text) {
             field->Content(*text);

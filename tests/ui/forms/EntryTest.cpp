@@ -14,6 +14,7 @@
 #include "MedEntry.h"
 #include "Mnemonics.h"
 #include "RaisedErrorMatcher.h"
+#include "StringTable.h"
 
 namespace genvara {
 namespace {
@@ -83,6 +84,7 @@ TEST(LoadKinds, TellTheNineFormsApart) {
         EXPECT_EQ(kind->defaultName, row.name);
         EXPECT_EQ(kind->balancedString, row.type == 2 || row.type == 6 ? 628 : 624);
     }
+    EXPECT_EQ(FindLoadKind(4)->title, StringTable::Text(604));
     EXPECT_EQ(FindLoadKind(-1), nullptr);
     EXPECT_EQ(FindLoadKind(9), nullptr);
 }
