@@ -76,6 +76,7 @@ TEST_F(OfficeForm, AsksForOneCountAtLeast) {
         EXPECT_TRUE(Field(*form, "txtFaxes").InError());
         for (const char* count : kCounts) {
             Field(*form, count).setText(blank);  // as pasted, past the key filter
+            Field(*form, count).ShowError("wrong");
         }
         Click(*form, "cmdOK");
         const Message message = platform.TakeMessage();
