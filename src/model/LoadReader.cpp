@@ -14,9 +14,9 @@
 #include "COfficeLoad.h"
 #include "CUPSLoad.h"
 #include "CVFDLoad.h"
+#include "CompressorSize.h"
 #include "LanguageErrors.h"
 #include "ReadStatement.h"
-#include "mdlConvert.h"
 #include "mdlUtility.h"
 
 namespace genvara {
@@ -63,24 +63,6 @@ RunningPower PowerOfHorsepower(double horsepower, const MotorConversions& motors
     return {.real = kW, .apparent = InterpolateXY(kW, motors.MotorRunningKW, motors.MotorRunningKVA)};
 }
 
-/// Sets the size as it was entered; the horsepower that it stands for.
-double SetCompressorSize(CAirCondLoad& load, std::int32_t method, double size) {
-    load.DataEntryMethod(method);
-    switch (method) {
-        case aircond_entry::kBTU:
-            load.BTU(size);
-            return BTUToHP(size);
-        case aircond_entry::kTonnage:
-            load.Tonnage(size);
-            return TonsToHP(size);
-        case aircond_entry::kHorsepower:
-            load.HP(size);
-            return size;
-        default:
-            return 0.0;
-    }
-}
-
 std::unique_ptr<Load> ReadAirCond(ValueReader& reader, const LoadContext& context) {
     auto load = std::make_unique<CAirCondLoad>();
     const CommonFields common = ReadCommon(reader);
@@ -88,12 +70,7 @@ std::unique_ptr<Load> ReadAirCond(ValueReader& reader, const LoadContext& contex
     double size = 0.0;
     Require(reader, method, size);
     SetCommon(*load, common);
-    const double horsepower = SetCompressorSize(*load, method, size);
-    const RunningPower power = PowerOfHorsepower(horsepower, context.motors);
-    load->RunningRealPower(power.real * kWattsPerKilowatt);
-    load->RunningAppPower(power.apparent * kWattsPerKilowatt);
-    load->StartingAppPower(LockedRotorKVAPerHP(horsepower) * horsepower * kWattsPerKilowatt);
-    load->StartingPF(InterpolateXY(horsepower, context.motors.MotorHP, context.motors.MotorStartPF));
+    StoreCompressorSize(*load, method, size, context.motors);
     return load;
 }
 

@@ -7,6 +7,7 @@
 #include <locale>
 
 #include "CDefaults.h"
+#include "GermanLocale.h"
 #include "KeyFilters.h"
 #include "NumberText.h"
 #include "ProgramOptions.h"
@@ -16,31 +17,28 @@
 namespace genvara {
 namespace {
 
-constexpr const char* kGerman = "de_DE.UTF-8";
+constexpr const char* kGerman = GermanLocale::kName;
 
-/// A locale with a decimal comma, built for the test: the machine need not have one installed.
 class GermanUser : public testing::Test {
   protected:
     void SetUp() override {
-        const std::string command = "localedef -i de_DE -f UTF-8 '" + (m_folder / kGerman).string() + "' >&2";
-        if (std::system(command.c_str()) != 0) {
+        if (!m_german.IsBuilt()) {
             GTEST_SKIP() << "no localedef, or no sources of locales, on this machine";
         }
-        setenv("LOCPATH", m_folder.Path().c_str(), 1);
-        unsetenv("LC_ALL");
     }
     void TearDown() override {
         std::locale::global(std::locale::classic());
         setlocale(LC_ALL, "C");
-        unsetenv("LC_NUMERIC");
-        unsetenv("LOCPATH");
     }
 
     TemporaryFolder m_folder;
+
+  private:
+    GermanLocale m_german;
 };
 
 TEST_F(GermanUser, DecimalSeparatorIsThatOfTheEnvironmentAlone) {
-    setenv("LC_NUMERIC", kGerman, 1);
+    GermanLocale::UseForNumbers();
     EXPECT_EQ(DecimalSeparator(), ",");
     EXPECT_STREQ(localeconv()->decimal_point, ".");  // the process keeps its own
     setenv("LC_NUMERIC", "C", 1);

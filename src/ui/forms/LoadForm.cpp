@@ -4,7 +4,10 @@
 #include <QFocusEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <array>
+#include <initializer_list>
 #include <limits>
+#include <new>
 
 #include "DialogKeys.h"
 #include "EntryText.h"
@@ -23,6 +26,7 @@ namespace {
 
 constexpr int kCountDigits = 5;       // of a step number or a quantity
 constexpr int kLeastTextWidth = 240;  // of name and description [pixels]
+constexpr std::int32_t kOutOfMemory = 7;
 constexpr const char* kErrorTitle = "ERROR";
 
 }  // namespace
@@ -41,6 +45,7 @@ LoadForm::LoadForm(std::int32_t loadType, const LoadFormServices& services)
     auto* top = new QHBoxLayout;
     top->setSpacing(metrics::kMargin);
     top->addLayout(m_fields, 1);
+    top->setAlignment(m_fields, Qt::AlignTop);
     top->addLayout(m_side);
     m_side->setSpacing(metrics::kGap);
     m_below->setSpacing(metrics::kGap);
@@ -52,23 +57,27 @@ LoadForm::LoadForm(std::int32_t loadType, const LoadFormServices& services)
     column->addStretch(1);
     AddCommonFields();
     AddPhases();
+    FailureRegion region;
+    region.Run([this] { m_systemPhases = m_services.host.Phases(); });
 }
 
 void LoadForm::AddCommonFields() {
-    const struct {
+    struct Row {
         std::int32_t caption;
+        bool count;
         const char* labelName;
         const char* name;
         const char* toolTip;
         EntryField** field;
-        bool count;
-    } rows[] = {{form_strings::kStepNumber, "lblStepNum", "txtStepNum", "Load Step Number", &m_stepNum, true},
-                {form_strings::kQuantity, "lblQty", "txtQty", "Number of Identical Loads", &m_qty, true},
-                {form_strings::kName, "lblLoadName", "txtName", "Brief Name of Load", &m_name, false},
-                {form_strings::kDescription, "lblDescription",
-                 m_kind->loadType == load_type::kLighting ? "txtDescription" : "txtDecription",
-                 "Detailed Description of Load", &m_description, false}};
-    for (const auto& row : rows) {
+    };
+    const char* description = m_kind->loadType == load_type::kLighting ? "txtDescription" : "txtDecription";
+    const std::array<Row, 4> rows{
+        {{form_strings::kStepNumber, true, "lblStepNum", "txtStepNum", "Load Step Number", &m_stepNum},
+         {form_strings::kQuantity, true, "lblQty", "txtQty", "Number of Identical Loads", &m_qty},
+         {form_strings::kName, false, "lblLoadName", "txtName", "Brief Name of Load", &m_name},
+         {form_strings::kDescription, false, "lblDescription", description, "Detailed Description of Load",
+          &m_description}}};
+    for (const Row& row : rows) {
         EntryField* field = MakeField(row.name);
         *row.field = field;
         field->setToolTip(row.toolTip);
@@ -81,7 +90,8 @@ void LoadForm::AddCommonFields() {
             field->setMinimumWidth(kLeastTextWidth);
             field->setMaxLength(std::numeric_limits<int>::max());
         }
-        m_fields->AddField(row.labelName, Caption(row.caption), field);
+        // The first letters are the keys of these four on every form.
+        m_fields->AddField(row.labelName, '&' + Caption(row.caption), field);
     }
 }
 
@@ -120,6 +130,27 @@ EntryField* LoadForm::AddField(const FieldLook& look, EntryField::KeyFilter filt
     return field;
 }
 
+LoadForm::Spinner LoadForm::AddSpinner(const FieldLook& look, EntryField::KeyFilter filter,
+                                       const char* arrowsName, UpDown::Range range) {
+    EntryField* field = MakeField(look.name);
+    SetDigits(*field, look.digits);
+    field->Filter(std::move(filter));
+    field->setAccessibleName(WithoutMnemonic(look.caption));
+    auto* arrows = new UpDown(arrowsName, *field, range);
+    QWidget* pair = Beside(field, arrows);
+    pair->setFocusProxy(nullptr);  // Tab would stop at the pair and at its field
+    QLabel* note = FormGrid::MakeNote(look.noteName, look.note);
+    QLabel* label = m_fields->AddField(look.labelName, look.caption, pair, note);
+    label->setBuddy(field);
+    return {.field = field, .arrows = arrows, .label = label, .note = note};
+}
+
+void LoadForm::Spinner::Enable(bool enabled) const {
+    for (QWidget* widget : std::initializer_list<QWidget*>{field, arrows, label, note}) {
+        widget->setEnabled(enabled);
+    }
+}
+
 bool LoadForm::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn &&
         static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason) {
@@ -143,7 +174,6 @@ void LoadForm::Open() {
         m_stepNum->clear();
         m_qty->clear();
     }
-    region.Run([this] { m_systemPhases = m_services.host.Phases(); });
     region.Run([this] { ShowPhasesOffered(); });
     region.Run([this] { SetDefaults(); });
 }
@@ -225,14 +255,18 @@ std::unique_ptr<Load> LoadForm::NewLoad() const {
 }
 
 std::unique_ptr<Load> LoadForm::TryNewLoad() {
+    std::string text;
     try {
         return NewLoad();
     } catch (const RaisedError& failure) {
-        if (ShowError(CreateFailureText(failure), MessageButtons::YesNo) == MessageAnswer::No) {
-            reject();
-        }
-        return nullptr;
+        text = CreateFailureText(failure);
+    } catch (const std::bad_alloc&) {
+        text = CreateFailureText(RaisedError(kOutOfMemory, std::string(m_kind->form), "Out of memory"));
     }
+    if (ShowError(text, MessageButtons::YesNo) == MessageAnswer::No) {
+        reject();
+    }
+    return nullptr;
 }
 
 bool LoadForm::AddToStep(std::unique_ptr<Load> load, std::int32_t& stepNumber, std::int32_t& loadId) {

@@ -14,6 +14,7 @@
 #include "OptionFrame.h"
 #include "PlatformServices.h"
 #include "RaisedError.h"
+#include "UpDown.h"
 
 class QVBoxLayout;
 
@@ -84,6 +85,17 @@ class LoadForm : public QDialog {
     /// Adds a labelled entry field to the grid.
     /// @param checked whether its text is checked to be a number before it is left.
     EntryField* AddField(const FieldLook& look, EntryField::KeyFilter filter, bool checked);
+    struct Spinner {
+        EntryField* field;
+        UpDown* arrows;
+        QLabel* label;
+        QLabel* note;
+        /// Enables or greys all of them.
+        void Enable(bool enabled) const;
+    };
+    /// Adds a labelled entry field with arrows to the grid.
+    Spinner AddSpinner(const FieldLook& look, EntryField::KeyFilter filter, const char* arrowsName,
+                       UpDown::Range range);
     /// An entry field that selects its text whenever the focus comes.
     [[nodiscard]] EntryField* MakeField(const QString& name);
 
@@ -100,6 +112,9 @@ class LoadForm : public QDialog {
     void Current(EntryField* field) noexcept { m_current = field; }
     [[nodiscard]] EntryField* Current() const noexcept { return m_current; }
 
+    /// Shows a message of the kind that stops the user.
+    MessageAnswer ShowError(const std::string& text, MessageButtons buttons = MessageButtons::Ok);
+
     // Figures as fields show them, in the user's decimal separator.
     [[nodiscard]] std::string Plain(double value) const;
     [[nodiscard]] std::string Fixed(double value, int decimals) const;
@@ -108,7 +123,7 @@ class LoadForm : public QDialog {
     [[nodiscard]] const LoadKind& Kind() const noexcept { return *m_kind; }
     [[nodiscard]] OptionFrame& Phases() noexcept { return *m_phases; }
     [[nodiscard]] EntryField& Quantity() noexcept { return *m_qty; }
-    /// Phases of the site, as the window showed them when the form opened.
+    /// Phases of the site as the window shows them: 1, 3, or 0 for none.
     [[nodiscard]] std::int32_t SystemPhases() const noexcept { return m_systemPhases; }
     [[nodiscard]] bool IsEdit() const noexcept { return m_load != nullptr; }
     [[nodiscard]] PlatformServices& Platform() noexcept { return m_services.platform; }
@@ -130,7 +145,6 @@ class LoadForm : public QDialog {
     void ReportStore(const RaisedError& failure);
     bool AddToStep(std::unique_ptr<Load> load, std::int32_t& stepNumber, std::int32_t& loadId);
     void Display(std::int32_t stepNumber, std::int32_t loadId);
-    MessageAnswer ShowError(const std::string& text, MessageButtons buttons = MessageButtons::Ok);
     void CloseStored();
 
     LoadFormServices m_services;

@@ -6,7 +6,15 @@
 
 #include "MakeLoadForm.h"
 #include "PlatformServices.h"
+#include "frmAirCondLoad.h"
+#include "frmChargerLoad.h"
+#include "frmLightLoad.h"
+#include "frmMedLoad.h"
 #include "frmMiscLoad.h"
+#include "frmMtrLoad.h"
+#include "frmOfficeLoad.h"
+#include "frmUPSLoad.h"
+#include "frmVFDLoad.h"
 
 namespace genvara {
 namespace {
@@ -22,7 +30,15 @@ struct FormOfKind {
 };
 
 constexpr std::array kForms{
+    FormOfKind{load_type::kAirConditioning, Make<frmAirCondLoad>},
+    FormOfKind{load_type::kBatteryCharger, Make<frmChargerLoad>},
+    FormOfKind{load_type::kLighting, Make<frmLightLoad>},
+    FormOfKind{load_type::kMedicalImaging, Make<frmMedLoad>},
     FormOfKind{load_type::kMiscellaneous, Make<frmMiscLoad>},
+    FormOfKind{load_type::kMotor, Make<frmMtrLoad>},
+    FormOfKind{load_type::kOffice, Make<frmOfficeLoad>},
+    FormOfKind{load_type::kUPS, Make<frmUPSLoad>},
+    FormOfKind{load_type::kVFD, Make<frmVFDLoad>},
 };
 
 /// The form of a kind; null, behind a message, where there is none.

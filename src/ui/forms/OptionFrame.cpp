@@ -35,13 +35,13 @@ std::optional<std::int32_t> OptionFrame::Code() const {
     return selected == m_buttons.end() ? std::nullopt : std::optional(selected->code);
 }
 
-void OptionFrame::Select(std::int32_t code) {
+void OptionFrame::Select(std::int32_t code) const {
     if (QRadioButton* button = Button(code)) {
         button->setChecked(true);
     }
 }
 
-void OptionFrame::Enable(std::int32_t code, bool enabled) {
+void OptionFrame::Enable(std::int32_t code, bool enabled) const {
     if (QRadioButton* button = Button(code)) {
         button->setEnabled(enabled);
     }

@@ -30,9 +30,9 @@ class OptionFrame : public QGroupBox {
     [[nodiscard]] std::optional<std::int32_t> Code() const;
     [[nodiscard]] bool IsSelected(std::int32_t code) const { return Code() == code; }
     /// Selects the button of a code, enabled or not; a code that no button has leaves the selection.
-    void Select(std::int32_t code);
+    void Select(std::int32_t code) const;
     /// Enables or disables the button of a code.
-    void Enable(std::int32_t code, bool enabled);
+    void Enable(std::int32_t code, bool enabled) const;
     [[nodiscard]] QRadioButton* Button(std::int32_t code) const;
 
   signals:

@@ -1,12 +1,16 @@
 #include "ChoiceBox.h"
 
+#include <QApplication>
 #include <QWheelEvent>
+
+#include "EntryField.h"
 
 namespace genvara {
 
 ChoiceBox::ChoiceBox(const QString& name, QWidget* parent) : QComboBox(parent) {
     setObjectName(name);
     setFocusPolicy(Qt::StrongFocus);
+    ApplyColours();
     connect(this, &QComboBox::activated, this, &ChoiceBox::Clicked);
 }
 
@@ -45,6 +49,25 @@ void ChoiceBox::wheelEvent(QWheelEvent* event) {
 void ChoiceBox::focusInEvent(QFocusEvent* event) {
     QComboBox::focusInEvent(event);
     emit Entered();
+}
+
+void ChoiceBox::changeEvent(QEvent* event) {
+    QComboBox::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        ApplyColours();
+    }
+}
+
+void ChoiceBox::ApplyColours() {
+    if (m_applying) {
+        return;  // setting the palette reports its change
+    }
+    m_applying = true;
+    QPalette colours = QApplication::palette(this);
+    GreyDisabled(colours, QPalette::Base);
+    GreyDisabled(colours, QPalette::Button);  // the ground of a list that cannot be typed into
+    setPalette(colours);
+    m_applying = false;
 }
 
 }  // namespace genvara

@@ -29,6 +29,12 @@ class ChoiceBox : public QComboBox {
   protected:
     void wheelEvent(QWheelEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void ApplyColours();
+
+    bool m_applying = false;
 };
 
 }  // namespace genvara

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "LastChance.h"
 #include "Texts.h"
@@ -158,14 +159,13 @@ void EntryField::ApplyColours() {
     }
     m_applying = true;
     QPalette colours = QApplication::palette(this);
-    const bool dark = colours.color(QPalette::Active, QPalette::Base).lightness() < kDarkLightness;
     if (m_inError) {
         colours.setColor(QPalette::Base, kErrorGround);
         colours.setColor(QPalette::Text, Qt::black);
     } else if (isReadOnly()) {
         colours.setColor(QPalette::Base, colours.color(QPalette::Window));
-    } else if (!dark) {
-        colours.setColor(QPalette::Disabled, QPalette::Base, kDisabledGround);
+    } else {
+        GreyDisabled(colours, QPalette::Base);
     }
     setPalette(colours);
     m_applying = false;
@@ -178,6 +178,12 @@ void EntryField::paintEvent(QPaintEvent* event) {
         QPainter painter(this);
         painter.setPen(QPen(kErrorOutline, 2.0));
         painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+}
+
+void GreyDisabled(QPalette& colours, QPalette::ColorRole ground) {
+    if (colours.color(QPalette::Active, QPalette::Base).lightness() >= kDarkLightness) {
+        colours.setColor(QPalette::Disabled, ground, kDisabledGround);
     }
 }
 
@@ -212,11 +218,15 @@ EntryField::KeyFilter Digits() {
     return [](const std::string&, std::size_t, char32_t key) { return DigitKeyFilter(key); };
 }
 
-EntryField::KeyFilter DigitsUpTo(std::size_t most) {
-    return [most](const std::string& text, std::size_t selected, char32_t key) {
+EntryField::KeyFilter UpTo(std::size_t most, EntryField::KeyFilter filter) {
+    return [most, filter = std::move(filter)](const std::string& text, std::size_t selected, char32_t key) {
         const bool fits = MaxLengthKeyFilter(text.size(), selected, most, key) == KeyVerdict::Pass;
-        return fits ? DigitKeyFilter(key) : KeyVerdict::Refuse;
+        return fits ? filter(text, selected, key) : KeyVerdict::Refuse;
     };
+}
+
+EntryField::KeyFilter DigitsUpTo(std::size_t most) {
+    return UpTo(most, Digits());
 }
 
 EntryField::KeyFilter NonZeroDigits() {

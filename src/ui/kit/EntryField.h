@@ -87,11 +87,16 @@ namespace key_filters {
 /// Digits and one decimal separator of the user's locale.
 [[nodiscard]] EntryField::KeyFilter Numeric();
 [[nodiscard]] EntryField::KeyFilter Digits();
+/// Another filter, for texts of at most so many characters.
+[[nodiscard]] EntryField::KeyFilter UpTo(std::size_t most, EntryField::KeyFilter filter);
 /// Digits, at most a number of them.
 [[nodiscard]] EntryField::KeyFilter DigitsUpTo(std::size_t most);
 /// Digits without a leading zero.
 [[nodiscard]] EntryField::KeyFilter NonZeroDigits();
 }  // namespace key_filters
+
+/// Gives what is disabled the grey ground of a field that does not apply; a dark theme keeps its own.
+void GreyDisabled(QPalette& colours, QPalette::ColorRole ground);
 
 /// The common check of numeric fields: shows or clears the error, true if the text is bad.
 bool ValidateNumericText(EntryField& field);

@@ -1,12 +1,20 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
+#include <limits>
 #include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "EntryText.h"
+#include "LightEntry.h"
 #include "LoadMessages.h"
+#include "MedEntry.h"
 #include "Mnemonics.h"
 #include "RaisedErrorMatcher.h"
+#include "StringTable.h"
 
 namespace genvara {
 namespace {
@@ -76,6 +84,7 @@ TEST(LoadKinds, TellTheNineFormsApart) {
         EXPECT_EQ(kind->defaultName, row.name);
         EXPECT_EQ(kind->balancedString, row.type == 2 || row.type == 6 ? 628 : 624);
     }
+    EXPECT_EQ(FindLoadKind(4)->title, StringTable::Text(604));
     EXPECT_EQ(FindLoadKind(-1), nullptr);
     EXPECT_EQ(FindLoadKind(9), nullptr);
 }
@@ -123,6 +132,32 @@ TEST(LoadMessages, OtherFailuresShowNumberAndDescription) {
     EXPECT_EQ(DisplayFailureText(RaisedError(5, "x", "No such step")),
               "Error #5\r\nNo such step\r\nCan not display the last load added. Try saving and reloading the "
               "project.");
+}
+
+TEST(LightEntry, AnIncandescentLampAloneHasNoBallast) {
+    EXPECT_FALSE(LampHasBallast(light_type::kIncandescent));
+    EXPECT_TRUE(LampHasBallast(light_type::kFluorescent));
+    EXPECT_TRUE(LampHasBallast(light_type::kHID));
+    EXPECT_EQ(StoredBallast(light_type::kIncandescent, ballast::kElectronic), ballast::kNone);
+    EXPECT_EQ(StoredBallast(light_type::kHID, ballast::kElectronic), ballast::kElectronic);
+}
+
+TEST(LightEntry, ShowsTheMagneticBallastForAnyThatIsNotElectronic) {
+    const std::pair<std::int32_t, std::int32_t> rows[] = {{0, 1}, {1, 1}, {2, 2}, {3, 3}, {4, 1}, {-1, 1}};
+    for (const auto& [stored, shown] : rows) {
+        EXPECT_EQ(ShownBallast(stored), shown) << stored;
+    }
+}
+
+TEST(MedEntry, ADemandIsAboveZeroAndNotAboveItsLimit) {
+    const struct {
+        const char* text;
+        bool bad;
+    } rows[] = {{"500", false}, {"500,1", true}, {"0", true},  {"0,001", false}, {"", false},
+                {"  ", false},  {" 3 ", false},  {"-1", true}, {"abc", true},    {"1,00", false}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(IsBadDemand(row.text, 500.0, ","), row.bad) << row.text;
+    }
 }
 
 /// The marked characters of captions, in upper case.

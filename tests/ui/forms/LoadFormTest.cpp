@@ -201,10 +201,15 @@ class FormWithoutLoads : public LoadFormOf<CMiscLoad> {
         Open();
     }
 
+    bool outOfMemory = false;
+
   private:
     void ShowKind(const CMiscLoad& /*load*/) override {}
     bool StoreKind(CMiscLoad& /*load*/) override { return true; }
     [[nodiscard]] std::unique_ptr<Load> NewLoad() const override {
+        if (outOfMemory) {
+            throw std::bad_alloc();
+        }
         throw RaisedError(429, "Load", "Can't create object");
     }
 };
@@ -219,7 +224,9 @@ TEST_F(LoadFormSkeleton, ALoadThatCannotBeMadeMayBeTriedAgain) {
     EXPECT_EQ(message.icon, MessageIcon::Stop);
     EXPECT_EQ(message.buttons, MessageButtons::YesNo);
     EXPECT_TRUE(form->isVisible());
+    form->outOfMemory = true;
     Click(*form, "cmdOK");
+    EXPECT_EQ(platform.TakeMessage().text, "Error #7\r\nUnable to create load.\r\nDo you want to try again?");
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(Step().NumLoads(), 0);
     EXPECT_FALSE(g_ProjectDirty);

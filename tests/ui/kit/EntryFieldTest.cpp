@@ -58,6 +58,14 @@ TEST(EntryField, TakesNoMoreDigitsThanItMayUnlessSomeAreSelected) {
     EXPECT_EQ(window.field->Content(), "923");
 }
 
+TEST(EntryField, BoundsTheLengthOfWhatAnyFilterPasses) {
+    Window window;
+    window.field->Filter(key_filters::UpTo(2, key_filters::NonZeroDigits()));
+    QTest::keyClicks(window.field, "0x905");
+    EXPECT_EQ(window.field->Content(), "90");
+    EXPECT_EQ(window.platform.beeps, 3);
+}
+
 TEST(EntryField, ABadTextKeepsTheFocusFromTabAndClick) {
     Window window;
     bool bad = true;

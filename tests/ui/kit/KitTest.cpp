@@ -70,6 +70,19 @@ TEST(ChoiceBox, TheWheelChangesNothingWithoutTheFocus) {
     EXPECT_EQ(list.currentIndex(), 0);
 }
 
+TEST(ChoiceBox, ADisabledListIsGreyInALightThemeAlone) {
+    ChoiceBox list("cboConn");
+    list.setEnabled(false);
+    EXPECT_EQ(list.palette().color(QPalette::Disabled, QPalette::Button), QColor(0xE0, 0xE0, 0xE0));
+    const QPalette light = QApplication::palette();
+    QPalette dark = light;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Disabled, QPalette::Button, Qt::darkBlue);
+    QApplication::setPalette(dark);
+    EXPECT_EQ(ChoiceBox("cboDark").palette().color(QPalette::Disabled, QPalette::Button), Qt::darkBlue);
+    QApplication::setPalette(light);
+}
+
 TEST(LastChance, RescuesTheProjectBeforeItReportsAndEnds) {
     ScriptedPlatform platform;
     SetLastChance(platform, [] { return std::filesystem::path("/state/rescued.prj"); });
