@@ -33,6 +33,7 @@ void Convert(EntryField& field, double (*conversion)(double) noexcept) {
     FailureRegion region;
     if (!region.Run([&] { field.Content(ShownRounded(conversion(EnteredNumber(field.Content())))); })) {
         field.clear();
+        field.ClearError();
     }
 }
 
