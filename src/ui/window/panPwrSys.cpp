@@ -88,6 +88,7 @@ void panPwrSys::BuildSite(QVBoxLayout& column) {
     FillRiseDuty(*m_cboAltTempRise);
     for (ChoiceBox* list : {m_cboVolts, m_cboConn, m_cboAltTempRise}) {
         list->setMinimumContentsLength(kLeastListLength);
+        connect(list, &QComboBox::currentTextChanged, list, &QWidget::setToolTip);
     }
     auto* arrows =
         new UpDown("updParallelSets", *m_txtParallelSets, {kLeastParallelSets, kMostParallelSets, 1});

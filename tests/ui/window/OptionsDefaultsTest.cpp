@@ -27,6 +27,15 @@ std::string TextOf(QWidget& dialog, const char* label) {
     return WithoutMnemonic(Find<QLabel>(dialog, label).text()).toStdString();
 }
 
+/// Every caption of a field has a key.
+void ExpectKeys(const QDialog& dialog) {
+    for (const auto* label : dialog.findChildren<QLabel*>()) {
+        if (label->buddy() != nullptr) {
+            EXPECT_TRUE(label->text().contains('&')) << label->text().toStdString();
+        }
+    }
+}
+
 /// Highest and lowest number that the arrow keys reach, and the step between the lowest and the next.
 struct Reach {
     int least;
@@ -90,6 +99,7 @@ TEST_F(OptionsDialog, ShowsTheOptionsUnderTheirCaptions) {
     App().ProjectPath("/projects");
     App().IsMetric(true);
     InOptions([](QDialog& dialog) {
+        ExpectKeys(dialog);
         EXPECT_EQ(dialog.windowTitle(), "Options");
         EXPECT_EQ(TextOf(dialog, "lblProjPath"), "Project Path");
         EXPECT_EQ(TextOf(dialog, "lblNumGensets"), "Max. Number of Gensets to Recommend");
@@ -267,6 +277,7 @@ class DefaultsDialog : public WindowTest {
 
 TEST_F(DefaultsDialog, HasTwoPagesWithTheirCaptions) {
     InDefaults([](QDialog& dialog) {
+        ExpectKeys(dialog);
         EXPECT_EQ(dialog.windowTitle(), "Defaults");
         const auto& pages = Find<QTabWidget>(dialog, "tabDefaults");
         ASSERT_EQ(pages.count(), 2);
