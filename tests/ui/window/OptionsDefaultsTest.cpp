@@ -9,7 +9,6 @@
 
 #include "ChoiceBox.h"
 #include "EntryField.h"
-#include "Globals.h"
 #include "Texts.h"
 #include "WindowFixture.h"
 
