@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QTest>
 #include <algorithm>
@@ -146,6 +147,10 @@ TEST_F(SideBar, RaisesAndSinksTheBoxOfTheItemUnderThePointer) {
     Move(kOutside);
     ExpectNoBox(2);
     EXPECT_EQ(bar.ActiveCtrl(), 0);
+    Move(Middle(3));
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&bar, &leave);
+    ExpectNoBox(3);
 }
 
 TEST_F(SideBar, ThePressSinksTheBoxAndTheReleaseRaisesTheItem) {
