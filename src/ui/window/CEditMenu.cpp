@@ -37,7 +37,10 @@ void Send(QWidget* widget, const char* command) {
 }  // namespace
 
 void CEditMenu::Cut() const {
-    Send(m_active, "cut");
+    // The toolkit's commands would change a locked control, too.
+    if (!SelectionOf(m_active).locked) {
+        Send(m_active, "cut");
+    }
 }
 
 void CEditMenu::Copy() const {
@@ -49,7 +52,9 @@ void CEditMenu::Copy() const {
 }
 
 void CEditMenu::Paste() const {
-    Send(m_active, "paste");
+    if (!SelectionOf(m_active).locked) {
+        Send(m_active, "paste");
+    }
 }
 
 bool CEditMenu::CanCut() const {

@@ -30,6 +30,11 @@ bool IsFile(const std::string& path) {
     return std::filesystem::is_regular_file(path, failure);
 }
 
+/// The name of a file as the first word of a command line; a command line as it stands.
+std::string AsCommand(const std::string& path) {
+    return IsFile(path) ? '"' + path + '"' : path;
+}
+
 }  // namespace
 
 bool GetKeyValue(clsTRX_Registry& registry, const std::string& key, const std::string& name,
@@ -54,10 +59,10 @@ bool GetKeyValue(clsTRX_Registry& registry, const std::string& key, const std::s
 std::string FindSystemInfo(clsTRX_Registry& registry) {
     std::string path;
     if (GetKeyValue(registry, kInfoKey, "PATH", path)) {
-        return path;
+        return AsCommand(path);
     }
     if (GetKeyValue(registry, kToolsKey, "MSINFO", path) && IsFile(path + "/MSINFO32.EXE")) {
-        return path + "/MSINFO32.EXE";
+        return AsCommand(path + "/MSINFO32.EXE");
     }
     for (const Candidate& candidate : kCandidates) {
         const QString program = QStandardPaths::findExecutable(candidate.program);

@@ -11,8 +11,8 @@ namespace genvara {
 bool GetKeyValue(clsTRX_Registry& registry, const std::string& key, const std::string& name,
                  std::string& value);
 
-/// Program that shows the system's information: the one that the settings store names, or one of those that
-/// desktops bring along; empty if there is none.
+/// Command line of the program that shows the system's information: the one that the settings store names, or
+/// one of those that desktops bring along; empty if there is none.
 [[nodiscard]] std::string FindSystemInfo(clsTRX_Registry& registry);
 
 }  // namespace genvara

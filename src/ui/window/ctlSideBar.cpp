@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "LastChance.h"
 #include "RaisedError.h"
@@ -105,13 +106,15 @@ void ctlSideBar::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void ctlSideBar::mousePressEvent(QMouseEvent* event) {
+    m_pressed = true;
     Hover(ItemAt(event->position()), (event->buttons() & Qt::LeftButton) != 0);
 }
 
 void ctlSideBar::mouseReleaseEvent(QMouseEvent* event) {
     const int item = ItemAt(event->position());
-    Hover(item, false);
-    if (event->button() == Qt::LeftButton && item > 0) {
+    Hover(item, (event->buttons() & Qt::LeftButton) != 0);
+    // A release whose press a field that holds the focus has kept from us is no click.
+    if (std::exchange(m_pressed, false) && item > 0) {
         Stand(item);
         Raise(item);
     }

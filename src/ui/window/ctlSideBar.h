@@ -67,6 +67,7 @@ class ctlSideBar : public QWidget {
     int m_hovered = 0;   ///< from 1
     int m_standing = 1;  ///< item of the keyboard, from 1
     bool m_down = false;
+    bool m_pressed = false;  ///< a mouse button went down on the bar
     std::int32_t m_current = -1;
 };
 

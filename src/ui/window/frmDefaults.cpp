@@ -2,11 +2,13 @@
 
 #include <QDialogButtonBox>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "CApplication.h"
 #include "ChoiceBox.h"
+#include "DialogKeys.h"
 #include "EntryNumbers.h"
 #include "FailureRegion.h"
 #include "FormGrid.h"
@@ -51,8 +53,13 @@ frmDefaults::frmDefaults(PlatformServices& platform, CApplication& application, 
     setWindowTitle("Defaults");
     auto* pages = new QTabWidget;
     pages->setObjectName("tabDefaults");
+    pages->tabBar()->setAccessibleName(windowTitle());
     pages->addTab(MakeProjectPage(), "Project");
     pages->addTab(MakeSitePage(), "Power System");
+    for (int page = 0; page < pages->count(); ++page) {
+        MarkMnemonics(*pages->widget(page));
+        OrderTabsByLayout(*pages->widget(page));
+    }
     const OkCancel buttons = MakeOkCancel();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);
@@ -166,7 +173,7 @@ void frmDefaults::KeepOnLeaving() {
         });
     };
     keep(m_txtAltitude, &m_altitude, FeetToMeters);
-    keep(m_txtAmbTemp, &m_ambTemp, FahrenheitToCelsius);
+    keep(m_txtAmbTemp, &m_ambTemp, SiteCelsius);
 }
 
 void frmDefaults::OkClicked() {

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "CApplication.h"
+#include "DialogKeys.h"
 #include "EntryNumbers.h"
 #include "FailureRegion.h"
 #include "FormGrid.h"
@@ -19,6 +20,7 @@ namespace genvara {
 namespace {
 
 constexpr int kPathWidth = 300;  // pixels
+constexpr int kNumberDigits = 4;
 
 }  // namespace
 
@@ -50,6 +52,8 @@ frmOptions::frmOptions(PlatformServices& platform, CApplication& application,
     column->addWidget(buttons.box);
     connect(buttons.ok, &QPushButton::clicked, this, Event([this] { OkClicked(); }));
     connect(buttons.cancel, &QPushButton::clicked, this, &QDialog::reject);
+    MarkMnemonics(*this);
+    OrderTabsByLayout(*this);
     ShowOptions();
 }
 
@@ -75,7 +79,7 @@ EntryField* frmOptions::AddNumber(FormGrid& grid, const char* name, const QStrin
     auto* field = new EntryField(*m_platform, QString("txt") + name);
     field->Filter(key_filters::DigitsUpTo(digits));
     field->setAccessibleName(caption);
-    SetDigits(*field, static_cast<int>(digits) + 1);
+    SetDigits(*field, kNumberDigits);
     auto* arrows = new UpDown(QString("upd") + name, *field, {least, most, 1});
     QLabel* range = FormGrid::MakeNote({}, QString("( %1 - %2 )").arg(least).arg(most));
     grid.AddField(QString("lbl") + name, caption, Beside(field, arrows, range));

@@ -85,12 +85,20 @@ std::string panProject::CustomerName() const {
 }
 
 void panProject::Description(const std::string& text) {
+    m_description = text;
     m_txtDescription->setPlainText(ToQt(text));
 }
 
 std::string panProject::Description() const {
-    // The widget ends lines by LF alone, files by CR LF.
-    return FromQt(m_txtDescription->toPlainText().replace('\n', "\r\n"));
+    // What nobody touched goes back as it came, with the line ends of its file.
+    if (!m_txtDescription->document()->isModified()) {
+        return m_description;
+    }
+    // The raw text, since the plain one has no no-break spaces; files end lines by CR LF.
+    return FromQt(m_txtDescription->document()
+                      ->toRawText()
+                      .replace(QChar::ParagraphSeparator, "\r\n")
+                      .replace(QChar::LineSeparator, "\r\n"));
 }
 
 void panProject::UserName(const std::string& text) {

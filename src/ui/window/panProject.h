@@ -41,6 +41,7 @@ class panProject final : public Panel, public ProjectDisplay {
     EntryField* m_txtCustomer;
     EntryField* m_txtUserName;
     QPlainTextEdit* m_txtDescription;
+    std::string m_description;  ///< as it was shown last
     QLabel* m_lblCreated;
     QLabel* m_lblModified;
 };

@@ -25,6 +25,8 @@ constexpr std::int32_t kOtherConnectionWithoutHarmonics = 6;
 
 constexpr int kAltitudeDigits = 8;
 constexpr int kPercentDigits = 4;
+/// Characters that a list shows in a narrow window; where there is room, it shows its longest row.
+constexpr int kLeastListLength = 14;
 
 EntryField* NumberField(PlatformServices& platform, const char* name, int digits) {
     auto* field = new EntryField(platform, name);
@@ -84,6 +86,10 @@ panPwrSys::panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent)
 
 void panPwrSys::BuildSite(QVBoxLayout& column) {
     FillRiseDuty(*m_cboAltTempRise);
+    for (ChoiceBox* list : {m_cboVolts, m_cboConn, m_cboAltTempRise}) {
+        list->setMinimumContentsLength(kLeastListLength);
+        connect(list, &QComboBox::currentTextChanged, list, &QWidget::setToolTip);
+    }
     auto* arrows =
         new UpDown("updParallelSets", *m_txtParallelSets, {kLeastParallelSets, kMostParallelSets, 1});
     QWidget* sets =
@@ -97,14 +103,12 @@ void panPwrSys::BuildSite(QVBoxLayout& column) {
     column.addWidget(m_fraFreq);
     column.addWidget(m_fraFuel);
     auto* grid = new FormGrid;
-    grid->AddField("lblAltRise", Caption(150), m_cboAltTempRise);
+    const QLabel* widest = grid->AddField("lblAltRise", Caption(150), m_cboAltTempRise);
     grid->AddField("lblParallelSets", Caption(151), sets);
     grid->AddField("lblAltitude", Caption(152), m_txtAltitude, m_lblAltitudeUnits);
     grid->AddField("lblAmbTemp", Caption(153), m_txtAmbTemp, m_lblAmbTempUnits);
     // Both grids have one label column.
-    const int width = fontMetrics().horizontalAdvance(Caption(150));
-    electric->setColumnMinimumWidth(0, width);
-    grid->setColumnMinimumWidth(0, width);
+    electric->setColumnMinimumWidth(0, widest->sizeHint().width());
     column.addLayout(grid);
     column.addStretch(1);
 }
@@ -136,9 +140,8 @@ void panPwrSys::AddLimit(FormGrid& grid, QWidget* caption, EntryField* field, Up
 void panPwrSys::CheckFields() {
     Check(m_txtAltitude, "Invalid altitude entered", "0",
           [this](const std::string& text) { m_site->Altitude(InSI(EnteredNumber(text), FeetToMeters)); });
-    Check(m_txtAmbTemp, "Invalid ambient temperature entered", "0", [this](const std::string& text) {
-        m_site->AmbTemp(InSI(EnteredNumber(text), FahrenheitToCelsius));
-    });
+    Check(m_txtAmbTemp, "Invalid ambient temperature entered", "0",
+          [this](const std::string& text) { m_site->AmbTemp(InSI(EnteredNumber(text), SiteCelsius)); });
     Check(m_txtMaxFreqDip, "Invalid frequecy dip entered", nullptr,
           [this](const std::string& text) { m_site->MaxFreqDip(EnteredWhole(text)); });
     Check(m_txtMaxHarmonics, "Invalid harmonic limit entered", nullptr,
@@ -153,7 +156,10 @@ void panPwrSys::Check(EntryField* field, const char* complaint, const char* blan
                       std::function<void(const std::string& text)> store) {
     field->CheckBeforeLeaving([this, field, complaint, blank, store = std::move(store)] {
         field->ClearError();
-        field->setText(field->text().trimmed());
+        const QString trimmed = field->text().trimmed();
+        if (trimmed != field->text()) {
+            field->setText(trimmed);
+        }
         if (field->text().isEmpty()) {
             if (blank == nullptr) {
                 return false;
@@ -223,7 +229,7 @@ void panPwrSys::Store(CPwrSys& site) const {
 
 void panPwrSys::StoreSite(CPwrSys& site) const {
     site.Altitude(InSI(Altitude(), FeetToMeters));
-    site.AmbTemp(InSI(AmbTemp(), FahrenheitToCelsius));
+    site.AmbTemp(InSI(AmbTemp(), SiteCelsius));
     site.Freq(Freq());
     site.Fuel(Fuel());
     site.GensetsInParallel(GensetsInParallel());

@@ -1,5 +1,6 @@
 // The panel's values: what is shown, and in which units.
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QLabel>
 
@@ -33,6 +34,7 @@ void Convert(EntryField& field, double (*conversion)(double) noexcept) {
     FailureRegion region;
     if (!region.Run([&] { field.Content(ShownRounded(conversion(EnteredNumber(field.Content())))); })) {
         field.clear();
+        field.ClearError();
     }
 }
 
@@ -161,6 +163,8 @@ void panPwrSys::Voltages(const std::vector<std::int32_t>& volts) {
 
 void panPwrSys::Connections(const std::vector<ConnectionRecord>& connections) {
     FillConnections(*m_cboConn, connections);
+    // The open list shows its rows whole, however narrow the window.
+    m_cboConn->view()->setMinimumWidth(m_cboConn->sizeHint().width());
     m_connPhases.clear();
     for (const ConnectionRecord& connection : connections) {
         m_connPhases.push_back(connection.phases);

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QPixmap>
+#include <QTabWidget>
 #include <QTreeWidget>
 
 #include "EntryField.h"
@@ -64,6 +65,11 @@ TEST_F(WindowPictures, OfTheDialogs) {
     Open(Sample("hospital.prj"));
     Shoot("mnuToolsOptions", "dialog-options");
     Shoot("mnuToolsDefaults", "dialog-defaults");
+    InNextDialog([this](QDialog& dialog) {
+        Find<QTabWidget>(dialog, "tabDefaults").setCurrentIndex(1);
+        Save(dialog, "dialog-defaults-site");
+    });
+    Run("mnuToolsDefaults");
     Shoot("mnuHelpAbout", "dialog-about");
     Bar(2);
     InNextDialog([this](QDialog& dialog) { Save(dialog, "dialog-add-step"); });
