@@ -96,12 +96,23 @@ std::string panLoadProfile::ProjectName() const {
 void panLoadProfile::HoldDrawing(bool hold) {
     m_tree->setUpdatesEnabled(!hold);
     m_properties->setUpdatesEnabled(!hold);
+    m_held = hold;
+    if (!hold) {
+        RefreshProperties();
+    }
 }
 
 void panLoadProfile::DisplayNewStep(std::int32_t stepNumber, std::int32_t stepId) {
     const std::int32_t position = stepNumber < 1 ? m_profile->NumLoadSteps() : stepNumber;
     const CLoadStep& step = m_profile->LoadStep(position);
     m_tree->setCurrentItem(m_tree->InsertStep(position, ToQt(step.Description()), stepId));
+    LimitSteps();
+}
+
+void panLoadProfile::LimitSteps() {
+    if (m_profile->NumLoadSteps() >= kMostSteps) {
+        SetEnabled(*m_cmdAddStep, false);
+    }
 }
 
 void panLoadProfile::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) {
@@ -112,6 +123,9 @@ void panLoadProfile::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId
                           "The load requested could not be found.");
     }
     ProfileTree::AddLoad(*step, ToQt(load->name()), loadId, load->LoadType());
+    if (!m_held && step->isSelected()) {
+        RefreshProperties();  // the totals of the step count the load
+    }
 }
 
 void panLoadProfile::ClearAllLoads() {
@@ -136,12 +150,21 @@ void panLoadProfile::RefreshButtons() {
     const std::int32_t steps = m_tree->topLevelItemCount();
     const std::int32_t position = any ? m_tree->StepPosition(*node) : 0;
     m_selectedStep = position;
-    m_cmdEdit->setEnabled(any);
-    m_cmdAddLoad->setEnabled(any);
-    m_cmdDeleteStep->setEnabled(step);
-    m_cmdDeleteLoad->setEnabled(any && !step);
-    m_cmdMoveUp->setEnabled(any && steps >= 2 && position > 1);
-    m_cmdMoveDown->setEnabled(any && steps >= 2 && position < steps);
+    SetEnabled(*m_cmdEdit, any);
+    SetEnabled(*m_cmdAddLoad, any);
+    SetEnabled(*m_cmdDeleteStep, step);
+    SetEnabled(*m_cmdDeleteLoad, any && !step);
+    SetEnabled(*m_cmdMoveUp, any && steps >= 2 && position > 1);
+    SetEnabled(*m_cmdMoveDown, any && steps >= 2 && position < steps);
+}
+
+void panLoadProfile::SetEnabled(QPushButton& button, bool enabled) {
+    // The toolkit would hand the focus to the next button, which undoes a move, or deletes more than was
+    // meant.
+    if (!enabled && button.hasFocus()) {
+        m_tree->setFocus(Qt::OtherFocusReason);
+    }
+    button.setEnabled(enabled);
 }
 
 std::vector<std::string> panLoadProfile::PropertiesOf(const QTreeWidgetItem& node) const {
@@ -161,12 +184,13 @@ std::vector<std::string> panLoadProfile::PropertiesOf(const QTreeWidgetItem& nod
 void panLoadProfile::RefreshProperties() {
     m_properties->clear();
     const QTreeWidgetItem* node = m_tree->Selected();
-    if (node == nullptr) {
+    if (node == nullptr || m_held) {
         return;
     }
     QList<QTreeWidgetItem*> rows;
     for (const std::string& row : PropertiesOf(*node)) {
-        rows.append(new QTreeWidgetItem(ToQt(row).split('\t')));
+        const QString text = ToQt(row);
+        rows.append(new QTreeWidgetItem({text.section('\t', 0, 0), text.section('\t', 1)}));
     }
     m_properties->addTopLevelItems(rows);
 }
@@ -174,9 +198,7 @@ void panLoadProfile::RefreshProperties() {
 void panLoadProfile::AddStep() {
     frmAddStep dialog(*m_platform, *m_profile, *m_site, window());
     dialog.Show([this](std::int32_t number, std::int32_t id) { DisplayNewStep(number, id); });
-    if (m_profile->NumLoadSteps() >= kMostSteps) {
-        m_cmdAddStep->setEnabled(false);
-    }
+    LimitSteps();
 }
 
 void panLoadProfile::AddLoad() {
@@ -192,7 +214,7 @@ void panLoadProfile::DeleteStep() {
         return;
     }
     region.Run([&] { m_profile->DeleteLoadStep(ProfileTree::StepID(*node)); });
-    delete node;  // NOLINT(cppcoreguidelines-owning-memory): a node is removed by deleting it
+    m_tree->Remove(*node);
     SelectionChanged();
     if (m_profile->NumLoadSteps() < kMostSteps) {
         m_cmdAddStep->setEnabled(true);
@@ -206,7 +228,7 @@ void panLoadProfile::DeleteLoad() {
     region.Run(
         [&] { m_profile->LoadStep(m_tree->StepPosition(*node)).DeleteLoad(ProfileTree::LoadID(*node)); });
     if (!region.Pending()) {
-        delete node;  // NOLINT(cppcoreguidelines-owning-memory): a node is removed by deleting it
+        m_tree->Remove(*node);
         SelectionChanged();
         g_ProjectDirty = true;
     }
