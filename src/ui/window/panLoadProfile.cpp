@@ -202,7 +202,12 @@ void panLoadProfile::AddStep() {
 }
 
 void panLoadProfile::AddLoad() {
-    frmAddLoad dialog(*m_platform, *m_host, window());
+    frmAddLoad dialog(
+        *m_platform,
+        [this](std::int32_t loadType, QWidget* owner) {
+            DisplayNewLoadInputForm(loadType, owner, *m_platform, *m_host);
+        },
+        window());
     dialog.exec();
     SelectionChanged();
 }
