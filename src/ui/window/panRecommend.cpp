@@ -90,9 +90,13 @@ void panRecommend::ProjectName(const std::string& text) {
 }
 
 void panRecommend::ShowRejectedList(bool rejected) {
-    // The new one first, so that the focus has somewhere to go.
-    (rejected ? m_cboRejectedGensets : m_cboAvailGensets)->show();
-    (rejected ? m_cboAvailGensets : m_cboRejectedGensets)->hide();
+    ChoiceBox* now = rejected ? m_cboRejectedGensets : m_cboAvailGensets;
+    ChoiceBox* before = rejected ? m_cboAvailGensets : m_cboRejectedGensets;
+    now->show();
+    if (before->hasFocus()) {
+        now->setFocus(Qt::OtherFocusReason);
+    }
+    before->hide();
 }
 
 void panRecommend::ClearReport() {
