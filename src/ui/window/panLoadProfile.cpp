@@ -21,8 +21,16 @@
 namespace genvara {
 namespace {
 
+/// The widest label of a property, for a column that does not jump from load to load.
+constexpr const char* kLongestLabel = "Max. Peak Demand Vdip";
+constexpr int kPropertyHeight = 22;  // pixels, as the tree's rows with their pictures
+
 /// From so many steps on none can be added.
 constexpr std::int32_t kMostSteps = 256;
+
+int LabelWidth(const QWidget& list, const QString& label) {
+    return list.fontMetrics().horizontalAdvance(label) + 2 * metrics::kGap;
+}
 
 }  // namespace
 
@@ -64,7 +72,8 @@ void panLoadProfile::Build() {
     m_properties->setHeaderLabels({tr("Property"), tr("Value")});
     m_properties->setRootIsDecorated(false);
     m_properties->setUniformRowHeights(true);
-    m_properties->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    m_properties->setAllColumnsShowFocus(true);
+    m_properties->header()->resizeSection(0, LabelWidth(*m_properties, kLongestLabel));
 
     auto* split = new QSplitter(Qt::Horizontal);
     split->addWidget(m_tree);
@@ -190,7 +199,9 @@ void panLoadProfile::RefreshProperties() {
     QList<QTreeWidgetItem*> rows;
     for (const std::string& row : PropertiesOf(*node)) {
         const QString text = ToQt(row);
-        rows.append(new QTreeWidgetItem({text.section('\t', 0, 0), text.section('\t', 1)}));
+        const QString label = text.section('\t', 0, 0);
+        rows.append(new QTreeWidgetItem({label, text.section('\t', 1)}));
+        rows.last()->setSizeHint(0, QSize(LabelWidth(*m_properties, label), kPropertyHeight));
     }
     m_properties->addTopLevelItems(rows);
 }

@@ -13,6 +13,7 @@
 #include "ReportView.h"
 #include "SpecExport.h"
 #include "Texts.h"
+#include "WaitCursor.h"
 
 namespace genvara {
 namespace {
@@ -150,6 +151,7 @@ void panRecommend::RejectedClicked(int row) {
 }
 
 void panRecommend::ShowReport(bool undersized) {
+    const WaitCursor busy;
     const std::int32_t type = m_cboAvailReports->Code().value_or(report_type::kSizing);
     m_rtfRecommend->RichText(m_reports.CreateReport(type, undersized));
 }
