@@ -66,6 +66,11 @@ QTreeWidgetItem* ProfileTree::AddLoad(QTreeWidgetItem& step, const QString& text
     return load;
 }
 
+void ProfileTree::Remove(QTreeWidgetItem& node) {
+    const QSignalBlocker quiet(this);
+    delete &node;  // NOLINT(cppcoreguidelines-owning-memory): a node is removed by deleting it
+}
+
 std::int32_t ProfileTree::StepID(const QTreeWidgetItem& step) {
     return step.data(0, kIdRole).toInt();
 }
@@ -104,7 +109,8 @@ void ProfileTree::paintEvent(QPaintEvent* event) {
 }
 
 void ProfileTree::keyPressEvent(QKeyEvent* event) {
-    const bool onNode = Selected() != nullptr && event->modifiers() == Qt::NoModifier;
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
+    const bool onNode = Selected() != nullptr && modifiers == Qt::NoModifier;
     if (onNode && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
         emit EditAsked();
     } else if (onNode && event->key() == Qt::Key_Delete) {

@@ -18,6 +18,10 @@ class ProfileTree : public QTreeWidget {
     static QTreeWidgetItem* AddLoad(QTreeWidgetItem& step, const QString& text, std::int32_t loadId,
                                     std::int32_t loadType);
 
+    /// Takes a node away and selects its neighbour, or its step, without a signal: until the caller is done,
+    /// positions in the tree are not those of the profile.
+    void Remove(QTreeWidgetItem& node);
+
     /// Hidden cells: the ID of a step, and of a load.
     [[nodiscard]] static std::int32_t StepID(const QTreeWidgetItem& step);
     [[nodiscard]] static std::int32_t LoadID(const QTreeWidgetItem& load);

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <array>
+#include <utility>
 
 #include "FailureRegion.h"
 #include "FormGrid.h"
@@ -34,8 +35,8 @@ constexpr int kListWidth = 280;  // pixels
 
 }  // namespace
 
-frmAddLoad::frmAddLoad(PlatformServices& platform, LoadFormHost& host, QWidget* owner)
-    : QDialog(owner), m_platform(&platform), m_host(&host), m_lstLoads(new QListWidget) {
+frmAddLoad::frmAddLoad(PlatformServices& platform, OpenForm openForm, QWidget* owner)
+    : QDialog(owner), m_platform(&platform), m_openForm(std::move(openForm)), m_lstLoads(new QListWidget) {
     setObjectName("frmAddLoad");
     setWindowTitle(Caption(175));
     m_lstLoads->setObjectName("lstLoads");
@@ -66,7 +67,7 @@ frmAddLoad::frmAddLoad(PlatformServices& platform, LoadFormHost& host, QWidget* 
 
 void frmAddLoad::OkClicked() {
     FailureRegion region;
-    region.Run([this] { DisplayNewLoadInputForm(m_lstLoads->currentRow(), this, *m_platform, *m_host); });
+    region.Run([this] { m_openForm(m_lstLoads->currentRow(), this); });
     if (!region.Pending()) {
         accept();
         return;

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QDialog>
+#include <cstdint>
+#include <functional>
 
-#include "LoadForms.h"
 #include "PlatformServices.h"
 
 class QListWidget;
@@ -14,13 +15,16 @@ class frmAddLoad final : public QDialog {
     Q_OBJECT
 
   public:
-    frmAddLoad(PlatformServices& platform, LoadFormHost& host, QWidget* owner);
+    /// Opens the entry form of a kind, modally. May raise.
+    using OpenForm = std::function<void(std::int32_t loadType, QWidget* owner)>;
+
+    frmAddLoad(PlatformServices& platform, OpenForm openForm, QWidget* owner);
 
   private:
     void OkClicked();
 
     PlatformServices* m_platform;
-    LoadFormHost* m_host;
+    OpenForm m_openForm;
     QListWidget* m_lstLoads;
 };
 

@@ -9,8 +9,8 @@ frmEditStep::frmEditStep(PlatformServices& platform, const CPwrSys& site, QWidge
 }
 
 void frmEditStep::Apply() {
+    m_step->MaxVoltageDipOverride(MaxVoltDip());  // first, since it may be refused
     m_step->Description(Description());
-    m_step->MaxVoltageDipOverride(MaxVoltDip());
 }
 
 }  // namespace genvara

@@ -21,8 +21,16 @@
 namespace genvara {
 namespace {
 
+/// The widest label of a property, for a column that does not jump from load to load.
+constexpr const char* kLongestLabel = "Max. Peak Demand Vdip";
+constexpr int kPropertyHeight = 22;  // pixels, as the tree's rows with their pictures
+
 /// From so many steps on none can be added.
 constexpr std::int32_t kMostSteps = 256;
+
+int LabelWidth(const QWidget& list, const QString& label) {
+    return list.fontMetrics().horizontalAdvance(label) + 2 * metrics::kGap;
+}
 
 }  // namespace
 
@@ -64,7 +72,8 @@ void panLoadProfile::Build() {
     m_properties->setHeaderLabels({tr("Property"), tr("Value")});
     m_properties->setRootIsDecorated(false);
     m_properties->setUniformRowHeights(true);
-    m_properties->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    m_properties->setAllColumnsShowFocus(true);
+    m_properties->header()->resizeSection(0, LabelWidth(*m_properties, kLongestLabel));
 
     auto* split = new QSplitter(Qt::Horizontal);
     split->addWidget(m_tree);
@@ -96,12 +105,23 @@ std::string panLoadProfile::ProjectName() const {
 void panLoadProfile::HoldDrawing(bool hold) {
     m_tree->setUpdatesEnabled(!hold);
     m_properties->setUpdatesEnabled(!hold);
+    m_held = hold;
+    if (!hold) {
+        RefreshProperties();
+    }
 }
 
 void panLoadProfile::DisplayNewStep(std::int32_t stepNumber, std::int32_t stepId) {
     const std::int32_t position = stepNumber < 1 ? m_profile->NumLoadSteps() : stepNumber;
     const CLoadStep& step = m_profile->LoadStep(position);
     m_tree->setCurrentItem(m_tree->InsertStep(position, ToQt(step.Description()), stepId));
+    LimitSteps();
+}
+
+void panLoadProfile::LimitSteps() {
+    if (m_profile->NumLoadSteps() >= kMostSteps) {
+        SetEnabled(*m_cmdAddStep, false);
+    }
 }
 
 void panLoadProfile::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) {
@@ -112,6 +132,9 @@ void panLoadProfile::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId
                           "The load requested could not be found.");
     }
     ProfileTree::AddLoad(*step, ToQt(load->name()), loadId, load->LoadType());
+    if (!m_held && step->isSelected()) {
+        RefreshProperties();  // the totals of the step count the load
+    }
 }
 
 void panLoadProfile::ClearAllLoads() {
@@ -136,12 +159,21 @@ void panLoadProfile::RefreshButtons() {
     const std::int32_t steps = m_tree->topLevelItemCount();
     const std::int32_t position = any ? m_tree->StepPosition(*node) : 0;
     m_selectedStep = position;
-    m_cmdEdit->setEnabled(any);
-    m_cmdAddLoad->setEnabled(any);
-    m_cmdDeleteStep->setEnabled(step);
-    m_cmdDeleteLoad->setEnabled(any && !step);
-    m_cmdMoveUp->setEnabled(any && steps >= 2 && position > 1);
-    m_cmdMoveDown->setEnabled(any && steps >= 2 && position < steps);
+    SetEnabled(*m_cmdEdit, any);
+    SetEnabled(*m_cmdAddLoad, any);
+    SetEnabled(*m_cmdDeleteStep, step);
+    SetEnabled(*m_cmdDeleteLoad, any && !step);
+    SetEnabled(*m_cmdMoveUp, any && steps >= 2 && position > 1);
+    SetEnabled(*m_cmdMoveDown, any && steps >= 2 && position < steps);
+}
+
+void panLoadProfile::SetEnabled(QPushButton& button, bool enabled) {
+    // The toolkit would hand the focus to the next button, which undoes a move, or deletes more than was
+    // meant.
+    if (!enabled && button.hasFocus()) {
+        m_tree->setFocus(Qt::OtherFocusReason);
+    }
+    button.setEnabled(enabled);
 }
 
 std::vector<std::string> panLoadProfile::PropertiesOf(const QTreeWidgetItem& node) const {
@@ -161,12 +193,15 @@ std::vector<std::string> panLoadProfile::PropertiesOf(const QTreeWidgetItem& nod
 void panLoadProfile::RefreshProperties() {
     m_properties->clear();
     const QTreeWidgetItem* node = m_tree->Selected();
-    if (node == nullptr) {
+    if (node == nullptr || m_held) {
         return;
     }
     QList<QTreeWidgetItem*> rows;
     for (const std::string& row : PropertiesOf(*node)) {
-        rows.append(new QTreeWidgetItem(ToQt(row).split('\t')));
+        const QString text = ToQt(row);
+        const QString label = text.section('\t', 0, 0);
+        rows.append(new QTreeWidgetItem({label, text.section('\t', 1)}));
+        rows.last()->setSizeHint(0, QSize(LabelWidth(*m_properties, label), kPropertyHeight));
     }
     m_properties->addTopLevelItems(rows);
 }
@@ -174,13 +209,16 @@ void panLoadProfile::RefreshProperties() {
 void panLoadProfile::AddStep() {
     frmAddStep dialog(*m_platform, *m_profile, *m_site, window());
     dialog.Show([this](std::int32_t number, std::int32_t id) { DisplayNewStep(number, id); });
-    if (m_profile->NumLoadSteps() >= kMostSteps) {
-        m_cmdAddStep->setEnabled(false);
-    }
+    LimitSteps();
 }
 
 void panLoadProfile::AddLoad() {
-    frmAddLoad dialog(*m_platform, *m_host, window());
+    frmAddLoad dialog(
+        *m_platform,
+        [this](std::int32_t loadType, QWidget* owner) {
+            DisplayNewLoadInputForm(loadType, owner, *m_platform, *m_host);
+        },
+        window());
     dialog.exec();
     SelectionChanged();
 }
@@ -192,7 +230,7 @@ void panLoadProfile::DeleteStep() {
         return;
     }
     region.Run([&] { m_profile->DeleteLoadStep(ProfileTree::StepID(*node)); });
-    delete node;  // NOLINT(cppcoreguidelines-owning-memory): a node is removed by deleting it
+    m_tree->Remove(*node);
     SelectionChanged();
     if (m_profile->NumLoadSteps() < kMostSteps) {
         m_cmdAddStep->setEnabled(true);
@@ -206,7 +244,7 @@ void panLoadProfile::DeleteLoad() {
     region.Run(
         [&] { m_profile->LoadStep(m_tree->StepPosition(*node)).DeleteLoad(ProfileTree::LoadID(*node)); });
     if (!region.Pending()) {
-        delete node;  // NOLINT(cppcoreguidelines-owning-memory): a node is removed by deleting it
+        m_tree->Remove(*node);
         SelectionChanged();
         g_ProjectDirty = true;
     }

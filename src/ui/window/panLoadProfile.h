@@ -42,7 +42,8 @@ class panLoadProfile final : public Panel {
     void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId);
     void ClearAllLoads();
 
-    /// Keeps the lists from being drawn while many nodes are added.
+    /// Keeps the lists from being drawn, and the properties from being worked out, while many nodes are
+    /// added.
     void HoldDrawing(bool hold);
 
   private:
@@ -50,6 +51,8 @@ class panLoadProfile final : public Panel {
     void Build();
     void SelectionChanged();
     void RefreshButtons();
+    void SetEnabled(QPushButton& button, bool enabled);
+    void LimitSteps();
     void RefreshProperties();
     [[nodiscard]] std::vector<std::string> PropertiesOf(const QTreeWidgetItem& node) const;
 
@@ -73,6 +76,7 @@ class panLoadProfile final : public Panel {
     const CPwrSys* m_site;
     LoadFormHost* m_host;
     std::int32_t m_selectedStep = 0;
+    bool m_held = false;  ///< many nodes are being added; the properties are shown when that is done
     ProfileTree* m_tree;
     QTreeWidget* m_properties;
     QPushButton* m_cmdAddStep;

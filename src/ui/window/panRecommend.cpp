@@ -13,6 +13,7 @@
 #include "ReportView.h"
 #include "SpecExport.h"
 #include "Texts.h"
+#include "WaitCursor.h"
 
 namespace genvara {
 namespace {
@@ -90,9 +91,13 @@ void panRecommend::ProjectName(const std::string& text) {
 }
 
 void panRecommend::ShowRejectedList(bool rejected) {
-    // The new one first, so that the focus has somewhere to go.
-    (rejected ? m_cboRejectedGensets : m_cboAvailGensets)->show();
-    (rejected ? m_cboAvailGensets : m_cboRejectedGensets)->hide();
+    ChoiceBox* now = rejected ? m_cboRejectedGensets : m_cboAvailGensets;
+    ChoiceBox* before = rejected ? m_cboAvailGensets : m_cboRejectedGensets;
+    now->show();
+    if (before->hasFocus()) {
+        now->setFocus(Qt::OtherFocusReason);
+    }
+    before->hide();
 }
 
 void panRecommend::ClearReport() {
@@ -146,6 +151,7 @@ void panRecommend::RejectedClicked(int row) {
 }
 
 void panRecommend::ShowReport(bool undersized) {
+    const WaitCursor busy;
     const std::int32_t type = m_cboAvailReports->Code().value_or(report_type::kSizing);
     m_rtfRecommend->RichText(m_reports.CreateReport(type, undersized));
 }
