@@ -113,7 +113,8 @@ def check_window(root, home):
     window = subprocess.Popen([root / "usr/bin/genvara", SOURCE / "samples/farm.prj"], env=environment,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
     time.sleep(3)
-    expect(window.poll() is None, f"the window ended by itself: {window.stdout and window.stdout.read()}")
+    if window.poll() is not None:
+        sys.exit(f"the window ended by itself: {window.stdout.read()}")
     window.send_signal(signal.SIGTERM)
     window.wait(timeout=20)
     expect(run(root / "usr/bin/genvara", "--version", env=environment).strip() == "genvara 8.0.0", "version")
