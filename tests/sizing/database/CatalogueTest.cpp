@@ -1,9 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cerrno>
 
 #include "CatalogueChecker.h"
 #include "CsvTable.h"
 #include "GensetSchema.h"
+#include "RaisedErrorMatcher.h"
 #include "TestCatalogue.h"
 
 namespace genvara {
@@ -87,6 +91,27 @@ TEST(CatalogueBuilder, KeepsFurtherColumnsAndEmptyFieldsAsNull) {
     EXPECT_EQ(row.getColumn(0).getInt(), 1);
     EXPECT_EQ(row.getColumn(1).getString(), "a \"b\"");
     EXPECT_TRUE(row.getColumn(2).isNull());
+}
+
+TEST(CatalogueBuilder, RefusesATargetThatIsNoOrdinaryFile) {
+    const TestCatalogue catalogue;
+    std::filesystem::remove(catalogue.Database());
+    ASSERT_EQ(mkfifo(catalogue.Database().c_str(), 0600), 0);
+    EXPECT_THAT([&] { catalogue.Build(); },
+                Raises(EINVAL, "BuildCatalogue", catalogue.Database().string() + " is no ordinary file."));
+    EXPECT_TRUE(std::filesystem::is_fifo(catalogue.Database()));
+}
+
+TEST(CatalogueBuilder, FollowsALink) {
+    const TestCatalogue catalogue;
+    const std::string built = ReadBytes(catalogue.Database());
+    const std::filesystem::path real = catalogue.Tables() / "real.db";
+    WriteBytes(real, "old");
+    std::filesystem::remove(catalogue.Database());
+    std::filesystem::create_symlink(real, catalogue.Database());
+    EXPECT_THAT(catalogue.Build().faults, IsEmpty());
+    EXPECT_TRUE(std::filesystem::is_symlink(catalogue.Database()));
+    EXPECT_EQ(ReadBytes(real), built);
 }
 
 TEST(CatalogueBuilder, GathersAHundredFaultsAndNoMore) {
