@@ -206,6 +206,8 @@ class CommandLine {
 int main(int count, char** arguments) {
     // A reader that goes away shows as a failed write, which is told like any other.
     std::signal(SIGPIPE, SIG_IGN);
+    // So does a file that grows beyond the user's limit of file sizes.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return genvara::CommandLine().Run(count, arguments);
     } catch (const genvara::RaisedError& failure) {
