@@ -246,6 +246,11 @@ class Console(unittest.TestCase):
                                   stderr=subprocess.PIPE, text=True, timeout=60)
         self.assertEqual(done.returncode, 4)
         self.assertIn("No space left on device", done.stderr)
+        for request in ("--help", "--version"):
+            with open("/dev/full", "w") as full:
+                done = subprocess.run([PROGRAM, request], stdout=full, stderr=subprocess.PIPE, text=True, timeout=60)
+            self.assertEqual(done.returncode, 4)
+            self.assertIn("No space left on device", done.stderr)
 
     def test_a_finding_that_cannot_be_printed_is_told(self):
         odd = self.folder / "odd.prj"
