@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <system_error>
 
@@ -92,7 +93,10 @@ class CommandLine {
         try {
             m_app.parse(count, arguments);
         } catch (const CLI::Success& request) {
-            return m_app.exit(request);
+            std::ostringstream text;
+            const int status = m_app.exit(request, text, text);
+            Print(text.str());
+            return status;
         } catch (const CLI::ParseError& refusal) {
             Complain(fmt::format("genvara-cli: {}", refusal.what()));
             Complain(m_app.help());
@@ -206,6 +210,8 @@ class CommandLine {
 int main(int count, char** arguments) {
     // A reader that goes away shows as a failed write, which is told like any other.
     std::signal(SIGPIPE, SIG_IGN);
+    // So does a file that grows beyond the user's limit of file sizes.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return genvara::CommandLine().Run(count, arguments);
     } catch (const genvara::RaisedError& failure) {

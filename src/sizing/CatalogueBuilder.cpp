@@ -38,13 +38,29 @@ std::string Quoted(std::string_view name) {
     return quoted + "\"";
 }
 
+/// What a link leads to, so that the link stays one.
+std::filesystem::path FollowLink(const std::filesystem::path& target) {
+    std::error_code failure;
+    if (!std::filesystem::is_symlink(target, failure)) {
+        return target;
+    }
+    const std::filesystem::path real = std::filesystem::weakly_canonical(target, failure);
+    return failure ? target : real;
+}
+
 /// A file in the target's folder that is deleted unless it takes the target's place.
 class TemporaryDatabase {
   public:
-    explicit TemporaryDatabase(std::filesystem::path target) : m_target(std::move(target)) {
+    explicit TemporaryDatabase(const std::filesystem::path& target) : m_target(FollowLink(target)) {
         const auto folder = m_target.has_parent_path() ? m_target.parent_path() : std::filesystem::path(".");
-        if (std::filesystem::is_directory(m_target)) {
+        std::error_code failure;
+        const std::filesystem::file_status status = std::filesystem::status(m_target, failure);
+        if (std::filesystem::is_directory(status)) {
             RaiseSystemError(EISDIR, kSource, fmt::format("{} is a folder.", m_target.string()));
+        }
+        if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+            // A database cannot be written to a device or pipe, and must not take its place.
+            RaiseSystemError(EINVAL, kSource, fmt::format("{} is no ordinary file.", m_target.string()));
         }
         m_temporary = (folder / ".genvara-XXXXXX").string();
         const int descriptor = mkstemp(m_temporary.data());

@@ -61,6 +61,21 @@ constexpr std::array kRelations{
              "Select rowid, SubtransReact from [Alternators] where BasekW > 0 and BaseVolts > 0 and "
              "SubtransReact <= 0",
              "is not above 0, though the alternator has a base"},
+    // Any base that a generator could have; the square of one far beyond overflows.
+    Relation{"Alternators", "BaseVolts",
+             "Select rowid, BaseVolts from [Alternators] where typeof(BaseVolts) in ('integer', 'real') and "
+             "abs(BaseVolts) > 1e6",
+             "is beyond any generator's voltage"},
+    // A step may be a million times the base of the dip curve, and 1e6 to the 50th is all that a number
+    // holds.
+    Relation{"Gensets", "ExpC",
+             "Select rowid, ExpC from [Gensets] where typeof(ExpC) in ('integer', 'real') and "
+             "(ExpC < -50 or ExpC > 50)",
+             "is no exponent of a dip curve, from -50 to 50"},
+    Relation{"Motor Power Conversions", "SPF",
+             "Select rowid, SPF from [Motor Power Conversions] where typeof(SPF) in ('integer', 'real') and "
+             "(SPF <= 0 or SPF > 1)",
+             "is no power factor, above 0 and up to 1"},
     Relation{"Connections", "ID",
              "Select rowid, ID from Connections as one where exists "
              "(Select 1 from Connections where ID = one.ID and rowid < one.rowid)",

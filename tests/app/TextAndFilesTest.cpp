@@ -3,7 +3,10 @@
 #include <rapidcheck.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <climits>
 #include <csignal>
 
 #include "AtomicFile.h"
@@ -133,6 +136,61 @@ TEST(AtomicFile, ADiskThatFillsUpLeavesTheOldFile) {
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(ReadBytes(folder / "a"), "old");
+}
+
+/// A saver that is killed in the midst of its work, after it has written.
+void KillASaverOf(const std::filesystem::path& target) {
+    const pid_t saver = fork();
+    if (saver == 0) {
+        const AtomicFile file(target);
+        file.Write("half");
+        raise(SIGKILL);
+    }
+    waitpid(saver, nullptr, 0);
+}
+
+std::ptrdiff_t FilesIn(const TemporaryFolder& folder) {
+    return std::distance(std::filesystem::directory_iterator(folder.Path()), {});
+}
+
+TEST(AtomicFile, TidiesUpAfterKilledSaversOfTheSameFileOnly) {
+    const TemporaryFolder folder;
+    WriteBytes(folder / "a", "old");
+    WriteBytes(folder / ".genvara-notes", "the user's own");
+    KillASaverOf(folder / "a");
+    KillASaverOf(folder / "b");
+    ASSERT_EQ(FilesIn(folder), 4) << "the old file, the user's own, two left behind";
+    EXPECT_EQ(ReadBytes(folder / "a"), "old");
+    AtomicFile file(folder / "a");
+    file.Write("new");
+    file.Commit();
+    EXPECT_EQ(ReadBytes(folder / "a"), "new");
+    EXPECT_EQ(FilesIn(folder), 3);
+    AtomicFile(folder / "b").Commit();
+    EXPECT_EQ(FilesIn(folder), 3) << "two files and the user's own";
+}
+
+TEST(AtomicFile, LeavesSaversAtWorkAlone) {
+    const TemporaryFolder folder;
+    AtomicFile first(folder / "a");
+    first.Write("first");
+    AtomicFile second(folder / "a");
+    second.Write("second");
+    EXPECT_EQ(FilesIn(folder), 2);
+    second.Commit();
+    EXPECT_EQ(ReadBytes(folder / "a"), "second");
+    first.Commit();
+    EXPECT_EQ(ReadBytes(folder / "a"), "first");
+    EXPECT_EQ(FilesIn(folder), 1);
+}
+
+TEST(AtomicFile, SavesAFileOfTheLongestName) {
+    const TemporaryFolder folder;
+    const std::string name(NAME_MAX, 'n');
+    AtomicFile file(folder / name);
+    file.Write("new");
+    file.Commit();
+    EXPECT_EQ(ReadBytes(folder / name), "new");
 }
 
 TEST(FailureRegion, GoesOnAndKeepsTheMostRecentFailure) {

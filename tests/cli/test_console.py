@@ -246,6 +246,29 @@ class Console(unittest.TestCase):
                                   stderr=subprocess.PIPE, text=True, timeout=60)
         self.assertEqual(done.returncode, 4)
         self.assertIn("No space left on device", done.stderr)
+        for request in ("--help", "--version"):
+            with open("/dev/full", "w") as full:
+                done = subprocess.run([PROGRAM, request], stdout=full, stderr=subprocess.PIPE, text=True, timeout=60)
+            self.assertEqual(done.returncode, 4)
+            self.assertIn("No space left on device", done.stderr)
+
+    def test_a_finding_that_cannot_be_printed_is_told(self):
+        odd = self.folder / "odd.prj"
+        odd.write_bytes((HEAD.format(connection=1) + STEP + PUMPS).replace("100000", "many").encode())
+        self.assertEqual(self.run_program("check", "--db", self.database, odd).returncode, 1)
+        with open("/dev/full", "w") as full:
+            done = subprocess.run([PROGRAM, "check", "--db", self.database, odd], stdout=full,
+                                  stderr=subprocess.PIPE, text=True, timeout=60)
+        self.assertEqual(done.returncode, 3)
+        self.assertIn("No space left on device", done.stderr)
+
+    def test_a_limit_of_file_sizes_is_an_error_like_a_full_disk(self):
+        file = self.folder / "limited.rtf"
+        file.write_text("old")
+        done = self.run_program("report", SOURCE / "samples/farm.prj", "--db", self.database, "-o", file,
+                                preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000)))
+        self.assertEqual((done.returncode, file.read_text()), (3, "old"))
+        self.assertIn("File too large", done.stderr)
 
     # --- reports and spec exports
 

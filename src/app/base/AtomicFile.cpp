@@ -1,6 +1,8 @@
 #include "AtomicFile.h"
 
 #include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -30,6 +32,56 @@ std::filesystem::path FollowLink(const std::filesystem::path& path) {
     std::error_code failure;
     std::filesystem::path real = std::filesystem::weakly_canonical(path, failure);
     return failure || !std::filesystem::is_symlink(path, failure) ? path : real;
+}
+
+std::filesystem::path FolderOf(const std::filesystem::path& target) {
+    return target.has_parent_path() ? target.parent_path() : ".";
+}
+
+/// What the names of a target's temporary files begin with: short, however long the target's name is.
+std::string TemporaryPrefix(const std::filesystem::path& target) {
+    // The 32-bit FNV-1a hash; two targets that share one only tidy up after each other.
+    std::uint32_t hash = 2166136261U;
+    const std::filesystem::path name = target.filename();
+    for (const char byte : name.native()) {
+        hash = (hash ^ static_cast<std::uint8_t>(byte)) * 16777619U;
+    }
+    return fmt::format(".genvara-{:08x}-", hash);
+}
+
+/// Deletes a temporary file whose saver was ended on its way. One that is at work holds a lock; where the
+/// file system has no locks, nothing is deleted.
+void RemoveIfAbandoned(const std::filesystem::path& file) {
+    const int descriptor = open(file.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        return;
+    }
+    struct stat status {};
+    if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+        flock(descriptor, LOCK_EX | LOCK_NB) == 0) {
+        unlink(file.c_str());
+    }
+    close(descriptor);
+}
+
+void RemoveAbandoned(const std::filesystem::path& folder, const std::string& prefix) {
+    std::error_code failure;
+    std::filesystem::directory_iterator entry(folder, failure);
+    for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+        if (entry->path().filename().native().starts_with(prefix)) {
+            RemoveIfAbandoned(entry->path());
+        }
+    }
+}
+
+/// Takes the lock that tells a new temporary file from an abandoned one.
+/// @return false if another saver took it for abandoned before the lock was there.
+bool Claim(int descriptor) {
+    if (flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+        return errno != EWOULDBLOCK;
+    }
+    struct stat status {};
+    return fstat(descriptor, &status) != 0 || status.st_nlink > 0;
 }
 
 }  // namespace
@@ -75,12 +127,20 @@ AtomicFile::~AtomicFile() {
 }
 
 void AtomicFile::CreateTemporary() {
-    const std::filesystem::path folder = m_target.has_parent_path() ? m_target.parent_path() : ".";
-    m_temporary = (folder / ".genvara-XXXXXX").string();
-    m_descriptor = mkostemp(m_temporary.data(), O_CLOEXEC);
-    if (m_descriptor < 0) {
-        m_temporary.clear();
-        RaiseSystemError(errno, kSource);
+    const std::filesystem::path folder = FolderOf(m_target);
+    const std::string prefix = TemporaryPrefix(m_target);
+    RemoveAbandoned(folder, prefix);
+    while (true) {
+        m_temporary = (folder / (prefix + "XXXXXX")).string();
+        m_descriptor = mkostemp(m_temporary.data(), O_CLOEXEC);
+        if (m_descriptor < 0) {
+            m_temporary.clear();
+            RaiseSystemError(errno, kSource);
+        }
+        if (Claim(m_descriptor)) {
+            return;
+        }
+        close(m_descriptor);
     }
 }
 
@@ -98,20 +158,21 @@ void AtomicFile::Write(std::string_view bytes) const {
 }
 
 void AtomicFile::Commit() {
-    const bool direct = m_temporary.empty();
-    if (!direct && fsync(m_descriptor) != 0) {
-        RaiseSystemError(errno, kSource);
-    }
-    if (close(std::exchange(m_descriptor, -1)) != 0) {
-        RaiseSystemError(errno, kSource);
-    }
-    if (direct) {
+    if (m_temporary.empty()) {
+        if (close(std::exchange(m_descriptor, -1)) != 0) {
+            RaiseSystemError(errno, kSource);
+        }
         return;
     }
+    if (fsync(m_descriptor) != 0) {
+        RaiseSystemError(errno, kSource);
+    }
+    // The file is closed, and its lock gone, only when nobody can take it for abandoned any more.
     if (rename(m_temporary.c_str(), m_target.c_str()) != 0) {
         RaiseSystemError(errno, kSource);
     }
     m_temporary.clear();
+    close(std::exchange(m_descriptor, -1));
 }
 
 }  // namespace genvara

@@ -11,7 +11,8 @@ namespace genvara {
 /// What is written goes to a temporary file in the same folder; `Commit` flushes it to the disk and renames
 /// it over the target. Abandoned before that, it leaves the target as it was. A link is followed, the
 /// permissions of an existing file are kept, and a file that the user may not write is not replaced. A target
-/// that is no ordinary file (a device, a pipe) is written directly.
+/// that is no ordinary file (a device, a pipe) is written directly. A temporary file is locked while it is
+/// written; one without a lock is what a program left that was killed, and the next save deletes it.
 class AtomicFile {
   public:
     /// @throws RaisedError 53 for a missing folder, else the system's number, from "AtomicFile"; the

@@ -1,9 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cerrno>
 
 #include "CatalogueChecker.h"
 #include "CsvTable.h"
 #include "GensetSchema.h"
+#include "RaisedErrorMatcher.h"
 #include "TestCatalogue.h"
 
 namespace genvara {
@@ -89,6 +93,27 @@ TEST(CatalogueBuilder, KeepsFurtherColumnsAndEmptyFieldsAsNull) {
     EXPECT_TRUE(row.getColumn(2).isNull());
 }
 
+TEST(CatalogueBuilder, RefusesATargetThatIsNoOrdinaryFile) {
+    const TestCatalogue catalogue;
+    std::filesystem::remove(catalogue.Database());
+    ASSERT_EQ(mkfifo(catalogue.Database().c_str(), 0600), 0);
+    EXPECT_THAT([&] { catalogue.Build(); },
+                Raises(EINVAL, "BuildCatalogue", catalogue.Database().string() + " is no ordinary file."));
+    EXPECT_TRUE(std::filesystem::is_fifo(catalogue.Database()));
+}
+
+TEST(CatalogueBuilder, FollowsALink) {
+    const TestCatalogue catalogue;
+    const std::string built = ReadBytes(catalogue.Database());
+    const std::filesystem::path real = catalogue.Tables() / "real.db";
+    WriteBytes(real, "old");
+    std::filesystem::remove(catalogue.Database());
+    std::filesystem::create_symlink(real, catalogue.Database());
+    EXPECT_THAT(catalogue.Build().faults, IsEmpty());
+    EXPECT_TRUE(std::filesystem::is_symlink(catalogue.Database()));
+    EXPECT_EQ(ReadBytes(real), built);
+}
+
 TEST(CatalogueBuilder, GathersAHundredFaultsAndNoMore) {
     const TestCatalogue catalogue;
     std::string table = "Multiplier\n";
@@ -131,6 +156,14 @@ TEST(CatalogueChecker, FindsEachDamage) {
         {"Update [Alternators] set SubtransReact = 0 where rowid = 1",
          "[Alternators], row 1, column \"SubtransReact\": 0.0 is not above 0, though the alternator has a "
          "base"},
+        {"Update [Alternators] set BaseVolts = 1e300 where rowid = 1",
+         "[Alternators], row 1, column \"BaseVolts\": 1.0e+300 is beyond any generator's voltage"},
+        {"Update [Gensets] set ExpC = -51 where rowid = 8",
+         "[Gensets], row 8, column \"ExpC\": -51.0 is no exponent of a dip curve, from -50 to 50"},
+        {"Update [Motor Power Conversions] set SPF = 0 where rowid = 2",
+         "[Motor Power Conversions], row 2, column \"SPF\": 0.0 is no power factor, above 0 and up to 1"},
+        {"Update [Motor Power Conversions] set SPF = 80 where rowid = 2",
+         "[Motor Power Conversions], row 2, column \"SPF\": 80.0 is no power factor, above 0 and up to 1"},
         {"Insert into [Alternators] select * from [Alternators] where rowid = 1", "stands there twice"},
         {"Insert into [Derate Codes] select * from [Derate Codes] where rowid = 1", "stands there twice"},
         {"Update Connections set Phases = 2 where rowid = 1",
