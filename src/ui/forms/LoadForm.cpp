@@ -161,7 +161,7 @@ bool LoadForm::eventFilter(QObject* watched, QEvent* event) {
     return QDialog::eventFilter(watched, event);
 }
 
-void LoadForm::Open() {
+void LoadForm::OpenForNewLoad() {
     AddButtons();
     OrderTabsByLayout(*this);
     MarkMnemonics(*this);

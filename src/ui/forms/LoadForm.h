@@ -33,7 +33,7 @@ struct LoadFormServices {
 /// What all entry forms of loads are: number of the step, quantity, name, description and phases, the way in
 /// for a new or a stored load, and the way out by OK or Cancel. A kind adds its own fields.
 ///
-/// A kind's constructor builds its controls, connects them, and then calls `Open`.
+/// A kind's constructor builds its controls, connects them, and then calls `OpenForNewLoad`.
 class LoadForm : public QDialog {
     Q_OBJECT
 
@@ -49,7 +49,7 @@ class LoadForm : public QDialog {
 
     /// Opens the form for a new load: tab order, mnemonics, the common fields, the phases that the site
     /// offers, and the kind's `SetDefaults`. Failures leave a field blank, no more.
-    void Open();
+    void OpenForNewLoad();
 
     // Hooks of a kind.
     /// What a new load's form shows in the kind's own fields.

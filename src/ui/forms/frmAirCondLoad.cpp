@@ -36,7 +36,7 @@ frmAirCondLoad::frmAirCondLoad(const LoadFormServices& services)
     m_powerUnits = findChild<QLabel*>("lblPowerUnits");
     connect(m_method, &OptionFrame::Clicked, this, Event([this](std::int32_t code) { MethodClicked(code); }));
     m_method->Select(first.code);
-    Open();
+    OpenForNewLoad();
 }
 
 void frmAirCondLoad::AddMethods() {

@@ -31,7 +31,7 @@ frmChargerLoad::frmChargerLoad(const LoadFormServices& services)
                           .noteName = "lblChargeCurrentUnits"},
                          key_filters::Numeric(), false);
     Connect();
-    Open();
+    OpenForNewLoad();
 }
 
 void frmChargerLoad::AddOptions() {

@@ -44,7 +44,7 @@ frmLightLoad::frmLightLoad(const LoadFormServices& services) : LoadFormOf(load_t
                        key_filters::Numeric(), true);
     m_runPFLabel = findChild<QLabel*>("lblRunPF");
     AddOptions();
-    Open();
+    OpenForNewLoad();
 }
 
 void frmLightLoad::AddOptions() {

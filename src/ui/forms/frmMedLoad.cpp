@@ -44,7 +44,7 @@ frmMedLoad::frmMedLoad(const LoadFormServices& services)
                          kMostMedPowerFactor, {})) {
     AddDip();
     AddInputType();
-    Open();
+    OpenForNewLoad();
 }
 
 frmMedLoad::Demand frmMedLoad::AddDemand(const FieldLook& look, double limit, std::string_view unit) {

@@ -19,7 +19,7 @@ frmMiscLoad::frmMiscLoad(const LoadFormServices& services) : LoadFormOf(load_typ
                      .digits = 10,
                      .note = ToQt(BoundsNote(Fixed(kLeastPowerFactor, 2), Fixed(kMostPowerFactor, 2)))},
                     key_filters::Numeric(), true);
-    Open();
+    OpenForNewLoad();
 }
 
 void frmMiscLoad::SetDefaults() {

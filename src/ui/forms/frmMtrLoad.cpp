@@ -58,7 +58,7 @@ frmMtrLoad::frmMtrLoad(const LoadFormServices& services)
     FillLists();
     Refresh();
     Connect();
-    Open();
+    OpenForNewLoad();
 }
 
 void frmMtrLoad::ReadTables() {

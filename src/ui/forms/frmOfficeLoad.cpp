@@ -16,7 +16,7 @@ frmOfficeLoad::frmOfficeLoad(const LoadFormServices& services) : LoadFormOf(load
             {.labelName = count.label, .name = count.field, .caption = count.caption, .digits = kDigits},
             key_filters::Digits(), false);
     }
-    Open();
+    OpenForNewLoad();
 }
 
 void frmOfficeLoad::ShowKind(const COfficeLoad& load) {

@@ -37,7 +37,7 @@ frmUPSLoad::frmUPSLoad(const LoadFormServices& services)
     AddFamilies();
     AddWarning();
     Connect();
-    Open();
+    OpenForNewLoad();
 }
 
 void frmUPSLoad::AddFigures() {

@@ -41,7 +41,7 @@ frmVFDLoad::frmVFDLoad(const LoadFormServices& services) : LoadFormOf(load_type:
     m_input = AddInputTypes(Fields(), "VFD Type", "Input Filtering Installed");
     connect(&Phases(), &OptionFrame::Clicked, this,
             Event([this](std::int32_t code) { PhasesClicked(code); }));
-    Open();
+    OpenForNewLoad();
 }
 
 void frmVFDLoad::PhasesClicked(std::int32_t code) {

@@ -198,7 +198,7 @@ class FormWithoutLoads : public LoadFormOf<CMiscLoad> {
   public:
     explicit FormWithoutLoads(const LoadFormServices& services)
         : LoadFormOf(load_type::kMiscellaneous, services) {
-        Open();
+        OpenForNewLoad();
     }
 
     bool outOfMemory = false;
