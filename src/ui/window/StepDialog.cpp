@@ -46,6 +46,8 @@ void StepDialog::Build(QWidget* firstField, const QString& firstCaption, const c
     auto* grid = new FormGrid;
     if (firstField != nullptr) {
         grid->AddField(firstLabel, firstCaption, firstField);
+    } else {
+        m_txtDip->OnEntered([this] { m_txtDip->selectAll(); });  // the next entry replaces it
     }
     m_txtDip->setAccessibleName(WithoutMnemonic(Caption(172)));
     grid->AddField("lblMaxVoltDip", Caption(172), Beside(m_txtDip, m_updDip, m_lblRange));

@@ -212,7 +212,7 @@ TEST_F(StepDialogs, AStepIsEditedInPlace) {
         EXPECT_EQ(Label(dialog, "lblMaxVoltDip"), "Max. Voltage Dip  (%)");
         EXPECT_EQ(Label(dialog, "lblDescription"), "Description");
         EXPECT_EQ(Label(dialog, "lblRange"), "( 5% - 20% )");
-        EXPECT_EQ(Field(dialog, "txtDefaultMaxVoltDip").text(), "15");
+        EXPECT_EQ(Field(dialog, "txtDefaultMaxVoltDip").selectedText(), "15");
         EXPECT_EQ(Bounds(dialog, "updDefaultMaxVoltDip").most, 20);
         EXPECT_EQ(Field(dialog, "txtDescription").text(), "B");
         Field(dialog, "txtDescription").setText("Pumps");
@@ -284,6 +284,28 @@ TEST_F(StepDialogs, TheFormOfThePickedKindAddsTheLoad) {
     EXPECT_EQ(Stored(), Shown());
     EXPECT_THAT(Rows(), Contains("Running kW=12.000"));
     EXPECT_TRUE(g_ProjectDirty);
+}
+
+TEST_F(StepDialogs, EachKindHasItsForm) {
+    AddStep("A");
+    const char* const forms[] = {"frmAirCondLoad", "frmChargerLoad", "frmLightLoad",
+                                 "frmMedLoad",     "frmMiscLoad",    "frmMtrLoad",
+                                 "frmOfficeLoad",  "frmUPSLoad",     "frmVFDLoad"};
+    int row = 0;
+    for (const char* name : forms) {
+        In("cmdAddLoad", [&](QDialog& dialog) {
+            Find<QListWidget>(dialog, "lstLoads").setCurrentRow(row);
+            std::string opened;
+            InNextDialog([&](QDialog& form) {
+                opened = form.objectName().toStdString();
+                Click(form, "cmdCancel");
+            });
+            Click(dialog, "cmdOK");
+            EXPECT_EQ(opened, name);
+        });
+        ++row;
+    }
+    EXPECT_THAT(platform.Take(), IsEmpty());
 }
 
 TEST_F(StepDialogs, AFormThatIsCancelledClosesTheListWithoutALoad) {
