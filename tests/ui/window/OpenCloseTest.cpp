@@ -175,7 +175,8 @@ TEST_F(OpenClose, Steps) {
 
 TEST_F(OpenClose, KindsOfLoads) {
     ExpectFlat([this] {
-        frmAddLoad window(platform, [](std::int32_t, QWidget*) {}, &Window());
+        frmAddLoad window(
+            platform, [](std::int32_t, QWidget*) {}, &Window());
         ShowAndClose(window);
     });
 }
