@@ -53,7 +53,7 @@ void ChoiceBox::focusInEvent(QFocusEvent* event) {
 
 void ChoiceBox::changeEvent(QEvent* event) {
     QComboBox::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) {
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::EnabledChange) {
         ApplyColours();
     }
 }
@@ -63,9 +63,14 @@ void ChoiceBox::ApplyColours() {
         return;  // setting the palette reports its change
     }
     m_applying = true;
-    QPalette colours = QApplication::palette(this);
-    GreyDisabled(colours, QPalette::Base);
-    GreyDisabled(colours, QPalette::Button);  // the ground of a list that cannot be typed into
+    // Colours of its own only where it needs them: the toolkit keeps something for each set of colours that a
+    // list was ever painted in.
+    QPalette colours;
+    if (!isEnabled()) {
+        colours = QApplication::palette(this);
+        GreyDisabled(colours, QPalette::Base);
+        GreyDisabled(colours, QPalette::Button);  // the ground of a list that cannot be typed into
+    }
     setPalette(colours);
     m_applying = false;
 }
