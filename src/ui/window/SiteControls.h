@@ -54,6 +54,13 @@ void FillVoltages(ChoiceBox& list, const std::vector<std::int32_t>& volts);
 /// Connections in the database's order, with their keys.
 void FillConnections(ChoiceBox& list, const std::vector<ConnectionRecord>& connections);
 
+/// Names of a number field, the arrows beside it and the label before it.
+struct NumberNames {
+    const char* field;
+    const char* arrows;
+    const char* label;
+};
+
 /// Words of a unit system: strings of the altitude's and the temperature's unit.
 struct UnitStrings {
     std::int32_t altitude;

@@ -109,22 +109,22 @@ QWidget* frmDefaults::MakeSitePage() {
 }
 
 void frmDefaults::AddLimits(FormGrid& grid) {
-    m_txtMaxVoltDip =
-        AddLimit(grid, "DefaultMaxVoltDip", "Max. Voltage Dip  (%)", site_limits::kHighestVoltageDip);
-    m_txtMaxFreqDip =
-        AddLimit(grid, "DefaultMaxFreqDip", "Max. Frequency Dip  (%)", site_limits::kHighestFreqDip);
+    m_txtMaxVoltDip = AddLimit(grid, {"txtDefaultMaxVoltDip", "updDefaultMaxVoltDip", "lblDefaultMaxVoltDip"},
+                               "Max. Voltage Dip  (%)", site_limits::kHighestVoltageDip);
+    m_txtMaxFreqDip = AddLimit(grid, {"txtDefaultMaxFreqDip", "updDefaultMaxFreqDip", "lblDefaultMaxFreqDip"},
+                               "Max. Frequency Dip  (%)", site_limits::kHighestFreqDip);
     m_txtMaxHarmonics =
-        AddLimit(grid, "DefaultMaxHarmonics", "Max. Harmonics  (%)", site_limits::kHighestHarmonics);
+        AddLimit(grid, {"txtDefaultMaxHarmonics", "updDefaultMaxHarmonics", "lblDefaultMaxHarmonics"},
+                 "Max. Harmonics  (%)", site_limits::kHighestHarmonics);
 }
 
-EntryField* frmDefaults::AddLimit(FormGrid& grid, const char* name, const QString& caption,
+EntryField* frmDefaults::AddLimit(FormGrid& grid, const NumberNames& names, const QString& caption,
                                   std::int32_t most) {
-    auto* field = new EntryField(*m_platform, QString("txt") + name);
-    SetDigits(*field, kPercentDigits);
+    auto* field = MakeField(*m_platform, names.field, kPercentDigits);
     field->setAccessibleName(caption);
-    auto* arrows = new UpDown(QString("upd") + name, *field, {site_limits::kLowestLimit, most, kLimitStep});
+    auto* arrows = new UpDown(names.arrows, *field, {site_limits::kLowestLimit, most, kLimitStep});
     QLabel* range = FormGrid::MakeNote({}, QString("( %1% - %2% )").arg(site_limits::kLowestLimit).arg(most));
-    grid.AddField(QString("lbl") + name, caption, Beside(field, arrows, range));
+    grid.AddField(names.label, caption, Beside(field, arrows, range));
     return field;
 }
 

@@ -3,6 +3,7 @@
 #include <QDialog>
 
 #include "EntryField.h"
+#include "SiteControls.h"
 
 class QTabWidget;
 
@@ -25,7 +26,7 @@ class frmDefaults final : public QDialog {
     QWidget* MakeProjectPage();
     QWidget* MakeSitePage();
     void AddLimits(FormGrid& grid);
-    EntryField* AddLimit(FormGrid& grid, const char* name, const QString& caption, std::int32_t most);
+    EntryField* AddLimit(FormGrid& grid, const NumberNames& names, const QString& caption, std::int32_t most);
     void FillLists();
     void ShowDefaults();
     void KeepOnLeaving();

@@ -86,7 +86,11 @@ void frmMain::LoadFirstHalf() {
 void frmMain::ShowSplash() {
     m_splash = std::make_unique<frmSplash>(m_application->ProgramFile(kSplashPicture), this);
     m_splash->show();
-    QTimer::singleShot(kSplashMilliseconds, this, [this] { m_splash.reset(); });
+    auto* timer = new QTimer(this);
+    timer->setObjectName("tmrSplash");
+    timer->setSingleShot(true);
+    connect(timer, &QTimer::timeout, this, [this] { m_splash.reset(); });
+    timer->start(kSplashMilliseconds);
 }
 
 void frmMain::LoadSecondHalf() {

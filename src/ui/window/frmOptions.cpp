@@ -19,6 +19,9 @@
 namespace genvara {
 namespace {
 
+/// Digits that a number field takes, and those of the undersized sets.
+constexpr std::size_t kMostDigits = 3;
+constexpr std::size_t kUndersizedDigits = 2;
 constexpr int kPathWidth = 300;  // pixels
 constexpr int kNumberDigits = 4;
 
@@ -37,11 +40,13 @@ frmOptions::frmOptions(PlatformServices& platform, CApplication& application,
     setWindowTitle(Caption(320));
     auto* grid = new FormGrid;
     AddPath(*grid);
-    m_txtNumGensets = AddNumber(*grid, "NumGensets", Caption(323), 1, 32, 3);
-    m_txtNumUndersized =
-        AddNumber(*grid, "NumUndersized", "Max. Number of Undersized Gensets Shown", 0, 8, 2);
-    m_txtMaxLoad = AddNumber(*grid, "MaxLoad", Caption(324), 0, 100, 3);
-    m_txtMinLoad = AddNumber(*grid, "MinLoad", Caption(325), 0, 100, 3);
+    m_txtNumGensets =
+        AddNumber(*grid, {"txtNumGensets", "updNumGensets", "lblNumGensets"}, Caption(323), {1, 32, 1});
+    m_txtNumUndersized = AddNumber(*grid, {"txtNumUndersized", "updNumUndersized", "lblNumUndersized"},
+                                   "Max. Number of Undersized Gensets Shown", {0, 8, 1});
+    m_txtMaxLoad = AddNumber(*grid, {"txtMaxLoad", "updMaxLoad", "lblMaxLoad"}, Caption(324), {0, 100, 1});
+    m_txtMinLoad = AddNumber(*grid, {"txtMinLoad", "updMinLoad", "lblMinLoad"}, Caption(325), {0, 100, 1});
+    m_txtNumUndersized->Filter(key_filters::DigitsUpTo(kUndersizedDigits));
     const OkCancel buttons = MakeOkCancel();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);
@@ -74,15 +79,15 @@ void frmOptions::AddPath(FormGrid& grid) {
     grid.AddField("lblProjPath", Caption(321), line);
 }
 
-EntryField* frmOptions::AddNumber(FormGrid& grid, const char* name, const QString& caption,
-                                  std::int32_t least, std::int32_t most, std::size_t digits) {
-    auto* field = new EntryField(*m_platform, QString("txt") + name);
-    field->Filter(key_filters::DigitsUpTo(digits));
+EntryField* frmOptions::AddNumber(FormGrid& grid, const NumberNames& names, const QString& caption,
+                                  UpDown::Range range) {
+    auto* field = new EntryField(*m_platform, names.field);
+    field->Filter(key_filters::DigitsUpTo(kMostDigits));
     field->setAccessibleName(caption);
     SetDigits(*field, kNumberDigits);
-    auto* arrows = new UpDown(QString("upd") + name, *field, {least, most, 1});
-    QLabel* range = FormGrid::MakeNote({}, QString("( %1 - %2 )").arg(least).arg(most));
-    grid.AddField(QString("lbl") + name, caption, Beside(field, arrows, range));
+    auto* arrows = new UpDown(names.arrows, *field, range);
+    QLabel* bounds = FormGrid::MakeNote({}, QString("( %1 - %2 )").arg(range.least).arg(range.most));
+    grid.AddField(names.label, caption, Beside(field, arrows, bounds));
     return field;
 }
 

@@ -4,6 +4,8 @@
 #include <functional>
 
 #include "EntryField.h"
+#include "SiteControls.h"
+#include "UpDown.h"
 
 class QRadioButton;
 
@@ -23,8 +25,8 @@ class frmOptions final : public QDialog {
 
   private:
     /// A number field with its arrows.
-    EntryField* AddNumber(FormGrid& grid, const char* name, const QString& caption, std::int32_t least,
-                          std::int32_t most, std::size_t digits);
+    EntryField* AddNumber(FormGrid& grid, const NumberNames& names, const QString& caption,
+                          UpDown::Range range);
     void AddPath(FormGrid& grid);
     QWidget* MakeUnits();
     void ShowOptions();
