@@ -2,7 +2,7 @@
 # Installs what building (and, with "test", testing) needs and is missing, on Debian 12. Goes on at once when
 # everything is there.
 set -euo pipefail
-build="g++ cmake ninja-build ccache libfmt-dev nlohmann-json3-dev libsqlite3-dev libsqlitecpp-dev libcli11-dev libcsv-dev qt6-base-dev libqt6svg6 qt6-svg-dev"
+build="g++ cmake ninja-build ccache libfmt-dev nlohmann-json3-dev libsqlite3-dev libsqlitecpp-dev libcli11-dev libcsv-dev qt6-base-dev libqt6svg6 qt6-svg-dev fonts-liberation"
 test="dpkg-dev lintian desktop-file-utils appstream man-db locales clang clang-format libclang-rt-14-dev libgtest-dev libgmock-dev librapidcheck-dev python3"
 
 wanted=$build
