@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QStatusBar>
 #include <QTreeWidget>
 
 #include "EntryField.h"
@@ -391,6 +392,18 @@ TEST_F(ReportCommands, ExportTheSpecOfTheSet) {
     platform.files = {Unwritable()};
     Run("mnuFileExport");
     ExpectComplaint("An error occured while attempting to export the spec.");
+}
+
+TEST_F(ReportCommands, ExportTellsOfCharactersThatTheFileLacks) {
+    platform.files = {NewFile("s.gvx"), NewFile("t.gvx")};
+    Run("mnuFileExport");
+    EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage(), "Exported.");
+    Name("\u03a9mega \u0142");  // a Greek and a Polish letter, neither in Windows-1252
+    Bar(3);
+    Run("mnuFileExport");
+    EXPECT_THAT(ReadBytes(folder / "t.gvx"), HasSubstr("?mega ?"));
+    EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage(),
+              "Exported; 2 characters that the file cannot hold were written as \"?\".");
 }
 
 TEST_F(ReportCommands, PrintTheWholeReport) {
