@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <QCommandLineParser>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
