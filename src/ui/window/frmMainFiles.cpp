@@ -263,10 +263,12 @@ void frmMain::SaveProjectAs() {
 void frmMain::WriteProjectFile() {
     const WaitCursor busy;
     FailureRegion region;  // a panel that does not store leaves its record as it was
-    region.Run([this] { m_panProject->Store(m_application->Project()); });
-    region.Run([this] { m_panPwrSys->Store(m_application->PowerSystem()); });
+    const auto store = [&] {
+        region.Run([this] { m_panProject->Store(m_application->Project()); });
+        region.Run([this] { m_panPwrSys->Store(m_application->PowerSystem()); });
+    };
     const std::size_t lost =
-        genvara::WriteProjectFile(m_projectFile, Model(), kProgramVersion, m_application->Now());
+        genvara::WriteProjectFile(m_projectFile, Model(), kProgramVersion, m_application->Now(), store);
     m_panProject->ModifiedDateTime(m_application->Now()());
     g_ProjectDirty = false;
     if (lost > 0) {

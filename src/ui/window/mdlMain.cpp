@@ -92,6 +92,9 @@ int Main(int argc, char** argv) {
 }  // namespace genvara
 
 int main(int argc, char** argv) {
+    // A file that grows beyond the user's limit of file sizes shows as a failed write, which is told like any
+    // other; the signal would end the program with the project unsaved.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return genvara::Main(argc, argv);
     } catch (const std::exception& failure) {

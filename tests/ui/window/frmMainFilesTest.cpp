@@ -102,10 +102,14 @@ TEST_F(FileCommands, AFailedSaveOfTheMenuEndsTheProgramAndKeepsTheProject) {
     EXPECT_THAT(ReadBytes(platform.asked.back().text), HasSubstr("\"Precious\""));
 }
 
-TEST_F(FileCommands, AFailedSaveOfTheToolbarIsPassedOver) {
+TEST_F(FileCommands, AFailedSaveOfTheToolbarIsPassedOverAndStoresNothing) {
+    Name("Mill");
+    g_ProjectDirty = true;
     platform.files = {Unwritable()};
     Run("butSave");
     EXPECT_TRUE(platform.ends.empty());
+    EXPECT_TRUE(g_ProjectDirty);
+    EXPECT_EQ(App().Project().ProjName(), "");
 }
 
 TEST_F(FileCommands, ASaveShowsItsTimeButTheRecordKeepsItsOwn) {
