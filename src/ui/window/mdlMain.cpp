@@ -80,9 +80,9 @@ int Main(int argc, char** argv) {
     const GenvaraApplication desktop(argc, argv);
     CApplication application;
     g_App = &application;
-    QApplication::setApplicationDisplayName(ToQt(WordsOf(application.BrandLabel()).productName));
     const std::string project = ProjectOfCommandLine(desktop);
-    QtPlatformServices platform;
+    // Not as the toolkit's display name, which it would append to every caption.
+    QtPlatformServices platform(ToQt(WordsOf(application.BrandLabel()).productName));
     MainWindow window(platform);
     const bool started = application.Run([&](CApplication& app) { window.LoadAndShow(app, project); });
     return started && window.Loaded() ? QApplication::exec() : EXIT_SUCCESS;
