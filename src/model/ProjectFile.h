@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -63,10 +64,13 @@ struct ProjectText {
                                         const DateTime& savedAt);
 
 /// Saves a model; the old file stays whole until the new one stands.
+/// @param opened called once the file can be written and before anything of the model is fetched, to bring
+///        the model up to date; a save that cannot be opened leaves the model as it was.
 /// @return the number of characters that the code page could not hold, each now a question mark.
 /// @throws RaisedError with the system's number from "frmMain::WriteProjectFile": "Error opening ", the
 ///         file, a line break, the system's description.
 std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectModel& model,
-                             const ProgramVersion& version, const Clock& clock);
+                             const ProgramVersion& version, const Clock& clock,
+                             const std::function<void()>& opened = {});
 
 }  // namespace genvara

@@ -180,17 +180,21 @@ ProjectText RenderProject(const ProjectModel& model, const ProgramVersion& versi
 }
 
 std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectModel& model,
-                             const ProgramVersion& version, const Clock& clock) {
-    const ProjectText text = RenderProject(model, version, clock());
+                             const ProgramVersion& version, const Clock& clock,
+                             const std::function<void()>& opened) {
     try {
         AtomicFile target(file);
+        if (opened) {
+            opened();
+        }
+        const ProjectText text = RenderProject(model, version, clock());
         target.Write(text.bytes);
         target.Commit();
+        return text.lostCharacters;
     } catch (const RaisedError& failure) {
         throw RaisedError(failure.Number(), "frmMain::WriteProjectFile",
                           fmt::format("Error opening {}\r\n{}", file.string(), failure.Description()));
     }
-    return text.lostCharacters;
 }
 
 }  // namespace genvara

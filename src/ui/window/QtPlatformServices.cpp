@@ -13,6 +13,7 @@
 #include <QStandardPaths>
 #include <QUrl>
 #include <cstdlib>
+#include <utility>
 
 #include "ErrorNumbers.h"
 #include "HelpWindow.h"
@@ -96,7 +97,7 @@ std::string Choose(QFileDialog& dialog, const FileRequest& request) {
 
 }  // namespace
 
-QtPlatformServices::QtPlatformServices() = default;
+QtPlatformServices::QtPlatformServices(QString productName) : m_productName(std::move(productName)) {}
 
 QtPlatformServices::~QtPlatformServices() {
     delete m_help;  // NOLINT(cppcoreguidelines-owning-memory): unless its owner has gone before it
@@ -105,7 +106,7 @@ QtPlatformServices::~QtPlatformServices() {
 MessageAnswer QtPlatformServices::ShowMessage(QWidget* owner, const Message& message) {
     QMessageBox box(owner);
     box.setIcon(IconOf(message.icon));
-    box.setWindowTitle(message.title.empty() ? QApplication::applicationDisplayName() : ToQt(message.title));
+    box.setWindowTitle(message.title.empty() ? m_productName : ToQt(message.title));
     box.setTextFormat(Qt::PlainText);
     box.setText(ToQt(message.text).remove('\r'));
     box.setStandardButtons(ButtonsOf(message.buttons));
@@ -210,7 +211,7 @@ void QtPlatformServices::EndProcess(const RaisedError& failure, const std::files
             : QApplication::translate("EndProcess", "The project as it was on screen is kept in\n") +
                   ToQt(rescued.string());
     QMessageBox::critical(
-        nullptr, QApplication::applicationDisplayName(),
+        nullptr, m_productName,
         QApplication::translate("EndProcess", "Run-time error %1:\n\n%2\n\n%3\n\nThe program ends.")
             .arg(failure.Number())
             .arg(ToQt(failure.Description()), kept));

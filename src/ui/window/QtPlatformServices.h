@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QString>
 #include <memory>
 
 #include "PlatformServices.h"
@@ -12,7 +13,8 @@ class HelpWindow;
 /// The desktop's own message boxes, dialogs, printers, mail and help.
 class QtPlatformServices final : public PlatformServices {
   public:
-    QtPlatformServices();
+    /// @param productName title of the boxes that state none.
+    explicit QtPlatformServices(QString productName);
     ~QtPlatformServices() override;
     QtPlatformServices(const QtPlatformServices&) = delete;
     QtPlatformServices& operator=(const QtPlatformServices&) = delete;
@@ -40,6 +42,7 @@ class QtPlatformServices final : public PlatformServices {
     /// The printer that the user has set up, made when it is first asked for.
     QPrinter& ThePrinter();
 
+    QString m_productName;
     std::unique_ptr<QPrinter> m_printer;
     QPointer<HelpWindow> m_help;
 };

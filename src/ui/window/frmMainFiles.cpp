@@ -29,6 +29,8 @@ constexpr const char* kProjectFilter = "Project Files (*.prj)|*.prj|All Files (*
 constexpr const char* kReportFilter = "Rich Text Files (*.rtf)|*.rtf|All Files (*.*)|*.*";
 constexpr const char* kSpecFilter = "Spec. Export Files (*.gvx)|*.gvx|All Files (*.*)|*.*";
 
+constexpr int kPassingMessage = 5000;  // milliseconds in the status bar
+
 constexpr std::int32_t kSaveChangesString = 110;
 constexpr std::int32_t kCannotSaveString = 111;
 constexpr std::int32_t kSaveProjectString = 121;
@@ -261,10 +263,12 @@ void frmMain::SaveProjectAs() {
 void frmMain::WriteProjectFile() {
     const WaitCursor busy;
     FailureRegion region;  // a panel that does not store leaves its record as it was
-    region.Run([this] { m_panProject->Store(m_application->Project()); });
-    region.Run([this] { m_panPwrSys->Store(m_application->PowerSystem()); });
+    const auto store = [&] {
+        region.Run([this] { m_panProject->Store(m_application->Project()); });
+        region.Run([this] { m_panPwrSys->Store(m_application->PowerSystem()); });
+    };
     const std::size_t lost =
-        genvara::WriteProjectFile(m_projectFile, Model(), kProgramVersion, m_application->Now());
+        genvara::WriteProjectFile(m_projectFile, Model(), kProgramVersion, m_application->Now(), store);
     m_panProject->ModifiedDateTime(m_application->Now()());
     g_ProjectDirty = false;
     if (lost > 0) {
@@ -273,7 +277,7 @@ void frmMain::WriteProjectFile() {
     } else if (region.Pending()) {
         statusBar()->showMessage(tr("Saved with the last valid values of the power system panel."));
     } else {
-        statusBar()->showMessage(tr("Saved."), 5000);
+        statusBar()->showMessage(tr("Saved."), kPassingMessage);
     }
 }
 
@@ -343,11 +347,17 @@ void frmMain::SaveReport() {
 void frmMain::ExportSpec() {
     RunOrTell("An error occured while attempting to export the spec.", [this] {
         const std::string& folder = m_application->ProjectPath();
-        m_panRecommend->ExportSpec(m_platform->SaveFileName(
+        const std::size_t lost = m_panRecommend->ExportSpec(m_platform->SaveFileName(
             this, {.title = "Export Spec. Data",
                    .initialFolder = folder.empty() ? m_application->Folder().string() : folder,
                    .defaultExtension = ".gvx",
                    .filter = kSpecFilter}));
+        if (lost > 0) {
+            statusBar()->showMessage(
+                tr("Exported; %1 characters that the file cannot hold were written as \"?\".").arg(lost));
+        } else {
+            statusBar()->showMessage(tr("Exported."), kPassingMessage);
+        }
     });
 }
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <QCommandLineParser>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -79,9 +80,9 @@ int Main(int argc, char** argv) {
     const GenvaraApplication desktop(argc, argv);
     CApplication application;
     g_App = &application;
-    QApplication::setApplicationDisplayName(ToQt(WordsOf(application.BrandLabel()).productName));
     const std::string project = ProjectOfCommandLine(desktop);
-    QtPlatformServices platform;
+    // Not as the toolkit's display name, which it would append to every caption.
+    QtPlatformServices platform(ToQt(WordsOf(application.BrandLabel()).productName));
     MainWindow window(platform);
     const bool started = application.Run([&](CApplication& app) { window.LoadAndShow(app, project); });
     return started && window.Loaded() ? QApplication::exec() : EXIT_SUCCESS;
@@ -91,6 +92,9 @@ int Main(int argc, char** argv) {
 }  // namespace genvara
 
 int main(int argc, char** argv) {
+    // A file that grows beyond the user's limit of file sizes shows as a failed write, which is told like any
+    // other; the signal would end the program with the project unsaved.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return genvara::Main(argc, argv);
     } catch (const std::exception& failure) {

@@ -183,8 +183,8 @@ ReportSources panRecommend::Sources() const {
             .metricUnits = m_application->IsMetric()};
 }
 
-void panRecommend::ExportSpec(const std::filesystem::path& path) const {
-    genvara::ExportSpec(path, m_reports, m_application->Project(), m_application->PowerSystem());
+std::size_t panRecommend::ExportSpec(const std::filesystem::path& path) const {
+    return genvara::ExportSpec(path, m_reports, m_application->Project(), m_application->PowerSystem());
 }
 
 void panRecommend::PrintReport() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -37,8 +38,9 @@ class panRecommend final : public Panel {
     /// Lists the sets of the last run and reports on the first one, or on the failed search.
     void DisplayChosenSets();
     /// Writes the spec of the set that was reported on last.
+    /// @return characters that the file's code page could not hold: each stands there as a question mark.
     /// @throws RaisedError with the system's number.
-    void ExportSpec(const std::filesystem::path& path) const;
+    std::size_t ExportSpec(const std::filesystem::path& path) const;
     /// Prints the whole report.
     /// @throws RaisedError 482 of the printer.
     void PrintReport();

@@ -388,7 +388,7 @@ class Desktop : public testing::Test {
         return answer;
     }
 
-    QtPlatformServices desktop;
+    QtPlatformServices desktop{"Genvara"};
     TemporaryFolder folder;
 };
 
@@ -409,7 +409,7 @@ TEST_F(Desktop, ShowsAMessageAsItIs) {
                });
     }
     Answer({.text = "no title"}, Qt::Key_Escape,
-           [](QMessageBox& box) { EXPECT_EQ(box.windowTitle(), QApplication::applicationDisplayName()); });
+           [](QMessageBox& box) { EXPECT_EQ(box.windowTitle(), "Genvara"); });
 }
 
 TEST_F(Desktop, ReturnsTheAnswer) {

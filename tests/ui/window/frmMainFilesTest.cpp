@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QStatusBar>
 #include <QTreeWidget>
 
 #include "EntryField.h"
@@ -101,10 +102,14 @@ TEST_F(FileCommands, AFailedSaveOfTheMenuEndsTheProgramAndKeepsTheProject) {
     EXPECT_THAT(ReadBytes(platform.asked.back().text), HasSubstr("\"Precious\""));
 }
 
-TEST_F(FileCommands, AFailedSaveOfTheToolbarIsPassedOver) {
+TEST_F(FileCommands, AFailedSaveOfTheToolbarIsPassedOverAndStoresNothing) {
+    Name("Mill");
+    g_ProjectDirty = true;
     platform.files = {Unwritable()};
     Run("butSave");
     EXPECT_TRUE(platform.ends.empty());
+    EXPECT_TRUE(g_ProjectDirty);
+    EXPECT_EQ(App().Project().ProjName(), "");
 }
 
 TEST_F(FileCommands, ASaveShowsItsTimeButTheRecordKeepsItsOwn) {
@@ -391,6 +396,18 @@ TEST_F(ReportCommands, ExportTheSpecOfTheSet) {
     platform.files = {Unwritable()};
     Run("mnuFileExport");
     ExpectComplaint("An error occured while attempting to export the spec.");
+}
+
+TEST_F(ReportCommands, ExportTellsOfCharactersThatTheFileLacks) {
+    platform.files = {NewFile("s.gvx"), NewFile("t.gvx")};
+    Run("mnuFileExport");
+    EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage(), "Exported.");
+    Name("\u03a9mega \u0142");  // a Greek and a Polish letter, neither in Windows-1252
+    Bar(3);
+    Run("mnuFileExport");
+    EXPECT_THAT(ReadBytes(folder / "t.gvx"), HasSubstr("?mega ?"));
+    EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage(),
+              "Exported; 2 characters that the file cannot hold were written as \"?\".");
 }
 
 TEST_F(ReportCommands, PrintTheWholeReport) {
