@@ -117,6 +117,8 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void OpenRecent(std::size_t index);
     void AddRecent();
     void RebuildRecentMenu();
+    /// File of an item of the recent list; empty for one that shows none.
+    [[nodiscard]] std::string RecentName(std::size_t index) const;
     void SendMail();
     void SaveReport();
     void ExportSpec();

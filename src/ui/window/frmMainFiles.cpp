@@ -215,7 +215,7 @@ void frmMain::ReadProjectFile(const std::string& file) {
 }
 
 void frmMain::OpenRecent(std::size_t index) {
-    m_projectFile = FromQt(Command("mnuFileMRU" + std::to_string(index))->text());
+    m_projectFile = RecentName(index);
     try {
         ReadProjectFile(m_projectFile);
     } catch (const RaisedError& failure) {
@@ -296,11 +296,15 @@ std::filesystem::path frmMain::Rescue(const std::filesystem::path& folder) {
     return file;
 }
 
+std::string frmMain::RecentName(std::size_t index) const {
+    return FromQt(Command("mnuFileMRU" + std::to_string(index))->data().toString());
+}
+
 void frmMain::AddRecent() {
     FailureRegion region;
     bool listed = false;
     for (std::size_t index = 0; index < RecentFiles::kMost; ++index) {
-        listed = listed || FromQt(Command("mnuFileMRU" + std::to_string(index))->text()) == m_projectFile;
+        listed = listed || RecentName(index) == m_projectFile;
     }
     if (!listed) {
         region.Run([this] { m_recent.Add(m_projectFile); });
@@ -313,7 +317,9 @@ void frmMain::RebuildRecentMenu() {
     for (const std::string& name : m_recent.Read()) {
         Command("mnuFileSep4")->setVisible(true);
         QAction* item = Command("mnuFileMRU" + std::to_string(index++));
-        item->setText(ToQt(name));
+        item->setData(ToQt(name));
+        // A menu takes a single ampersand for the mark of a key.
+        item->setText(ToQt(name).replace('&', "&&"));
         item->setVisible(true);
     }
 }

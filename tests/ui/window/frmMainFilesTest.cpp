@@ -286,6 +286,17 @@ TEST_F(FileCommands, TheFifthRecentFileDropsTheOldestAndTheListSurvivesTheProgra
     EXPECT_TRUE(Find<QAction>(Window(), "mnuFileSep4").isVisible());
 }
 
+TEST_F(FileCommands, ARecentFileWithAnAmpersandIsShownAndFoundUnderItsOwnName) {
+    Name("Mill");
+    SaveAs(NewFile("R&D.prj"));
+    SaveAs(NewFile("R&D.prj"));
+    EXPECT_THAT(RecentItems(), ElementsAre((folder / "R&&D.prj").string())) << "one \"&\" marks a key";
+    Run("mnuFileNew");
+    Run("mnuFileMRU0");
+    EXPECT_EQ(Window().ProjectFile(), NewFile("R&D.prj"));
+    EXPECT_EQ(ShownName(), "Mill");
+}
+
 TEST_F(FileCommands, ARecentFileIsReadWithoutAQuestion) {
     Name("Mill");
     SaveAs(NewFile("a.prj"));
