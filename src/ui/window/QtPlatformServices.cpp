@@ -210,11 +210,12 @@ void QtPlatformServices::EndProcess(const RaisedError& failure, const std::files
             ? QApplication::translate("EndProcess", "The project could not be kept.")
             : QApplication::translate("EndProcess", "The project as it was on screen is kept in\n") +
                   ToQt(rescued.string());
-    QMessageBox::critical(
-        nullptr, m_productName,
+    const QString text =
         QApplication::translate("EndProcess", "Run-time error %1:\n\n%2\n\n%3\n\nThe program ends.")
             .arg(failure.Number())
-            .arg(ToQt(failure.Description()), kept));
+            .arg(ToQt(failure.Description()), kept);
+    // As plain text: a file's name is no markup.
+    ShowMessage(nullptr, {.text = FromQt(text), .icon = MessageIcon::Stop});
     // Without destructors: nothing that the failure may have left in disorder is written.
     std::_Exit(EXIT_FAILURE);
 }
