@@ -31,6 +31,7 @@ using testing::StartsWith;
 using Fill = std::function<void(QDialog&)>;
 
 constexpr double kCloseness = 1e-9;  // of two figures, as a share: a file keeps 15 digits
+constexpr int kPatience = 120000;    // ms for the console program, which a checked build slows down
 
 /// A load as its user enters it, and what it comes to.
 struct LoadEntry {
@@ -292,7 +293,7 @@ class WholeProject : public WindowTest {
     static std::string Console(const QStringList& arguments) {
         QProcess program;
         program.start(GENVARA_TEST_CLI, arguments);
-        EXPECT_TRUE(program.waitForFinished());
+        EXPECT_TRUE(program.waitForFinished(kPatience));
         EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(program.exitCode(), 0);
         EXPECT_EQ(program.readAllStandardError().toStdString(), "");
