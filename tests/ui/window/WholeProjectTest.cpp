@@ -238,10 +238,10 @@ class WholeProject : public WindowTest {
     void AddSteps() {
         Bar(2);
         ASSERT_EQ(ShownPanel(), "panLoadProfile");
-        for (const auto& [description, dip] : {std::pair{"Building", "20"}, std::pair{"Plant", "22"}}) {
-            In(Window(), "cmdAddStep", "frmAddStep", [&](QDialog& dialog) {
-                Type(dialog, "txtDecription", description);
-                Type(dialog, "txtDefaultMaxVoltDip", dip);
+        for (const auto& step : {std::pair{"Building", "20"}, std::pair{"Plant", "22"}}) {
+            In(Window(), "cmdAddStep", "frmAddStep", [&step](QDialog& dialog) {
+                Type(dialog, "txtDecription", step.first);
+                Type(dialog, "txtDefaultMaxVoltDip", step.second);
             });
         }
         ASSERT_EQ(App().LoadProfile().NumLoadSteps(), 2);
