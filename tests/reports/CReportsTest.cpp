@@ -236,6 +236,35 @@ TEST_F(Reports, ListLoadsWithQuantitiesAndTorque) {
     EXPECT_THAT(Shown(report_type::kLoadProfile), Not(HasSubstr("Rated motor torque")));
 }
 
+TEST_F(Reports, CumulativeTotalsRunOnOverTheSteps) {
+    // 6 kW at 0.6 and 8 kW at 0.8 are 10 kVA each; 14 kW over 20 kVA is 0.70.
+    for (const auto& [watts, factor] : {std::pair{6000.0, 0.6}, {8000.0, 0.8}}) {
+        auto load = std::make_unique<CMiscLoad>();
+        load->RunningRealPower(watts);
+        load->RunningPowerFactor(factor);
+        AddStep().AddLoad(std::move(load));
+    }
+    const std::string report = Shown(report_type::kLoadProfile);
+    EXPECT_THAT(report, HasSubstr("Cum. Totals\t6.00\t10.00\t0.60\n"));
+    EXPECT_THAT(report, HasSubstr("Cum. Totals\t14.00\t20.00\t0.70\n"));
+    EXPECT_THAT(report, HasSubstr("Grand Totals\t14.00\t20.00\t0.70\t"));
+}
+
+TEST_F(Reports, ShowEachFigureOfAStepInItsColumn) {
+    AddStep();
+    ReportData& data = m_reports.Data();
+    data.StepVoltDips = {12.0};
+    data.StepFreqDips = {3.0};
+    data.StepVTHDs_A = {1.5};
+    data.StepVTHDs_B = {2.5};
+    data.StepVTHDs_C = {4.0};
+    for (const bool undersized : {false, true}) {
+        const std::string report = Shown(report_type::kLoadProfile, undersized);
+        EXPECT_THAT(report, HasSubstr("\t12.00\t3.00\t1.5%/2.5%/4.0%\nCum. Totals")) << undersized;
+        EXPECT_THAT(report, HasSubstr("\t\t\t\t\t1.5%/2.5%/4.0%\n\n")) << undersized;
+    }
+}
+
 TEST_F(Reports, AStepWithoutLoadsHasNoPowerFactor) {
     AddStep();
     const std::string report = Shown(report_type::kLoadProfile);

@@ -7,8 +7,10 @@
 #include <algorithm>
 #include <functional>
 
+#include "CLightLoad.h"
 #include "CMedEquipLoad.h"
 #include "CMtrLoad.h"
+#include "COfficeLoad.h"
 #include "EngineFixture.h"
 #include "RaisedErrorMatcher.h"
 
@@ -224,6 +226,55 @@ TEST(Designer, StartsEachStepOnTopOfWhatRuns) {
     EXPECT_EQ(fixture.designer.TotalRunningKW(), 90.0);
     EXPECT_EQ(fixture.designer.PeakStartingKVA(), 90.0);
     EXPECT_THAT(fixture.designer.VoltageDips(0), ElementsAre(DoubleEq(60.0 / 900.0 * 35.0), DoubleEq(3.5)));
+}
+
+/// A misc. load [kW] of power factor 0.6, whose imaginary power is 4/3 of the real one.
+std::unique_ptr<CMiscLoad> Inductive(double kilowatts) {
+    auto load = std::make_unique<CMiscLoad>();
+    load->RunningRealPower(kilowatts * 1000.0);
+    load->RunningPowerFactor(0.6);
+    return load;
+}
+
+TEST(Designer, AStartTakesTheImaginaryPowerThatRunsAlready) {
+    // 60 kW and 80 kVAR run when 30 kW and 40 kVAR start: the root of 90 and 120 squared is 150.
+    EngineFixture fixture;
+    fixture.AddStep().AddLoad(Inductive(60));
+    fixture.AddStep().AddLoad(Inductive(30));
+    const ProfileFigures figures = FiguresOf(fixture.profile, fixture.site);
+    EXPECT_THAT(figures.steps[1].startKVAR, DoubleNear(120.0, 1e-9));
+    EXPECT_THAT(figures.steps[1].startKVA, DoubleNear(150.0, 1e-9));
+    EXPECT_THAT(figures.peakStartingKVA, DoubleNear(150.0, 1e-9));
+}
+
+std::unique_ptr<CLightLoad> Lights(double kilowatts, std::int32_t phase, std::int32_t ballastCode) {
+    auto lights = std::make_unique<CLightLoad>();
+    lights->RunningRealPower(kilowatts * 1000.0);
+    lights->Phases(phase);
+    lights->Ballast(ballastCode);
+    return lights;
+}
+
+TEST(ProfileFigures, CountNonLinearLoadOnThePhaseThatItHangsOn) {
+    // Ten computers of 300 W on B, lamps on A and C, and computers on A in a second step.
+    EngineFixture fixture;
+    auto computers = std::make_unique<COfficeLoad>();
+    computers->NumPCs(10);
+    computers->Phases(2);
+    CLoadStep& first = fixture.AddStep();
+    first.AddLoad(std::move(computers));
+    first.AddLoad(Lights(1.0, 1, ballast::kHighEffMagnetic));
+    first.AddLoad(Lights(2.0, 3, ballast::kElectronic));
+    auto more = std::make_unique<COfficeLoad>();
+    more->NumPCs(20);
+    more->Phases(1);
+    fixture.AddStep().AddLoad(std::move(more));
+    const ProfileFigures figures = FiguresOf(fixture.profile, fixture.site);
+    EXPECT_THAT(figures.steps[0].rect1P, ElementsAre(0.0, 3.0, 0.0));
+    EXPECT_THAT(figures.steps[0].ballastMag, ElementsAre(1.0, 0.0, 0.0));
+    EXPECT_THAT(figures.steps[0].ballastElec, ElementsAre(0.0, 0.0, 2.0));
+    EXPECT_THAT(figures.steps[1].rect1P, ElementsAre(6.0, 3.0, 0.0));
+    EXPECT_THAT(figures.steps[1].nonLinear, ElementsAre(7.0, 3.0, 2.0));
 }
 
 std::vector<std::string> Models(const CDesigner& designer, bool rejected) {
