@@ -7,9 +7,10 @@ namespace genvara {
 namespace {
 
 TEST(MotorCalculator, ChoosesTheUsualLetterOfTheSize) {
-    const std::pair<const char*, const char*> cases[] = {{"15", "F"}, {"14.99", "G"}, {"7.5", "G"},
-                                                         {"5", "H"},  {"3", "J"},     {"1.5", "K"},
-                                                         {"1", "L"},  {"0.5", "M"}};
+    // Both sides of each edge.
+    const std::pair<const char*, const char*> cases[] = {
+        {"15", "F"},   {"14.99", "G"}, {"7.5", "G"},  {"7.49", "H"}, {"5", "H"},    {"4.99", "J"}, {"3", "J"},
+        {"2.99", "K"}, {"1.5", "K"},   {"1.49", "L"}, {"1", "L"},    {"0.99", "M"}, {"0.5", "M"}};
     for (const auto& [hp, letter] : cases) {
         MotorCalculator calculator = Calculator();
         calculator.PowerChanged(hp);
@@ -282,6 +283,17 @@ TEST(MotorCalculator, TheClickDecidesTheLetterByItsOwnRootOfThree) {
     calculator.ThreePhaseClicked();
     EXPECT_EQ(Letter(calculator), "G");
     EXPECT_EQ(calculator.State().txtStartingKVA, "90.00");
+}
+
+TEST(MotorCalculator, TheClicksRootOfThreeIsNoSmallerThanItSays) {
+    // 18.0423 A x 480 V x 1.73205 / 1000 = 15.0000795 hp, just an F; 5.3 x 15.0000865 by the root is 79.50.
+    MotorCalculator calculator = Calculator(1);
+    calculator.EntryMethodClicked(motor_entry::kAmps);
+    calculator.RunAmpsChanged("18.0423");
+    calculator.PowerChanged("100");
+    calculator.ThreePhaseClicked();
+    EXPECT_EQ(Letter(calculator), "F");
+    EXPECT_EQ(calculator.State().txtStartingKVA, "79.50");
 }
 
 TEST(MotorCalculator, DoesNotRememberAStartingCurrentThatItCouldNotUse) {

@@ -251,7 +251,10 @@ TEST_F(Reports, CumulativeTotalsRunOnOverTheSteps) {
 }
 
 TEST_F(Reports, ShowEachFigureOfAStepInItsColumn) {
-    AddStep();
+    auto load = std::make_unique<CMiscLoad>();
+    load->RunningRealPower(6000);
+    load->RunningPowerFactor(0.6);  // 10 kVA
+    AddStep().AddLoad(std::move(load));
     ReportData& data = m_reports.Data();
     data.StepVoltDips = {12.0};
     data.StepFreqDips = {3.0};
@@ -260,7 +263,11 @@ TEST_F(Reports, ShowEachFigureOfAStepInItsColumn) {
     data.StepVTHDs_C = {4.0};
     for (const bool undersized : {false, true}) {
         const std::string report = Shown(report_type::kLoadProfile, undersized);
-        EXPECT_THAT(report, HasSubstr("\t12.00\t3.00\t1.5%/2.5%/4.0%\nCum. Totals")) << undersized;
+        EXPECT_THAT(
+            report,
+            HasSubstr(
+                "Step Totals\t6.00\t10.00\t0.60\t6.00\t10.00\t12.00\t3.00\t1.5%/2.5%/4.0%\nCum. Totals"))
+            << undersized;
         EXPECT_THAT(report, HasSubstr("\t\t\t\t\t1.5%/2.5%/4.0%\n\n")) << undersized;
     }
 }

@@ -277,6 +277,30 @@ TEST(ProfileFigures, CountNonLinearLoadOnThePhaseThatItHangsOn) {
     EXPECT_THAT(figures.steps[1].nonLinear, ElementsAre(7.0, 3.0, 2.0));
 }
 
+/// A load of 6 kW behind a six-pulse phase control, which none of the nine kinds has.
+class PhaseControlled final : public Load {
+  public:
+    PhaseControlled() : Load({"test", "test"}) {}
+    [[nodiscard]] std::int32_t LoadType() const noexcept override { return 0; }
+    [[nodiscard]] std::string Summary() const override { return {}; }
+    [[nodiscard]] double RunningRealPower() const override { return 6000.0; }
+    [[nodiscard]] double RunningAppPower() const override { return 6000.0; }
+    [[nodiscard]] double RunningImgPower() const override { return 0.0; }
+    [[nodiscard]] double StartingRealPower() const override { return 6000.0; }
+    [[nodiscard]] double StartingAppPower() const override { return 6000.0; }
+    [[nodiscard]] double StartingImgPower() const override { return 0.0; }
+    [[nodiscard]] double ThreePhaseSixPulsePPCRectPower() const override { return 6000.0; }
+    [[nodiscard]] std::vector<std::string> GetProps() const override { return {}; }
+};
+
+TEST(ProfileFigures, ShareAPhaseControlAmongThePhases) {
+    EngineFixture fixture;
+    fixture.AddStep().AddLoad(std::make_unique<PhaseControlled>());
+    const ProfileFigures figures = FiguresOf(fixture.profile, fixture.site);
+    EXPECT_EQ(figures.steps[0].phaseCtrl6P, 6.0);
+    EXPECT_THAT(figures.steps[0].nonLinear, ElementsAre(2.0, 2.0, 2.0));
+}
+
 std::vector<std::string> Models(const CDesigner& designer, bool rejected) {
     std::vector<std::string> models;
     const std::int32_t count = rejected ? designer.NumRejectedSets() : designer.NumChosenSets();
