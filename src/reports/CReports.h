@@ -21,7 +21,8 @@ inline constexpr std::int32_t kLoadProfile = 1;
 ///
 /// The builders differ in what they do with a failure: the sizing reports log it and come back empty, the
 /// others pass it on, and the recommended load profile report ignores failures from its last harmonic figures
-/// on.
+/// on. Each pair of forms has a source of its own (SizingReport.cpp, LoadProfileReport.cpp); what they share
+/// is in SharedSections.cpp.
 class CReports {
   public:
     /// Profile and log outlive the reports.
