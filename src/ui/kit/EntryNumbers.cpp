@@ -1,9 +1,8 @@
 #include "EntryNumbers.h"
 
-#include <algorithm>
 #include <cmath>
-#include <optional>
 
+#include "EntryText.h"
 #include "KeyFilters.h"
 #include "LanguageErrors.h"
 #include "NumberText.h"
@@ -14,15 +13,10 @@ namespace {
 /// Largest difference between a number and the integer that it counts as.
 constexpr double kWholeTolerance = 1e-6;
 
-std::string WithUserSeparator(std::string number) {
-    const std::size_t point = number.find('.');
-    return point == std::string::npos ? number : number.replace(point, 1, DecimalSeparator());
-}
-
 }  // namespace
 
 std::string ShownNumber(double value) {
-    return WithUserSeparator(RenderPlain(value));
+    return Shown(RenderPlain(value), DecimalSeparator());
 }
 
 std::string ShownRounded(double value) {
@@ -30,19 +24,11 @@ std::string ShownRounded(double value) {
 }
 
 double EnteredNumber(const std::string& text) {
-    const std::optional<double> value = ParseNumber(WithPoint(text, DecimalSeparator()));
-    if (!value) {
-        RaiseTypeMismatch("EnteredNumber");
-    }
-    return *value;
+    return NumberOf(text, DecimalSeparator());
 }
 
 std::int32_t EnteredInteger(const std::string& text) {
-    const std::optional<std::int32_t> value = RoundToInteger(EnteredNumber(text));
-    if (!value) {
-        RaiseOverflow("EnteredInteger");
-    }
-    return *value;
+    return IntegerOf(text, DecimalSeparator());
 }
 
 std::int32_t EnteredWhole(const std::string& text) {

@@ -12,7 +12,7 @@ namespace genvara {
 [[nodiscard]] std::string ShownRounded(double value);
 
 /// The number that a text stands for.
-/// @throws RaisedError 13 "Type mismatch" from "EnteredNumber".
+/// @throws RaisedError 13 "Type mismatch" from "EntryText".
 [[nodiscard]] double EnteredNumber(const std::string& text);
 
 /// The 32-bit integer nearest to the number that a text stands for.
