@@ -23,8 +23,6 @@ class UpDown : public QWidget {
 
     UpDown(const QString& name, EntryField& buddy, Range range, QWidget* parent = nullptr);
 
-    /// The largest number that the arrows reach.
-    void Most(std::int32_t most) noexcept { m_range.most = most; }
     [[nodiscard]] const Range& Bounds() const noexcept { return m_range; }
 
   signals:

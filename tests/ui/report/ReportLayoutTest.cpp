@@ -43,6 +43,11 @@ struct StopCase {
     double to;    // where it ends, likewise
 };
 
+/// The case's name in messages and in the list of tests.
+void PrintTo(const StopCase& stop, std::ostream* out) {
+    *out << stop.name;
+}
+
 class TabStops : public testing::TestWithParam<StopCase> {};
 
 TEST_P(TabStops, HoldTheirText) {

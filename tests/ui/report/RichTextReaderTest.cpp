@@ -44,6 +44,11 @@ struct BodyCase {
     std::vector<std::string> paragraphs;
 };
 
+/// The case's name in messages and in the list of tests.
+void PrintTo(const BodyCase& body, std::ostream* out) {
+    *out << body.name;
+}
+
 class RichTextBody : public testing::TestWithParam<BodyCase> {};
 
 TEST_P(RichTextBody, HasItsParagraphs) {

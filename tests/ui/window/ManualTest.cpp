@@ -11,7 +11,7 @@
 
 #include "EntryField.h"
 #include "HelpWindow.h"
-#include "WindowFixture.h"
+#include "PictureTest.h"
 
 namespace genvara {
 namespace {
@@ -108,23 +108,7 @@ TEST_F(ManualTest, PagesFitTheWindowInWidth) {
 }
 
 /// Pictures for the manual, and of its pages, for people to look at: the folder is named by GENVARA_PICTURES.
-class ManualPictures : public WindowTest {
-  protected:
-    void SetUp() override {
-        m_folder = qEnvironmentVariable("GENVARA_PICTURES");
-        if (m_folder.isEmpty()) {
-            GTEST_SKIP() << "set GENVARA_PICTURES to a folder";
-        }
-        QDir().mkpath(m_folder);
-    }
-    void Save(QWidget& widget, const QString& name) {
-        QCoreApplication::processEvents();
-        EXPECT_TRUE(widget.grab().save(m_folder + "/" + name + ".png"));
-    }
-
-  private:
-    QString m_folder;
-};
+class ManualPictures : public PictureTest {};
 
 TEST_F(ManualPictures, OfTheFirstProject) {
     Window().resize(kSize);

@@ -7,31 +7,17 @@
 #include <QTreeWidget>
 
 #include "EntryField.h"
-#include "WindowFixture.h"
+#include "PictureTest.h"
 
 namespace genvara {
 namespace {
 
-class WindowPictures : public WindowTest {
+class WindowPictures : public PictureTest {
   protected:
-    void SetUp() override {
-        m_folder = qEnvironmentVariable("GENVARA_PICTURES");
-        if (m_folder.isEmpty()) {
-            GTEST_SKIP() << "set GENVARA_PICTURES to a folder";
-        }
-        QDir().mkpath(m_folder);
-    }
-    void Save(QWidget& widget, const QString& name) {
-        QCoreApplication::processEvents();
-        EXPECT_TRUE(widget.grab().save(m_folder + "/" + name + ".png"));
-    }
     void Shoot(const char* command, const QString& name) {
         InNextDialog([this, name](QDialog& dialog) { Save(dialog, name); });
         Run(command);
     }
-
-  private:
-    QString m_folder;
 };
 
 TEST_F(WindowPictures, OfThePanels) {
