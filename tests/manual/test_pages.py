@@ -26,7 +26,7 @@ def read(file):
 
 def string_table():
     """Number and text of each entry, without marks of keys."""
-    entries = re.findall(r'\{(\d+),\s*"((?:[^"\\]|\\.)*)"', read("src/app/base/StringTable.cpp"))
+    entries = re.findall(r'\{(\d+),\s*"((?:[^"\\]|\\.)*)"', read("src/base/StringTable.cpp"))
     return {int(number): text.replace("&", "") for number, text in entries}
 
 

@@ -3,12 +3,10 @@
 
 #include <clocale>
 #include <cstdio>
-#include <cstdlib>
 #include <locale>
 
 #include "CDefaults.h"
 #include "GermanLocale.h"
-#include "KeyFilters.h"
 #include "NumberText.h"
 #include "ProgramOptions.h"
 #include "TemporaryFolder.h"
@@ -36,16 +34,6 @@ class GermanUser : public testing::Test {
   private:
     GermanLocale m_german;
 };
-
-TEST_F(GermanUser, DecimalSeparatorIsThatOfTheEnvironmentAlone) {
-    GermanLocale::UseForNumbers();
-    EXPECT_EQ(DecimalSeparator(), ",");
-    EXPECT_STREQ(localeconv()->decimal_point, ".");  // the process keeps its own
-    setenv("LC_NUMERIC", "C", 1);
-    EXPECT_EQ(DecimalSeparator(), ".");
-    setenv("LC_NUMERIC", "no_SUCH", 1);
-    EXPECT_EQ(DecimalSeparator(), ".");
-}
 
 TEST_F(GermanUser, FilesHoldTheSameUnderAnyLocale) {
     const auto write = [this](const std::string& name) {

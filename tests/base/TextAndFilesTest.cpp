@@ -14,7 +14,6 @@
 #include "DateTime.h"
 #include "ErrorLog.h"
 #include "FailureRegion.h"
-#include "KeyFilters.h"
 #include "LanguageErrors.h"
 #include "RaisedErrorMatcher.h"
 #include "TemporaryFolder.h"
@@ -237,56 +236,6 @@ TEST(ErrorLog, KeepsTheTextOfAnEntryThatItsFileDoesNotTake) {
     log.LogToFile(true);
     EXPECT_THAT([&] { log.LogError("lost"); }, Raises(EISDIR, "ErrorLog", "Is a directory"));
     EXPECT_EQ(log.Text(), "lost\r\n");
-}
-
-TEST(KeyFilters, NumericTakesDigitsAndOneSeparator) {
-    EXPECT_EQ(NumericKeyFilter("1", U'5', "."), KeyVerdict::Pass);
-    EXPECT_EQ(NumericKeyFilter("1", U'.', "."), KeyVerdict::Pass);
-    EXPECT_EQ(NumericKeyFilter("1.", U'.', "."), KeyVerdict::Refuse);
-    EXPECT_EQ(NumericKeyFilter("1", U'.', ","), KeyVerdict::Refuse);
-    EXPECT_EQ(NumericKeyFilter("1", U',', ","), KeyVerdict::Pass);
-    EXPECT_EQ(NumericKeyFilter("", U'-', "."), KeyVerdict::Refuse);
-    EXPECT_EQ(NumericKeyFilter("1", kBackspace, "."), KeyVerdict::Pass);
-    EXPECT_EQ(NumericKeyFilter("1", U'a', "."), KeyVerdict::Refuse);
-    EXPECT_EQ(NumericKeyFilter("1", U'٣', "."), KeyVerdict::Refuse);
-}
-
-TEST(KeyFilters, NumericTakesASeparatorOfSeveralBytes) {
-    const std::string arabic = "٫";  // U+066B
-    EXPECT_EQ(NumericKeyFilter("1", U'٫', arabic), KeyVerdict::Pass);
-    EXPECT_EQ(NumericKeyFilter("1٫", U'٫', arabic), KeyVerdict::Refuse);
-    EXPECT_EQ(NumericKeyFilter("1", U'.', arabic), KeyVerdict::Refuse);
-    EXPECT_FALSE(ValidateNumericText("1٫5", arabic));
-    EXPECT_TRUE(ValidateNumericText("1٫5٫2", arabic));
-    EXPECT_EQ(NumericKeyFilter("", U'.', ""), KeyVerdict::Refuse);  // no separator at all
-}
-
-TEST(KeyFilters, DigitsAndLengths) {
-    EXPECT_EQ(DigitKeyFilter(U'0'), KeyVerdict::Pass);
-    EXPECT_EQ(DigitKeyFilter(kBackspace), KeyVerdict::Pass);
-    EXPECT_EQ(DigitKeyFilter(U'.'), KeyVerdict::Refuse);
-    EXPECT_EQ(NonZeroDigitKeyFilter(" ", U'0'), KeyVerdict::Refuse);
-    EXPECT_EQ(NonZeroDigitKeyFilter("1", U'0'), KeyVerdict::Pass);
-    EXPECT_EQ(NonZeroDigitKeyFilter("", U'7'), KeyVerdict::Pass);
-    EXPECT_EQ(NonZeroDigitKeyFilter("", kBackspace), KeyVerdict::Pass);
-    EXPECT_EQ(NonZeroDigitKeyFilter("", U'-'), KeyVerdict::Refuse);
-    EXPECT_EQ(MaxLengthKeyFilter(2, 0, 3, U'1'), KeyVerdict::Pass);
-    EXPECT_EQ(MaxLengthKeyFilter(4, 0, 3, U'1'), KeyVerdict::Refuse);  // longer already
-    EXPECT_EQ(MaxLengthKeyFilter(3, 0, 3, U'1'), KeyVerdict::Refuse);
-    EXPECT_EQ(MaxLengthKeyFilter(3, 1, 3, U'1'), KeyVerdict::Pass);
-    EXPECT_EQ(MaxLengthKeyFilter(3, 0, 3, kBackspace), KeyVerdict::Pass);
-}
-
-TEST(KeyFilters, TellBadTextsAndCutAtTheZeroCharacter) {
-    EXPECT_FALSE(ValidateNumericText("", "."));
-    EXPECT_FALSE(ValidateNumericText("12.5", "."));
-    EXPECT_FALSE(ValidateNumericText("12,5", ","));
-    EXPECT_TRUE(ValidateNumericText("12.5", ","));
-    EXPECT_TRUE(ValidateNumericText("12,5", "."));
-    EXPECT_TRUE(ValidateNumericText("abc", "."));
-    EXPECT_EQ(StripAtNull(std::string("ab\0c", 4)), "ab");
-    EXPECT_EQ(StripAtNull("abc"), "");
-    EXPECT_FALSE(DecimalSeparator().empty());
 }
 
 }  // namespace

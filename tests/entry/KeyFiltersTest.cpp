@@ -1,0 +1,78 @@
+#include "KeyFilters.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdlib>
+
+#include "GermanLocale.h"
+
+namespace genvara {
+namespace {
+
+TEST(KeyFilters, NumericTakesDigitsAndOneSeparator) {
+    EXPECT_EQ(NumericKeyFilter("1", U'5', "."), KeyVerdict::Pass);
+    EXPECT_EQ(NumericKeyFilter("1", U'.', "."), KeyVerdict::Pass);
+    EXPECT_EQ(NumericKeyFilter("1.", U'.', "."), KeyVerdict::Refuse);
+    EXPECT_EQ(NumericKeyFilter("1", U'.', ","), KeyVerdict::Refuse);
+    EXPECT_EQ(NumericKeyFilter("1", U',', ","), KeyVerdict::Pass);
+    EXPECT_EQ(NumericKeyFilter("", U'-', "."), KeyVerdict::Refuse);
+    EXPECT_EQ(NumericKeyFilter("1", kBackspace, "."), KeyVerdict::Pass);
+    EXPECT_EQ(NumericKeyFilter("1", U'a', "."), KeyVerdict::Refuse);
+    EXPECT_EQ(NumericKeyFilter("1", U'٣', "."), KeyVerdict::Refuse);
+}
+
+TEST(KeyFilters, NumericTakesASeparatorOfSeveralBytes) {
+    const std::string arabic = "٫";  // U+066B
+    EXPECT_EQ(NumericKeyFilter("1", U'٫', arabic), KeyVerdict::Pass);
+    EXPECT_EQ(NumericKeyFilter("1٫", U'٫', arabic), KeyVerdict::Refuse);
+    EXPECT_EQ(NumericKeyFilter("1", U'.', arabic), KeyVerdict::Refuse);
+    EXPECT_FALSE(ValidateNumericText("1٫5", arabic));
+    EXPECT_TRUE(ValidateNumericText("1٫5٫2", arabic));
+    EXPECT_EQ(NumericKeyFilter("", U'.', ""), KeyVerdict::Refuse);  // no separator at all
+}
+
+TEST(KeyFilters, DigitsAndLengths) {
+    EXPECT_EQ(DigitKeyFilter(U'0'), KeyVerdict::Pass);
+    EXPECT_EQ(DigitKeyFilter(kBackspace), KeyVerdict::Pass);
+    EXPECT_EQ(DigitKeyFilter(U'.'), KeyVerdict::Refuse);
+    EXPECT_EQ(NonZeroDigitKeyFilter(" ", U'0'), KeyVerdict::Refuse);
+    EXPECT_EQ(NonZeroDigitKeyFilter("1", U'0'), KeyVerdict::Pass);
+    EXPECT_EQ(NonZeroDigitKeyFilter("", U'7'), KeyVerdict::Pass);
+    EXPECT_EQ(NonZeroDigitKeyFilter("", kBackspace), KeyVerdict::Pass);
+    EXPECT_EQ(NonZeroDigitKeyFilter("", U'-'), KeyVerdict::Refuse);
+    EXPECT_EQ(MaxLengthKeyFilter(2, 0, 3, U'1'), KeyVerdict::Pass);
+    EXPECT_EQ(MaxLengthKeyFilter(4, 0, 3, U'1'), KeyVerdict::Refuse);  // longer already
+    EXPECT_EQ(MaxLengthKeyFilter(3, 0, 3, U'1'), KeyVerdict::Refuse);
+    EXPECT_EQ(MaxLengthKeyFilter(3, 1, 3, U'1'), KeyVerdict::Pass);
+    EXPECT_EQ(MaxLengthKeyFilter(3, 0, 3, kBackspace), KeyVerdict::Pass);
+}
+
+TEST(KeyFilters, TellBadTextsAndCutAtTheZeroCharacter) {
+    EXPECT_FALSE(ValidateNumericText("", "."));
+    EXPECT_FALSE(ValidateNumericText("12.5", "."));
+    EXPECT_FALSE(ValidateNumericText("12,5", ","));
+    EXPECT_TRUE(ValidateNumericText("12.5", ","));
+    EXPECT_TRUE(ValidateNumericText("12,5", "."));
+    EXPECT_TRUE(ValidateNumericText("abc", "."));
+    EXPECT_EQ(StripAtNull(std::string("ab\0c", 4)), "ab");
+    EXPECT_EQ(StripAtNull("abc"), "");
+    EXPECT_FALSE(DecimalSeparator().empty());
+}
+
+TEST(KeyFilters, DecimalSeparatorIsThatOfTheEnvironmentAlone) {
+    const GermanLocale german;
+    if (!german.IsBuilt()) {
+        GTEST_SKIP() << "no localedef, or no sources of locales, on this machine";
+    }
+    GermanLocale::UseForNumbers();
+    EXPECT_EQ(DecimalSeparator(), ",");
+    EXPECT_STREQ(localeconv()->decimal_point, ".");  // the process keeps its own
+    setenv("LC_NUMERIC", "C", 1);
+    EXPECT_EQ(DecimalSeparator(), ".");
+    setenv("LC_NUMERIC", "no_SUCH", 1);
+    EXPECT_EQ(DecimalSeparator(), ".");
+}
+
+}  // namespace
+}  // namespace genvara
