@@ -96,7 +96,7 @@ class FormsTest : public testing::Test {
     template <typename LoadClass>
     static LoadClass* Added() {
         EXPECT_EQ(Step().NumLoads(), 1);
-        return Step().NumLoads() == 1 ? dynamic_cast<LoadClass*>(Step().begin()->get()) : nullptr;
+        return Step().NumLoads() == 1 ? dynamic_cast<LoadClass*>(&*Step().begin()) : nullptr;
     }
 
     TemporaryFolder folder;

@@ -25,7 +25,7 @@ class UPSForm : public FormsTest {
         auto& list = Find<ChoiceBox>(form, "cboType");
         list.SelectRow(list.findText(text));
     }
-    static const CUPSLoad& Last() { return dynamic_cast<const CUPSLoad&>(**std::prev(Step().end())); }
+    static const CUPSLoad& Last() { return dynamic_cast<const CUPSLoad&>(*std::prev(Step().end())); }
 };
 
 /// What of the four phase buttons, the fast family, the power figures, the list and the filter is enabled.
