@@ -202,10 +202,16 @@ class Console(unittest.TestCase):
                              {"Number": 6, "Source": "CBatChrgLoad::RunningAppPower", "Description": "Overflow"})
             self.assertEqual(self.size(file).returncode, 4)
 
-    def test_filters_without_non_linear_load_divide_by_zero(self):
-        ups = '1,7,"UPS","",1,0\r\n1,2,100000,100,10,#TRUE#\r\n'
-        error = self.error(self.project(HEAD.format(connection=1) + STEP + ups), status=4)
-        self.assertEqual(error, {"Number": 11, "Source": "CDesigner::ChooseSets", "Description": "Division by zero"})
+    def test_a_filter_without_non_linear_load_leaves_the_distortion_at_nothing(self):
+        for pulse, family in ((1, 0), (2, 0), (1, 2), (2, 2)):
+            ups = f'1,7,"UPS","",1,0\r\n{pulse},{family},100000,100,10,#TRUE#\r\n'
+            done = self.size("--json", self.project(HEAD.format(connection=1) + STEP + ups))
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            result = json.loads(done.stdout)
+            self.assertTrue(result["Designer"]["VTHD_CalcsValid"])
+            self.assertTrue(result["ChosenSets"])
+            for chosen in result["ChosenSets"]:
+                self.assertEqual([chosen[f"StepVTHD_{phase}"] for phase in "ABC"], [[0.0]] * 3)
 
     def test_without_candidates_the_totals_are_those_of_a_fresh_designer(self):
         head = HEAD.format(connection=1).replace(",480\r\n", ",481\r\n")
