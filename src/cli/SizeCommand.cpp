@@ -77,7 +77,7 @@ class Batch {
           m_consumer(std::move(consumer)),
           m_outcomes(arguments.files.size()) {}
 
-    /// @throws RaisedError of the consumer.
+    /// @throws LostOutput of the consumer.
     void Run() {
         {
             const auto threads = std::min(static_cast<std::size_t>(m_arguments->jobs), m_outcomes.size());

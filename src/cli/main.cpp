@@ -39,18 +39,19 @@ constexpr int kBadArguments = static_cast<int>(Status::BadArguments);
 constexpr int kReaderGone = 128 + SIGPIPE;
 
 /// Takes a number as people write it: in decimal, whatever zeros stand before it.
-const CLI::Validator kDecimal(
-    [](std::string& text) -> std::string {
+CLI::Validator Decimal() {
+    const auto plain = [](std::string& text) -> std::string {
         const std::size_t first = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
         if (text.size() == first || text.find_first_not_of("0123456789", first) != std::string::npos) {
             return fmt::format("\"{}\" is no whole number", text);
         }
         const std::string digits = text.substr(std::min(text.find_first_not_of('0', first), text.size() - 1));
         text = (text.front() == '-' ? "-" : "") + digits;
-        return RoundToInteger(ParseNumber(text).value_or(0.0)) ? ""
-                                                               : fmt::format("{} is beyond all lists", text);
-    },
-    "");
+        const bool fits = RoundToInteger(ParseNumber(text).value_or(0.0)).has_value();
+        return fits ? std::string() : fmt::format("{} is out of range", text);
+    };
+    return {plain, ""};
+}
 
 /// "2026-01-31T12:00:00" as "2026-01-31 12:00:00".
 std::string WithBlank(std::string time) {
@@ -110,7 +111,7 @@ void AddLimit(CLI::App& command, const char* name, const std::function<void(std:
                 }
             },
             description)
-        ->transform(kDecimal)
+        ->transform(Decimal())
         ->type_name("N");
 }
 
@@ -178,7 +179,7 @@ class CommandLine {
         size->add_flag("--json", m_arguments.json, "One JSON object on one line for each project");
         size->add_option("--jobs", m_arguments.jobs, "Projects to size at the same time [1]")
             ->check(CLI::Range(1, 256))
-            ->transform(kDecimal)
+            ->transform(Decimal())
             ->type_name("N");
         size->callback([this] { m_todo = [this] { return RunSize(m_arguments); }; });
     }
@@ -243,10 +244,10 @@ class CommandLine {
     CLI::Option* AddSets(CLI::App& command) {
         CLI::Option* chosen =
             command.add_option("--set", m_report.set, "Recommended set, counted from 0 [the first]")
-                ->transform(kDecimal)
+                ->transform(Decimal())
                 ->type_name("N");
         command.add_option("--undersized", m_report.undersized, "Undersized set, counted from 0")
-            ->transform(kDecimal)
+            ->transform(Decimal())
             ->type_name("N")
             ->excludes(chosen);
         return chosen;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "CatalogueRules.h"
+#include "CodePage.h"
 #include "GensetDatabase.h"
 #include "GensetSchema.h"
 #include "MotorTableCheck.h"
@@ -108,14 +109,26 @@ class Checker {
                     isNull ? std::string("is Null")
                            : fmt::format("\"{}\" is no number", Shown(rows.getColumn(1))));
         }
-        CheckRange(table, column);
+        if (text) {
+            CheckEncoding(table, column);
+        } else {
+            CheckRange(table, column);
+        }
+    }
+
+    void CheckEncoding(const TableSchema& table, const ColumnSchema& column) {
+        SQLite::Statement rows(m_database,
+                               fmt::format("Select rowid, \"{0}\" from [{1}] where typeof(\"{0}\") = 'text'",
+                                           column.name, table.name));
+        while (rows.executeStep()) {
+            if (!IsUtf8(rows.getColumn(1).getString())) {
+                TellRow(table.name, rows.getColumn(0).getInt64(), column.name, "is no UTF-8");
+            }
+        }
     }
 
     /// Numbers that no reader can hold: infinities, broken codes, codes beyond 32 bits.
     void CheckRange(const TableSchema& table, const ColumnSchema& column) {
-        if (column.kind == ColumnKind::Text) {
-            return;
-        }
         const char* condition = column.kind == ColumnKind::Integer
                                     ? "(\"{0}\" <> round(\"{0}\") or abs(\"{0}\") > 2147483647)"
                                     : "abs(\"{0}\") > 1.7e308";

@@ -86,6 +86,8 @@ TEST_F(CatalogueChecker, FindsEachFaultAndNothingElse) {
          "[Gensets], row 4, column \"AltModel\": 999 is no ID of [Alternators]"},
         {"Update [Gensets] set GensetModel = '' where rowid = 7",
          "[Gensets], row 7, column \"GensetModel\": \"\" is empty"},
+        {"Update [Gensets] set EngineModel = cast(x'4BE4' as text) where rowid = 9",
+         "[Gensets], row 9, column \"EngineModel\": is no UTF-8"},
         {"Update [Gensets] set EngineModel = '  ' where rowid = 9",
          "[Gensets], row 9, column \"EngineModel\": \"  \" is empty"},
         {"Insert into [Gensets] select * from [Gensets] where rowid = 5",

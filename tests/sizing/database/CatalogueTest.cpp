@@ -93,6 +93,14 @@ TEST(CatalogueBuilder, KeepsFurtherColumnsAndEmptyFieldsAsNull) {
     EXPECT_TRUE(row.getColumn(2).isNull());
 }
 
+TEST(CatalogueBuilder, RefusesTextOfAnotherEncoding) {
+    const TestCatalogue catalogue;
+    WriteBytes(catalogue.Tables() / "Properties.csv",
+               "ID,Version,Date,Initials,Note\n1,1,\xC3\xA4,\xE4,\xE4\n");
+    EXPECT_THAT(catalogue.Build().faults,
+                ElementsAre("Properties.csv: line 2, column \"Initials\": the text is no UTF-8"));
+}
+
 TEST(CatalogueBuilder, RefusesATargetThatIsNoOrdinaryFile) {
     const TestCatalogue catalogue;
     std::filesystem::remove(catalogue.Database());
