@@ -1,6 +1,5 @@
 #include "Output.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -35,16 +34,6 @@ LostOutput::LostOutput(int systemError)
 
 bool LostOutput::ReaderIsGone() const noexcept {
     return m_systemError == EPIPE;
-}
-
-void ReserveStandardStreams() noexcept {
-    // Each takes the lowest free number; what is opened for reading refuses to be written.
-    for (int stream = open("/dev/null", O_RDONLY); stream >= 0; stream = open("/dev/null", O_RDONLY)) {
-        if (stream > STDERR_FILENO) {
-            close(stream);
-            return;
-        }
-    }
 }
 
 void Print(std::string_view text) {

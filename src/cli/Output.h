@@ -26,9 +26,6 @@ class LostOutput : public std::exception {
     std::string m_text;
 };
 
-/// Sees to it that no file that is opened later takes the place of a standard stream that the caller closed.
-void ReserveStandardStreams() noexcept;
-
 /// Writes to standard output at once.
 /// @throws LostOutput if it cannot be written, for instance on a full disk.
 void Print(std::string_view text);

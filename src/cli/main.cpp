@@ -278,7 +278,6 @@ class CommandLine {
 }  // namespace genvara
 
 int main(int count, char** arguments) {
-    genvara::ReserveStandardStreams();
     // A reader that goes away shows as a failed write, so that what is open can be closed.
     std::signal(SIGPIPE, SIG_IGN);
     // So does a file that grows beyond the user's limit of file sizes.

@@ -375,13 +375,6 @@ class Console(unittest.TestCase):
             self.assertEqual(done.stderr,
                              "genvara-cli: error: Standard output cannot be written: Bad file descriptor.\n", arguments)
 
-    def test_no_file_takes_the_place_of_a_closed_stream(self):
-        file = self.folder / "alone.rtf"
-        command = [PROGRAM, "report", SOURCE / "samples/farm.prj", "--db", self.database, "-o", file]
-        done = subprocess.run(["sh", "-c", 'exec "$0" "$@" <&- >&- 2>&-', *command], timeout=60)
-        self.assertEqual(done.returncode, 0)
-        self.assertTrue(file.read_bytes().startswith(b"{\\rtf"))
-
     def test_a_reader_that_goes_away_is_no_failure(self):
         for arguments in self.commands_that_print():
             reader, writer = os.pipe()
