@@ -202,9 +202,8 @@ class Checker {
     }
 
     [[nodiscard]] static ColumnKind KindOf(const CatalogueRule& rule) {
-        const auto table = std::ranges::find(kGensetSchema, rule.table, &TableSchema::name);
-        const auto column = std::ranges::find(table->columns, rule.column, &ColumnSchema::name);
-        return column->kind;
+        const TableSchema& table = *std::ranges::find(kGensetSchema, rule.table, &TableSchema::name);
+        return std::ranges::find(table.columns, rule.column, &ColumnSchema::name)->kind;
     }
 
     [[nodiscard]] static std::string Quoted(const SQLite::Column& column, bool text) {

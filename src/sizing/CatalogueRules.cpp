@@ -2,15 +2,12 @@
 
 #include <array>
 
-// A text beside a number is told by itself; "+ 0" keeps it from being compared as one. Why the bounds stand
-// where they do:
-// - 1e9 kW or kVA times sixteen sets, and any quotient by 0.001 of them, is a number still.
-// - A step of all that a profile can hold is some 1e9 kW; by a base of 0.001 kW and an exponent of 10 its dip
-// is
-//   a number still.
-// - At 4,572 m and 66 degrees, the highest site that a project can have, two losses of more than the whole
-// would
-//   multiply to a rating above 0.
+// A text beside a number is told by itself; "+ 0" keeps it from being compared as one.
+//
+// Why the bounds stand where they do: 1e9 kW or kVA times sixteen sets, and any quotient by 0.001 of them, is
+// a number still. A step of all that a profile can hold is some 1e9 kW; by a base of 0.001 kW and an exponent
+// of 10 its dip is a number still. The highest and hottest site that a project can have lies at 4,572 m and
+// 66 degrees.
 
 namespace genvara {
 namespace {
@@ -140,7 +137,7 @@ constexpr auto kRules = std::to_array<CatalogueRule>({
     {"Motor Power Conversions", "HP", kIsNotPositive, kNotPositive},
     {"Motor Power Conversions", "RunningKW", kIsNotPositive, kNotPositive},
     {"Motor Power Conversions", "RunningKVA", kIsNotPositive, kNotPositive},
-    {"Motor Power Conversions", "RunningKVA", "{0} > 0 and {0} < RunningKW", "is below RunningKW"},
+    {"Motor Power Conversions", "RunningKVA", "{0} > 0 and {0} < RunningKW + 0", "is below RunningKW"},
     {"Motor Power Conversions", "SPF", "{0} <= 0 or {0} > 1", "is no power factor, above 0 and up to 1"},
 });
 
