@@ -144,7 +144,7 @@ void AddRecommended(std::string& text, const CDesigner& designer) {
 }
 
 /// The step at which a set misses a test by most, with the two figures.
-std::string WorstMiss(const std::vector<std::vector<Verdict>>& steps, std::int32_t bit) {
+std::string WorstMiss(const std::vector<StepVerdicts>& steps, std::int32_t bit) {
     std::string text;
     double worst = 0.0;
     for (std::size_t t = 0; t < kStepTests.size(); ++t) {

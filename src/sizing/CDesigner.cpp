@@ -27,9 +27,9 @@ std::int32_t CDesigner::ChooseSets() {
         return 0;
     }
     m_vthdCalcsValid = HasDistortionModel(m_site->ConnectCode());
-    m_requirements = ReadSite();
+    m_requirements = RequirementsOf(*m_site, *this);
     m_figures = FiguresOf(*m_profile, *m_site);
-    DesignRun run(*m_gensets, *m_site, m_requirements, m_figures, *this);
+    DesignRun run(*m_gensets, m_requirements, m_figures, *this);
     for (; row != nullptr; row = candidates->Next()) {
         run.Judge(*row);
     }
@@ -40,20 +40,6 @@ std::int32_t CDesigner::ChooseSets() {
 
 std::string CDesigner::TrimModelNum(std::string_view text) {
     return std::string(text.substr(0, text.find('-')));
-}
-
-SiteRequirements CDesigner::ReadSite() const {
-    return {.gensets = static_cast<double>(m_site->GensetsInParallel()),
-            .phases = static_cast<double>(m_site->Phases()),
-            .voltage = static_cast<double>(m_site->Voltage()),
-            .connectCode = m_site->ConnectCode(),
-            .maxFreqDipEnabled = m_site->MaxFreqDipEnabled(),
-            .maxFreqDip = static_cast<double>(m_site->MaxFreqDip()),
-            .maxHarmonicsEnabled = m_site->MaxHarmonicsEnabled(),
-            .maxHarmonics = static_cast<double>(m_site->MaxHarmonics()),
-            .minLoading = MinLoading(),
-            .maxLoading = MaxLoading(),
-            .distortionValid = m_vthdCalcsValid};
 }
 
 }  // namespace genvara
