@@ -21,6 +21,7 @@ void CDesigner::SelectGensets() {
 std::int32_t CDesigner::ChooseSets() {
     m_chosen.clear();
     m_rejected.clear();
+    m_counts = {};
     const std::unique_ptr<GensetCursor> candidates = std::move(m_candidates);
     const GensetRow* row = candidates ? candidates->Next() : nullptr;
     if (row == nullptr) {
@@ -35,6 +36,7 @@ std::int32_t CDesigner::ChooseSets() {
     }
     m_chosen = run.ReleaseChosen();
     m_rejected = run.ReleaseRejected();
+    m_counts = run.Counts();
     return NumChosenSets();
 }
 

@@ -52,6 +52,9 @@ class CDesigner : public DesignLimits {
     /// before stay.
     std::int32_t ChooseSets();
 
+    /// What became of the candidates of the last run.
+    [[nodiscard]] const RunCounts& Counts() const noexcept { return m_counts; }
+
     /// The recommended sets, smallest first.
     [[nodiscard]] const std::vector<ChosenSet>& ChosenSets() const noexcept { return m_chosen; }
     /// The undersized sets, largest first.
@@ -123,6 +126,7 @@ class CDesigner : public DesignLimits {
     std::vector<RejectedSet> m_rejected;
     SiteRequirements m_requirements;
     ProfileFigures m_figures;
+    RunCounts m_counts;
     bool m_vthdCalcsValid = false;
 };
 

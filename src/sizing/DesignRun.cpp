@@ -46,31 +46,33 @@ DesignRun::DesignRun(GensetSource& gensets, const SiteRequirements& site, const 
 
 void DesignRun::Judge(const GensetRow& row) {
     const Candidate set = CandidateAt(row, *m_site, m_tables);
-    if (ChangesNothing(row, set)) {
+    if (const std::optional<Fate> fate = FateWithoutRecord(row, set)) {
+        Count(m_counts, *fate);
         return;
     }
     const std::int32_t reason = m_judge.Judge(set);
-    switch (FateOf(reason, set, *m_site, *m_profile)) {
-        case Fate::Recommended:
-            File(row, set, m_chosen, reason);
-            break;
-        case Fate::Undersized:
-            File(row, set, m_rejected, reason);
-            break;
-        case Fate::BelowMinLoading:
-            break;
+    const Fate fate = FateOf(reason, set, *m_site, *m_profile);
+    if (fate == Fate::Recommended) {
+        File(row, set, m_chosen, reason);
+    } else if (fate == Fate::Undersized) {
+        File(row, set, m_rejected, reason);
     }
+    Count(m_counts, fate);
 }
 
-/// Whether the list that the set belongs to has no room for it, and nothing of it can raise: most of a large
-/// catalogue is of this kind once the lists are full, and its figures are not worked out.
-bool DesignRun::ChangesNothing(const GensetRow& row, const Candidate& set) {
+/// The fate of a set if the list that it belongs to has no room for it and nothing of it can raise: most of a
+/// large catalogue is of this kind once the lists are full, and its figures are not worked out.
+std::optional<Fate> DesignRun::FateWithoutRecord(const GensetRow& row, const Candidate& set) {
     const bool chosen = m_chosen.Takes(set.deratedRating);
     const bool rejected = m_rejected.Takes(set.deratedRating);
     if ((chosen && rejected) || !m_stepsCannotFail || !CannotFail(set) || !HasNames(row, row)) {
-        return false;
+        return std::nullopt;
     }
-    return chosen == rejected || m_judge.Passes(set) == rejected;
+    if (!m_judge.Passes(set)) {
+        return rejected ? std::nullopt : std::optional(Fate::Undersized);
+    }
+    const Fate fate = FateOf(0, set, *m_site, *m_profile);
+    return chosen && fate == Fate::Recommended ? std::nullopt : std::optional(fate);
 }
 
 /// Adds the candidate to a list, unless it would be cut off again. Names that a record needs are read all

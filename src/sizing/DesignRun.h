@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,11 +35,13 @@ class DesignRun {
     /// @throws RaisedError of the database, of a field that cannot be read, or of the arithmetic.
     void Judge(const GensetRow& row);
 
+    /// Of the candidates judged so far.
+    [[nodiscard]] const RunCounts& Counts() const noexcept { return m_counts; }
     [[nodiscard]] std::vector<ChosenSet> ReleaseChosen() { return m_chosen.Release(); }
     [[nodiscard]] std::vector<RejectedSet> ReleaseRejected() { return m_rejected.Release(); }
 
   private:
-    [[nodiscard]] bool ChangesNothing(const GensetRow& row, const Candidate& set);
+    [[nodiscard]] std::optional<Fate> FateWithoutRecord(const GensetRow& row, const Candidate& set);
     template <typename Record, typename Before>
     void File(const GensetRow& row, const Candidate& set, ResultList<Record, Before>& list,
               std::int32_t reason);
@@ -50,6 +53,7 @@ class DesignRun {
     bool m_stepsCannotFail;
     ResultList<ChosenSet, std::less<>> m_chosen;
     ResultList<RejectedSet, std::greater<>> m_rejected;
+    RunCounts m_counts;
 };
 
 }  // namespace genvara

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Candidate.h"
+#include "DesignResults.h"
 #include "ProfileFigures.h"
 #include "SiteRequirements.h"
 #include "StepDistortion.h"
@@ -28,6 +29,21 @@ enum class Fate : std::uint8_t {
     }
     return site.minLoading * set.siteRating / 100.0 > profile.totalRunningKW ? Fate::BelowMinLoading
                                                                              : Fate::Recommended;
+}
+
+/// Counts a fate.
+inline void Count(RunCounts& counts, Fate fate) noexcept {
+    switch (fate) {
+        case Fate::Recommended:
+            ++counts.recommended;
+            break;
+        case Fate::Undersized:
+            ++counts.undersized;
+            break;
+        case Fate::BelowMinLoading:
+            ++counts.underloaded;
+            break;
+    }
 }
 
 /// Takes candidates through the steps of a profile, one after the other.

@@ -154,6 +154,7 @@ TEST(DesignRun, LeavesOutNothingThatItsListsWouldShow) {
         const Failure failure = FailureOf([&] { design.fixture.Run(); });
         const std::vector<ChosenSet> chosen = designer.ChosenSets();
         const std::vector<RejectedSet> rejected = designer.RejectedSets();
+        const RunCounts counts = designer.Counts();
         designer.MaxSetsRecommended(1000);
         designer.MaxSetsUndersized(1000);
         ASSERT_EQ(FailureOf([&] { design.fixture.Run(); }), failure) << "design " << number;
@@ -165,6 +166,10 @@ TEST(DesignRun, LeavesOutNothingThatItsListsWouldShow) {
         const auto allRejected = cut(designer.RejectedSets(), limits.MaxSetsUndersized());
         ASSERT_TRUE(std::ranges::equal(chosen, allChosen, SameRecord)) << "design " << number;
         ASSERT_TRUE(std::ranges::equal(rejected, allRejected, SameRejection)) << "design " << number;
+        ASSERT_EQ(counts.recommended, designer.NumChosenSets());
+        ASSERT_EQ(counts.undersized, designer.NumRejectedSets());
+        ASSERT_EQ(counts.underloaded, designer.Counts().underloaded);
+        ASSERT_EQ(counts.Candidates(), static_cast<std::int64_t>(design.fixture.gensets.rows.size()));
         met.found += static_cast<int>(chosen.size());
         met.nothing += static_cast<int>(rejected.size());
     }
