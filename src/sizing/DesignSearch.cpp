@@ -4,6 +4,7 @@
 
 #include "CannotFail.h"
 #include "DesignRun.h"
+#include "JudgeInOrder.h"
 
 namespace genvara {
 
@@ -70,11 +71,7 @@ void DesignSearch::FindInOrder(SearchAnswer& answer, std::int32_t limit) {
 std::optional<Tightest> DesignSearch::TightestAt(std::size_t candidate) {
     const Candidate& set = m_prepared.Sets()[candidate];
     m_judge.Judge(set);
-    std::optional<Tightest> tightest;
-    for (std::size_t s = 0; s < m_profile.steps.size(); ++s) {
-        KeepTighter(tightest, static_cast<std::int32_t>(s) + 1, m_judge.VerdictsAt(s, set));
-    }
-    return tightest;
+    return m_judge.TightestOf(set);
 }
 
 }  // namespace genvara

@@ -24,26 +24,6 @@ struct SearchAnswer {
     std::int32_t numChosenSets = 0;  ///< after the cut to the list's limit; 1 at most where one was asked for
 };
 
-/// Takes every candidate in the order of the catalogue through every step, as a run over the database does.
-/// @param visit takes position, fate and bits of the failed tests of each.
-/// @throws RaisedError as that run would, at the same candidate.
-template <typename Visit>
-void JudgeInOrder(const PreparedSite& prepared, const ProfileFigures& profile, StepJudge& judge,
-                  Visit visit) {
-    for (std::size_t i = 0; i < prepared.Sets().size(); ++i) {
-        const Candidate& set = prepared.Sets()[i];
-        const std::int32_t reason = judge.Judge(set);
-        const Fate fate = FateOf(reason, set, prepared.Site(), profile);
-        if (fate != Fate::BelowMinLoading) {
-            (void)prepared.NamesOf(i);
-        }
-        visit(i, fate, reason);
-    }
-    if (prepared.Failure()) {
-        throw RaisedError(*prepared.Failure());
-    }
-}
-
 /// Finds the first recommended set of one variation after the other, over candidates in memory. The answer is
 /// that of a run of `CDesigner`, to the last bit, and so is the failure. Of one thread; each thread has its
 /// own.

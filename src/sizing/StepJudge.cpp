@@ -61,6 +61,14 @@ bool StepJudge::Passes(const Candidate& set) {
     return true;
 }
 
+std::optional<Tightest> StepJudge::TightestOf(const Candidate& set) const {
+    std::optional<Tightest> tightest;
+    for (std::size_t s = 0; s < m_outcomes.size(); ++s) {
+        KeepTighter(tightest, static_cast<std::int32_t>(s) + 1, VerdictsAt(s, set));
+    }
+    return tightest;
+}
+
 bool StepJudge::FailsAt(std::size_t s, const Candidate& set) {
     StepOutcome outcome;
     const StepTrial trial = TrialOf(s, set, outcome);

@@ -3,10 +3,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "Candidate.h"
 #include "DesignResults.h"
+#include "Margins.h"
 #include "ProfileFigures.h"
 #include "SiteRequirements.h"
 #include "StepDistortion.h"
@@ -77,6 +79,8 @@ class StepJudge {
     [[nodiscard]] StepVerdicts VerdictsAt(std::size_t s, const Candidate& set) const {
         return VerdictsOf(TrialOf(s, set, m_outcomes[s]));
     }
+    /// The tightest of all its tests.
+    [[nodiscard]] std::optional<Tightest> TightestOf(const Candidate& set) const;
 
   private:
     [[nodiscard]] StepTrial TrialOf(std::size_t s, const Candidate& set, const StepOutcome& outcome) const {
