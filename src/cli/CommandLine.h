@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "DesignLimits.h"
-#include "RaisedError.h"
 
 namespace genvara {
 
@@ -21,9 +20,6 @@ struct ProjectArguments {
 
 /// The genset database that lies beside the program.
 [[nodiscard]] std::filesystem::path DatabaseBesideProgram();
-
-/// Lets every project answer with the failure of the database that they share; the exit status.
-[[nodiscard]] int FailAll(const ProjectArguments& arguments, const RaisedError& failure);
 
 // The commands; each returns the exit status of the program.
 [[nodiscard]] int RunSize(const ProjectArguments& arguments);

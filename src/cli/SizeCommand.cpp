@@ -6,6 +6,7 @@
 #include "OpenCatalogue.h"
 #include "Output.h"
 #include "ProjectBatch.h"
+#include "SizeCommand.h"
 #include "SizedProject.h"
 #include "SizingJson.h"
 #include "SizingTable.h"
@@ -14,8 +15,14 @@
 namespace genvara {
 namespace {
 
-ProjectOutcome SizeOne(const std::string& file, const ProjectArguments& arguments,
-                       const SharedCatalogue& catalogue) {
+std::string Shown(const std::string& file, const SizedProject& sized, bool json) {
+    return json ? SizingJson(file, sized) + "\n" : SizingTable(file, sized);
+}
+
+}  // namespace
+
+ProjectOutcome SizeAndShow(const std::string& file, const ProjectArguments& arguments,
+                           const SharedCatalogue& catalogue, const ShowProject& show) {
     SkipCounter skipped;
     ProjectOutcome outcome;
     const auto fail = [&](Status status, const RaisedError& error) {
@@ -26,7 +33,7 @@ ProjectOutcome SizeOne(const std::string& file, const ProjectArguments& argument
     try {
         SizedProject sized(file, catalogue, skipped);
         sized.Size(arguments.limits);
-        outcome.output = arguments.json ? SizingJson(file, sized) + "\n" : SizingTable(file, sized);
+        outcome.output = show(sized);
         outcome.complaint = skipped.Warning(file);
     } catch (const ProjectFailure& failure) {
         fail(failure.status, failure.error);
@@ -35,8 +42,6 @@ ProjectOutcome SizeOne(const std::string& file, const ProjectArguments& argument
     }
     return outcome;
 }
-
-}  // namespace
 
 int FailAll(const ProjectArguments& arguments, const RaisedError& failure) {
     if (arguments.json) {
@@ -63,7 +68,10 @@ int RunSize(const ProjectArguments& arguments) {
     OutcomePrinter printer(!arguments.json);
     ProjectBatch batch(
         arguments.files, arguments.jobs,
-        [&](const std::string& file) { return SizeOne(file, arguments, catalogue); },
+        [&](const std::string& file) {
+            return SizeAndShow(file, arguments, catalogue,
+                               [&](const SizedProject& sized) { return Shown(file, sized, arguments.json); });
+        },
         [&](const ProjectOutcome& outcome) { printer.Take(outcome); });
     batch.Run();
     return static_cast<int>(printer.Worst());

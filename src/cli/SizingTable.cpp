@@ -188,13 +188,18 @@ void AddUndersized(std::string& text, const CDesigner& designer) {
 
 }  // namespace
 
-std::string SizingTable(const std::string& file, const SizedProject& sized) {
+std::string ProjectHeading(const std::string& file, const SizedProject& sized) {
     const CProject& project = sized.Project();
-    const CDesigner& designer = sized.Designer();
     std::string text = fmt::format("{}\n", OneLine(file, 200));
     fmt::format_to(std::back_inserter(text), "  {:<16}{}\n", "Project", OneLine(project.ProjName(), 100));
     fmt::format_to(std::back_inserter(text), "  {:<16}{}\n", "Customer", OneLine(project.Customer(), 100));
     AddSite(text, sized.PowerSystem());
+    return text;
+}
+
+std::string SizingTable(const std::string& file, const SizedProject& sized) {
+    const CDesigner& designer = sized.Designer();
+    std::string text = ProjectHeading(file, sized);
     AddProfile(text, sized);
     if (designer.NumChosenSets() + designer.NumRejectedSets() > 0) {
         fmt::format_to(std::back_inserter(text), "\n  Running {} kW in all, peak start {} kVA\n",

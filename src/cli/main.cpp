@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 
 #include "CommandLine.h"
+#include "ExplainCommand.h"
 #include "Output.h"
 #include "ProgramVersion.h"
 #include "RaisedError.h"
@@ -83,6 +84,7 @@ class CommandLine {
             "cannot be read; 4 a run failed. With several projects the highest counts.");
         m_arguments.database = DatabaseBesideProgram();
         AddSize();
+        AddExplain();
         AddCheck();
         AddReport();
         AddExportSpec();
@@ -111,11 +113,28 @@ class CommandLine {
         AddProjects(*size, m_arguments);
         AddDatabase(*size, m_arguments);
         AddLimits(*size, m_arguments);
-        size->add_flag("--json", m_arguments.json, "One JSON object on one line for each project");
-        size->add_option("--jobs", m_arguments.jobs, "Projects to size at the same time [1]")
-            ->check(CLI::Range(1, 256))
-            ->type_name("N");
+        AddJson(*size);
+        AddJobs(*size, "Projects to size at the same time [1]");
         size->callback([this] { m_todo = [this] { return RunSize(m_arguments); }; });
+    }
+
+    void AddExplain() {
+        CLI::App* explain =
+            m_app.add_subcommand("explain", "Show why each set is recommended or not, test by test");
+        AddProjects(*explain, m_arguments);
+        AddDatabase(*explain, m_arguments);
+        AddLimits(*explain, m_arguments);
+        AddJson(*explain);
+        AddJobs(*explain, "Projects to explain at the same time [1]");
+        explain
+            ->add_option("--model", m_explain.choice.models,
+                         "Explain the candidates of a model in place of the two lists; may be repeated")
+            ->type_name("MODEL")
+            ->allow_extra_args(false);
+        explain->add_flag("--all", m_explain.choice.all, "Explain every candidate");
+        explain->add_flag("--steps", m_explain.steps,
+                          "Show every step in the table, and not the worst alone");
+        explain->callback([this] { m_todo = [this] { return RunExplain(m_arguments, m_explain); }; });
     }
 
     void AddCheck() {
@@ -196,9 +215,20 @@ class CommandLine {
         check->callback([this] { m_todo = [this] { return RunCatalogCheck(m_file); }; });
     }
 
+    void AddJson(CLI::App& command) {
+        command.add_flag("--json", m_arguments.json, "One JSON object on one line for each project");
+    }
+
+    void AddJobs(CLI::App& command, const char* description) {
+        command.add_option("--jobs", m_arguments.jobs, description)
+            ->check(CLI::Range(1, 256))
+            ->type_name("N");
+    }
+
     CLI::App m_app{"Sizes electric generator sets for a site and its load profile.", "genvara-cli"};
     ProjectArguments m_arguments;
     ReportArguments m_report;
+    ExplainArguments m_explain;
     std::string m_folder;
     std::string m_file;
     std::function<int()> m_todo;

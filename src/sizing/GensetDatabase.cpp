@@ -297,6 +297,18 @@ Row GensetDatabase::RowOf(std::string_view table, std::int32_t id, KeptRows<Row>
     return Columns(rows).Read(rows);
 }
 
+bool GensetDatabase::HasModel(const std::string& model) {
+    SqlRows rows(Connection(), "Select distinct GensetModel from [Gensets]");
+    DbText found;
+    while (rows.Next()) {
+        rows.ReadText(0, found);
+        if (!found.IsNull() && found.Text("GensetDatabase::HasModel") == model) {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::vector<ConnectionRecord> GensetDatabase::Connections() {
     constexpr std::string_view kMember = "GensetDatabase::Connections";
     SqlRows rows(Connection(), "Select * from Connections");

@@ -49,6 +49,9 @@ class GensetDatabase final : public GensetSource {
     [[nodiscard]] DerateRow DerateCode(std::int32_t id) override;
     [[nodiscard]] AlternatorRow Alternator(std::int32_t id) override;
 
+    /// Whether any row of [Gensets] is of a model.
+    [[nodiscard]] bool HasModel(const std::string& model);
+
     /// The winding connections offered to the user, in table order.
     [[nodiscard]] std::vector<ConnectionRecord> Connections();
     /// The line-to-line voltages [V] for which there are sets, as the database gives them.

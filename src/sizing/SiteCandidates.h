@@ -47,7 +47,7 @@ class SiteCandidates {
 /// may ask at the same time.
 class CandidateStore {
   public:
-    /// The source outlives the store, and nobody else asks it meanwhile.
+    /// The source outlives the store; others may ask it too if it allows that.
     explicit CandidateStore(GensetSource& gensets) : m_gensets(&gensets) {}
 
     /// @throws RaisedError of the database.
