@@ -18,7 +18,6 @@ Interruption::Interruption() {
     g_stop = false;
     struct sigaction action {};
     action.sa_handler = Stop;
-    // Calls that wait are not taken up again: the one that reads from a pipe ends too.
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(SIGINT, &action, nullptr);
 }

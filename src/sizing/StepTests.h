@@ -29,7 +29,7 @@ struct Verdict {
     /// What is left, in percent of what is there; nothing where the test does not apply or nothing is there.
     [[nodiscard]] std::optional<double> Margin() const noexcept {
         const double margin = 100.0 * (available - needed) / available;
-        return applies && available != 0.0 && std::isfinite(margin) ? std::optional(margin) : std::nullopt;
+        return applies && std::isfinite(margin) ? std::optional(margin) : std::nullopt;
     }
 };
 

@@ -97,6 +97,11 @@ TEST(VerdictWords, GiveTheReasonOfEachFate) {
     undersized.steps[1][TestOf(rejection::kRating)] = {.needed = 120.0, .available = 100.0};
     EXPECT_EQ(ReasonOf(Set(undersized.steps), fixture.profile, 30),
               "step 2, Chiller: 120.0 kW running, 100.0 kW rated");
+    // What has no limit is no reason, however far it is from what would be one.
+    undersized.steps[0][TestOf(rejection::kFrequencyDip)] = {
+        .needed = 90.0, .available = 5.0, .applies = false};
+    EXPECT_EQ(ReasonOf(Set(undersized.steps), fixture.profile, 30),
+              "step 2, Chiller: 120.0 kW running, 100.0 kW rated");
     ExplainedSet dropped = Set(Steps(dip, {{5.0, 10.0}, {8.9, 10.0}}));
     dropped.fate = Fate::BelowMinLoading;
     dropped.loading = 21.94;
