@@ -1,5 +1,5 @@
-// What a variation of a sample project costs against a bare run of the engine over the same candidates, derate
-// codes and alternators in memory.
+// What a variation of a sample project costs against a bare run of the engine over the same candidates,
+// derate codes and alternators in memory.
 
 #include <benchmark/benchmark.h>
 
@@ -11,6 +11,8 @@
 #include "CachedGensets.h"
 #include "DesignSearch.h"
 #include "GensetDatabase.h"
+#include "JudgeInOrder.h"
+#include "PreparedSite.h"
 #include "ProjectFile.h"
 
 namespace genvara {
@@ -50,6 +52,23 @@ void BareRun(benchmark::State& state) {
 }
 BENCHMARK(BareRun)->Unit(benchmark::kMicrosecond);
 
+/// The same with nothing around it: figures of the candidates at hand, no lists, each through every step.
+void EveryCandidate(benchmark::State& state) {
+    Sample sample;
+    CandidateStore store(sample.database);
+    PreparedSite prepared;
+    prepared.Prepare(store.Of(FilterOf(sample.site)), RequirementsOf(sample.site, DesignLimits()));
+    StepJudge judge;
+    for (auto _ : state) {
+        const ProfileFigures figures = FiguresOf(sample.profile, sample.site);
+        judge.Begin(prepared.Site(), figures);
+        JudgeInOrder(prepared, figures, judge, [](std::size_t /*i*/, Fate fate, std::int32_t /*reason*/) {
+            benchmark::DoNotOptimize(fate);
+        });
+    }
+}
+BENCHMARK(EveryCandidate)->Unit(benchmark::kMicrosecond);
+
 /// A change, the profile's figures, all candidates, the set found.
 template <typename Change>
 void Vary(benchmark::State& state, Change change) {
@@ -73,9 +92,8 @@ void VaryAltitude(benchmark::State& state) {
 BENCHMARK(VaryAltitude)->Unit(benchmark::kMicrosecond);
 
 void VaryLoad(benchmark::State& state) {
-    Vary(state, [](Sample& sample, bool other) {
-        (*sample.profile.LoadStep(4).begin())->Quantity(other ? 2 : 1);
-    });
+    Vary(state,
+         [](Sample& sample, bool other) { (*sample.profile.LoadStep(4).begin())->Quantity(other ? 2 : 1); });
 }
 BENCHMARK(VaryLoad)->Unit(benchmark::kMicrosecond);
 

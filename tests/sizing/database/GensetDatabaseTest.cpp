@@ -177,6 +177,17 @@ TEST(GensetDatabase, FindsColumnsInAnyCase) {
                                              HasSubstr("lacks the column \"LRkVA\""))));
 }
 
+TEST(GensetDatabase, KnowsItsModels) {
+    const TestCatalogue catalogue;
+    catalogue.Execute("Update [Gensets] set GensetModel = null where rowid = 1");
+    catalogue.Execute("Update [Gensets] set GensetModel = 'M 1' where rowid = 2");
+    GensetDatabase database(catalogue.Database());
+    EXPECT_TRUE(database.HasModel("M 1"));
+    EXPECT_FALSE(database.HasModel("m 1"));
+    EXPECT_FALSE(database.HasModel("M"));
+    EXPECT_FALSE(database.HasModel(""));
+}
+
 TEST(CachedGensets, GivesEveryThreadTheSameRows) {
     const TestCatalogue catalogue;
     GensetDatabase database(catalogue.Database());
