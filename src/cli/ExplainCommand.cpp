@@ -100,7 +100,14 @@ int RunExplain(const ProjectArguments& project, const ExplainArguments& argument
             printer.Take(outcome);
             progress.Show(++done);
         });
-    batch.Run();
+    try {
+        batch.Run();
+    } catch (...) {
+        // Whoever read the output may have been stopped by the same keys.
+        if (!interruption.Requested()) {
+            throw;
+        }
+    }
     return interruption.Requested() ? kInterrupted : static_cast<int>(printer.Worst());
 }
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <filesystem>
@@ -6,6 +7,7 @@
 #include <sstream>
 #include <string>
 #include <system_error>
+#include <thread>
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
@@ -29,6 +31,7 @@ std::filesystem::path DatabaseBesideProgram() {
 namespace {
 
 constexpr int kBadArguments = static_cast<int>(Status::BadArguments);
+constexpr std::int32_t kMostJobs = 256;
 
 void AddDatabase(CLI::App& command, ProjectArguments& arguments) {
     command.add_option("--db", arguments.database, "Genset database; by default the one beside the program")
@@ -125,7 +128,8 @@ class CommandLine {
         AddDatabase(*explain, m_arguments);
         AddLimits(*explain, m_arguments);
         AddJson(*explain);
-        AddJobs(*explain, "Projects to explain at the same time [1]");
+        CLI::Option* jobs =
+            AddJobs(*explain, "Projects to explain at the same time [as many as there are cores]");
         explain
             ->add_option("--model", m_explain.choice.models,
                          "Explain the candidates of a model in place of the two lists; may be repeated")
@@ -134,7 +138,13 @@ class CommandLine {
         explain->add_flag("--all", m_explain.choice.all, "Explain every candidate");
         explain->add_flag("--steps", m_explain.steps,
                           "Show every step in the table, and not the worst alone");
-        explain->callback([this] { m_todo = [this] { return RunExplain(m_arguments, m_explain); }; });
+        explain->callback([this, jobs] {
+            if (jobs->empty()) {
+                m_arguments.jobs =
+                    std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostJobs);
+            }
+            m_todo = [this] { return RunExplain(m_arguments, m_explain); };
+        });
     }
 
     void AddCheck() {
@@ -219,9 +229,9 @@ class CommandLine {
         command.add_flag("--json", m_arguments.json, "One JSON object on one line for each project");
     }
 
-    void AddJobs(CLI::App& command, const char* description) {
-        command.add_option("--jobs", m_arguments.jobs, description)
-            ->check(CLI::Range(1, 256))
+    CLI::Option* AddJobs(CLI::App& command, const char* description) {
+        return command.add_option("--jobs", m_arguments.jobs, description)
+            ->check(CLI::Range(1, kMostJobs))
             ->type_name("N");
     }
 

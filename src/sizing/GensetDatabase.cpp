@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "AtomicFile.h"
+#include "GensetColumns.h"
 #include "GensetSchema.h"
 #include "NumberText.h"
 #include "RaisedError.h"
@@ -39,52 +40,6 @@ auto Guarded(Work&& work) {
     }
 }
 
-/// Where the fields of [Gensets] stand in a statement's rows, looked up once a statement.
-struct GensetColumns {
-    explicit GensetColumns(const SqlRows& rows)
-        : gensetModel(rows.Column("GensetModel")), engineModel(rows.Column("EngineModel")) {
-        for (std::size_t i = 0; i < kGensetNumbers.size(); ++i) {
-            numbers.at(i) = rows.Column(kGensetNumbers.at(i).name);
-        }
-        for (std::size_t i = 0; i < kRatingColumns.size(); ++i) {
-            ratings.at(i) = rows.Column(kRatingColumns.at(i));
-        }
-    }
-
-    /// The numeric fields with the members that take them.
-    struct NumberField {
-        const char* name;
-        DbNumber GensetRow::*target;
-    };
-    static constexpr std::array<NumberField, 8> kGensetNumbers{{{"Fuel", &GensetRow::Fuel},
-                                                                {"DerateCode", &GensetRow::DerateCode},
-                                                                {"AltModel", &GensetRow::AltModel},
-                                                                {"LRkVA", &GensetRow::LRkVA},
-                                                                {"StartingPower", &GensetRow::StartingPower},
-                                                                {"BaseFreqDipKW", &GensetRow::BaseFreqDipKW},
-                                                                {"BaseFreqDip", &GensetRow::BaseFreqDip},
-                                                                {"ExpC", &GensetRow::ExpC}}};
-    /// By temperature rise and duty code.
-    static constexpr std::array<const char*, 5> kRatingColumns{"Rating80C", "Rating105C", "Rating125C",
-                                                               "Rating130C", "Rating150C"};
-
-    std::array<int, kGensetNumbers.size()> numbers{};
-    std::array<int, kRatingColumns.size()> ratings{};
-    int gensetModel;
-    int engineModel;
-};
-
-void ReadGensetRow(const SqlRows& rows, const GensetColumns& columns, GensetRow& row) {
-    for (std::size_t i = 0; i < columns.numbers.size(); ++i) {
-        row.*GensetColumns::kGensetNumbers[i].target = rows.Number(columns.numbers[i]);
-    }
-    for (std::size_t i = 0; i < columns.ratings.size(); ++i) {
-        row.Ratings[i] = rows.Number(columns.ratings[i]);
-    }
-    rows.ReadText(columns.gensetModel, row.GensetModel);
-    rows.ReadText(columns.engineModel, row.EngineModel);
-}
-
 class DatabaseCursor final : public GensetCursor {
   public:
     DatabaseCursor(sqlite3* connection, const std::string& query)
@@ -94,7 +49,7 @@ class DatabaseCursor final : public GensetCursor {
         if (!m_rows.Next()) {
             return nullptr;
         }
-        ReadGensetRow(m_rows, m_columns, m_row);
+        m_columns.Read(m_rows, m_row);
         return &m_row;
     }
 
@@ -102,46 +57,6 @@ class DatabaseCursor final : public GensetCursor {
     SqlRows m_rows;
     GensetColumns m_columns;
     GensetRow m_row;
-};
-
-/// Where the fields of [Derate Codes] stand in a query's rows, and reading them.
-struct DerateColumns {
-    explicit DerateColumns(const SqlRows& rows)
-        : altDerateBase(rows.Column("AltDerateBase")),
-          altDerateSlope(rows.Column("AltDerateSlope")),
-          tempDerateBase(rows.Column("TempDerateBase")),
-          tempDerateSlope(rows.Column("TempDerateSlope")) {}
-
-    [[nodiscard]] DerateRow Read(const SqlRows& rows) const {
-        return {.AltDerateBase = rows.Number(altDerateBase),
-                .AltDerateSlope = rows.Number(altDerateSlope),
-                .TempDerateBase = rows.Number(tempDerateBase),
-                .TempDerateSlope = rows.Number(tempDerateSlope)};
-    }
-
-    int altDerateBase, altDerateSlope, tempDerateBase, tempDerateSlope;
-};
-
-/// The same of [Alternators].
-struct AlternatorColumns {
-    explicit AlternatorColumns(const SqlRows& rows)
-        : id(rows.Column("ID")),
-          modelNum(rows.Column("ModelNum")),
-          basekW(rows.Column("BasekW")),
-          baseVolts(rows.Column("BaseVolts")),
-          subtransReact(rows.Column("SubtransReact")) {}
-
-    [[nodiscard]] AlternatorRow Read(const SqlRows& rows) const {
-        AlternatorRow row{.ID = rows.Number(id),
-                          .ModelNum = {},
-                          .BasekW = rows.Number(basekW),
-                          .BaseVolts = rows.Number(baseVolts),
-                          .SubtransReact = rows.Number(subtransReact)};
-        rows.ReadText(modelNum, row.ModelNum);
-        return row;
-    }
-
-    int id, modelNum, basekW, baseVolts, subtransReact;
 };
 
 /// The first row of each key, of no more rows than are kept. A key is an integer that is stored as a number:
