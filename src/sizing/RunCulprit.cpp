@@ -90,7 +90,7 @@ bool Raises(const RaisedError& error, Question question) {
 RunCulprit LoadOf(const CLoadStep& step, std::int32_t number, CLoadStep::Loads::const_iterator load) {
     return {.step = number,
             .load = static_cast<std::int32_t>(std::distance(step.begin(), load)) + 1,
-            .loadName = (*load)->name(),
+            .loadName = load->name(),
             .set = {}};
 }
 
@@ -104,11 +104,11 @@ RunCulprit StepOf(const CLoadStep& step, std::int32_t number) {
 template <typename Question>
 std::optional<RunCulprit> FirstLoad(const CLoadProfile& profile, Question question) {
     std::int32_t number = 1;
-    for (const auto& step : profile) {
+    for (const CLoadStep& step : profile) {
         const auto found =
-            std::find_if(step->begin(), step->end(), [&](const auto& load) { return question(*load); });
-        if (found != step->end()) {
-            return LoadOf(*step, number, found);
+            std::find_if(step.begin(), step.end(), [&](const Load& load) { return question(load); });
+        if (found != step.end()) {
+            return LoadOf(step, number, found);
         }
         ++number;
     }
@@ -139,7 +139,7 @@ std::optional<RunCulprit> LargestLoad(const CLoadProfile& profile, std::int32_t 
         const CLoadStep& step = profile.LoadStep(number);
         for (auto load = step.begin(); load != step.end(); ++load) {
             const double power =
-                (*load)->Quantity() * std::hypot((*load)->RunningRealPower(), (*load)->RunningImgPower());
+                load->Quantity() * std::hypot(load->RunningRealPower(), load->RunningImgPower());
             if (power > most) {
                 most = power;
                 largest = LoadOf(step, number, load);
@@ -155,11 +155,11 @@ std::optional<RunCulprit> StepThatRaises(const RaisedError& error, const CLoadPr
                                          const CPwrSys& site) {
     StepFigures before;
     std::int32_t number = 1;
-    for (const auto& step : profile) {
-        if (RaisesByItself(error, *step, site)) {
-            return StepOf(*step, number);
+    for (const CLoadStep& step : profile) {
+        if (RaisesByItself(error, step, site)) {
+            return StepOf(step, number);
         }
-        if (Raises(error, [&] { return (before = FiguresOfStep(*step, before, site)).startKVA; })) {
+        if (Raises(error, [&] { return (before = FiguresOfStep(step, before, site)).startKVA; })) {
             return LargestLoad(profile, number);
         }
         ++number;
