@@ -3,11 +3,10 @@
 #include <algorithm>
 
 #include "CMtrLoad.h"
-#include "EntryText.h"
 #include "ErrorNumbers.h"
 #include "LoadKinds.h"
 #include "LoadMessages.h"
-#include "NumberText.h"
+#include "StringTable.h"
 #include "mdlConvert.h"
 
 namespace genvara {
@@ -48,8 +47,12 @@ const SizeMethod* FindSizeMethod(std::int32_t code) noexcept {
     return found == kSizeMethods.end() ? nullptr : found;
 }
 
-std::string SizeNote(const SizeMethod& method) {
-    return BoundsNote("0", RenderPlain(MostOf(method.code)), method.unit);
+NumberBounds SizeBounds(const SizeMethod& method) {
+    return {.name = std::string(StringTable::Text(method.caption)),
+            .least = 0.0,
+            .most = MostOf(method.code),
+            .above = true,
+            .unit = std::string(method.unit)};
 }
 
 double StoredSize(const CAirCondLoad& load, const SizeMethod& method) noexcept {

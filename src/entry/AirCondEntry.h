@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "CAirCondLoad.h"
+#include "NumberBounds.h"
 #include "RaisedError.h"
 
 namespace genvara {
@@ -28,8 +29,8 @@ inline constexpr std::array<SizeMethod, 3> kSizeMethods{
 /// The method of a code; null for a code of none.
 [[nodiscard]] const SizeMethod* FindSizeMethod(std::int32_t code) noexcept;
 
-/// The bounds of a method's size, as they stand behind the field.
-[[nodiscard]] std::string SizeNote(const SizeMethod& method);
+/// The bounds of a method's size.
+[[nodiscard]] NumberBounds SizeBounds(const SizeMethod& method);
 
 /// A stored size in the unit of a method; not given (-10) if it was entered otherwise.
 [[nodiscard]] double StoredSize(const CAirCondLoad& load, const SizeMethod& method) noexcept;

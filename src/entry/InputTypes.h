@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "CUPSLoad.h"
+#include "NumberBounds.h"
 
 namespace genvara {
 
@@ -36,6 +37,14 @@ struct Percents {
     std::int32_t least;
     std::int32_t most;
 };
+
+/// A percentage's bounds for its field.
+[[nodiscard]] inline NumberBounds PercentBounds(const Percents& percents) {
+    return {.least = static_cast<double>(percents.least),
+            .most = static_cast<double>(percents.most),
+            .whole = true,
+            .unit = "%"};
+}
 
 // The bounds that the setters of `CUPSLoad` and `CVFDLoad` enforce.
 inline constexpr Percents kUPSLoading{50, 100};

@@ -1,10 +1,6 @@
 #include "KeyFilters.h"
 
-#include <langinfo.h>
-#include <locale.h>  // NOLINT: newlocale is not part of <clocale>
-
 #include "CodePage.h"
-#include "NumberText.h"
 
 namespace genvara {
 namespace {
@@ -40,33 +36,6 @@ KeyVerdict NonZeroDigitKeyFilter(std::string_view text, char32_t key) noexcept {
 KeyVerdict MaxLengthKeyFilter(std::size_t textLength, std::size_t selectionLength, std::size_t most,
                               char32_t key) noexcept {
     return PassIf(textLength < most || key == kBackspace || selectionLength > 0);
-}
-
-bool ValidateNumericText(std::string_view text, std::string_view separator) {
-    return !text.empty() && !ParseNumber(WithPoint(text, separator));
-}
-
-std::string WithPoint(std::string_view text, std::string_view separator) {
-    std::string result(text);
-    if (separator.empty() || separator == ".") {
-        return result;
-    }
-    // A point is no decimal separator where another one is, and so no part of a number.
-    if (result.find('.') != std::string::npos) {
-        return "?";
-    }
-    const std::size_t place = result.find(separator);
-    return place == std::string::npos ? result : result.replace(place, separator.size(), ".");
-}
-
-std::string DecimalSeparator() {
-    locale_t locale = newlocale(LC_NUMERIC_MASK, "", nullptr);
-    if (locale == nullptr) {
-        return ".";
-    }
-    std::string separator = nl_langinfo_l(RADIXCHAR, locale);
-    freelocale(locale);
-    return separator.empty() ? "." : separator;
 }
 
 std::string StripAtNull(std::string_view text) {

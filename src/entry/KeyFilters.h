@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-/// What entry fields share: which typed characters they take, and whether their text is a number. All of it
-/// is told by the text alone; a refused key is dropped with a beep by whoever asked.
+/// Which typed characters entry fields take. All of it is told by the text alone; a refused key is dropped
+/// with a beep by whoever asked.
 namespace genvara {
 
 /// The key code of the backspace, which every filter lets pass where it can do no harm.
@@ -28,15 +28,6 @@ enum class KeyVerdict { Pass, Refuse };
 /// passes while there is one.
 [[nodiscard]] KeyVerdict MaxLengthKeyFilter(std::size_t textLength, std::size_t selectionLength,
                                             std::size_t most, char32_t key) noexcept;
-
-/// True when the text is BAD: neither empty nor a number by the user's decimal separator.
-[[nodiscard]] bool ValidateNumericText(std::string_view text, std::string_view separator);
-
-/// A number in the user's decimal separator as one with a point.
-[[nodiscard]] std::string WithPoint(std::string_view text, std::string_view separator);
-
-/// Decimal separator of the user's locale, asked of the environment and not of the process's locale.
-[[nodiscard]] std::string DecimalSeparator();
 
 /// The part before the first character of code 0. A text WITHOUT one gives an empty text.
 [[nodiscard]] std::string StripAtNull(std::string_view text);

@@ -33,6 +33,10 @@ inline constexpr std::int32_t kEvenlyDistributed = 628;
 inline constexpr std::int32_t kPhases = 142;
 }  // namespace form_strings
 
+/// Bounds of a load's quantity, which the loads enforce.
+inline constexpr std::int32_t kLeastQuantity = 1;
+inline constexpr std::int32_t kMostQuantity = 256;
+
 /// The kind of a code; null for a code of no kind.
 [[nodiscard]] const LoadKind* FindLoadKind(std::int32_t loadType) noexcept;
 

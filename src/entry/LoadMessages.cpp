@@ -23,6 +23,9 @@ std::string StoreFailureText(const LoadKind& kind, const RaisedError& failure, s
     if (failure.Number() == errors::kTypeMismatch) {
         return std::string(fieldText.empty() ? kind.blankMessage : kind.notANumber);
     }
+    if (failure.Number() == errors::kOverflow) {
+        return {};
+    }
     return NumberedText(failure.Number(), failure.Description());
 }
 

@@ -13,7 +13,7 @@ namespace genvara {
 [[nodiscard]] std::string CreateFailureText(const RaisedError& failure);
 
 /// A field that could not be stored: the kind's own sentence where a text is no number, else number and
-/// description.
+/// description. Empty for a number too large to work with, which the sentence beside the field tells.
 /// @param fieldText what the field at hand holds.
 [[nodiscard]] std::string StoreFailureText(const LoadKind& kind, const RaisedError& failure,
                                            std::string_view fieldText);

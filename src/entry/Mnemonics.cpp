@@ -37,11 +37,13 @@ class Keys {
     explicit Keys(const std::vector<std::string>& captions) : m_captions(captions) {}
 
     void Reserve(char key, std::size_t caption) { m_holders[key] = caption; }
+    void Take(char key) { m_taken.insert(key); }
 
     /// A key that nobody has, if the caption holds one.
     void GiveFree(std::size_t caption) {
         for (const std::size_t place : Places(m_captions[caption])) {
-            if (m_holders.try_emplace(KeyOf(m_captions[caption][place]), caption).second) {
+            const char key = KeyOf(m_captions[caption][place]);
+            if (!m_taken.contains(key) && m_holders.try_emplace(key, caption).second) {
                 m_places[caption] = place;
                 return;
             }
@@ -51,7 +53,7 @@ class Keys {
     bool Give(std::size_t caption, std::set<char>& tried) {
         for (const std::size_t place : Places(m_captions[caption])) {
             const char key = KeyOf(m_captions[caption][place]);
-            if (!tried.insert(key).second) {
+            if (m_taken.contains(key) || !tried.insert(key).second) {
                 continue;
             }
             const auto holder = m_holders.find(key);
@@ -71,14 +73,18 @@ class Keys {
 
   private:
     const std::vector<std::string>& m_captions;
+    std::set<char> m_taken;
     std::map<char, std::size_t> m_holders;
     std::map<std::size_t, std::size_t> m_places;
 };
 
 }  // namespace
 
-std::vector<std::string> WithMnemonics(std::vector<std::string> captions) {
+std::vector<std::string> WithMnemonics(std::vector<std::string> captions, std::string_view taken) {
     Keys keys(captions);
+    for (const char key : taken) {
+        keys.Take(key);
+    }
     for (std::size_t i = 0; i < captions.size(); ++i) {
         const std::size_t mark = captions[i].find('&');
         if (mark != std::string::npos && mark + 1 < captions[i].size()) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace genvara {
@@ -9,6 +10,8 @@ namespace genvara {
 ///
 /// A caption that has its mark keeps it. The others get a letter or digit that no caption of the window has,
 /// the first of a word before one within; one that no free character is left for gets none.
-[[nodiscard]] std::vector<std::string> WithMnemonics(std::vector<std::string> captions);
+/// @param taken keys that are in use already, upper-case letters and digits.
+[[nodiscard]] std::vector<std::string> WithMnemonics(std::vector<std::string> captions,
+                                                     std::string_view taken = {});
 
 }  // namespace genvara

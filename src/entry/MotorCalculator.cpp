@@ -1,13 +1,10 @@
 #include "MotorCalculator.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <utility>
 
-#include "KeyFilters.h"
 #include "LanguageErrors.h"
 #include "NumberText.h"
 #include "mdlUtility.h"
@@ -32,11 +29,6 @@ struct LetterBand {
 constexpr std::array<LetterBand, 7> kLetterBands{
     {{15.0, "F"}, {7.5, "G"}, {5.0, "H"}, {3.0, "J"}, {1.5, "K"}, {1.0, "L"}, {0.0, "M"}}};
 
-std::string Trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 /// kW or kVA to W or VA.
 double FromKilo(double kilo) {
     return Finite(kilo * kPerKilo, "MotorCalculator::StoreInLoad");
@@ -45,10 +37,10 @@ double FromKilo(double kilo) {
 }  // namespace
 
 MotorCalculator::MotorCalculator(const MotorTables& tables, std::int32_t voltage, std::int32_t systemPhases,
-                                 std::string separator)
+                                 EntryNumbers numbers)
     : m_tables(tables),
       m_voltage(voltage),
-      m_separator(std::move(separator)),
+      m_numbers(std::move(numbers)),
       m_phaseFactor(systemPhases == 3 ? 3.0 : 1.0) {
     m_fields.phases = systemPhases == 3 ? 0 : 1;
 }
@@ -63,6 +55,7 @@ void MotorCalculator::PowerChanged(std::string text) {
     if (Trimmed(m_fields.txtPower).empty()) {
         m_fields.txtStartingKVA.clear();
         m_fields.txtStartingPF.clear();
+        m_rememberedPower.clear();  // the same size, typed again, brings its figures back
         return;
     }
     Recompute();
@@ -78,8 +71,8 @@ void MotorCalculator::RunAmpsLeft() {
     if (m_fields.txtPower == m_rememberedRunAmps) {
         return;
     }
-    const std::optional<double> amperes = Number(m_fields.txtRunAmps);
-    if (amperes && Number(m_fields.txtPower)) {
+    const std::optional<double> amperes = m_numbers.Read(m_fields.txtRunAmps);
+    if (amperes && m_numbers.Read(m_fields.txtPower)) {
         ApplyRunningKVA(KVAOfAmps(*amperes));
         m_rememberedRunAmps = m_fields.txtRunAmps;
     }
@@ -131,8 +124,8 @@ void MotorCalculator::ThreePhaseClicked() {
         return;
     }
     m_phaseFactor = 3.0;
-    const std::optional<double> amperes = Number(m_fields.txtRunAmps);
-    if (m_fields.entryMethod == motor_entry::kAmps && amperes && Number(m_fields.txtPower)) {
+    const std::optional<double> amperes = m_numbers.Read(m_fields.txtRunAmps);
+    if (m_fields.entryMethod == motor_entry::kAmps && amperes && m_numbers.Read(m_fields.txtPower)) {
         ApplyRunningKVA(*amperes * m_voltage * kRootOfThree / kPerKilo);
     }
 }
@@ -143,8 +136,8 @@ void MotorCalculator::SinglePhaseClicked(std::int32_t phase) {
         return;
     }
     m_phaseFactor = 1.0;
-    const std::optional<double> amperes = Number(m_fields.txtRunAmps);
-    if (m_fields.entryMethod == motor_entry::kAmps && amperes && Number(m_fields.txtPower)) {
+    const std::optional<double> amperes = m_numbers.Read(m_fields.txtRunAmps);
+    if (m_fields.entryMethod == motor_entry::kAmps && amperes && m_numbers.Read(m_fields.txtPower)) {
         ApplyRunningKVA(*amperes * m_voltage / kPerKilo);
     }
 }
@@ -165,14 +158,14 @@ void MotorCalculator::CurrentLoad(const CMtrLoad& load) {
     }
     switch (entry) {
         case motor_entry::kHorsepower:
-            PowerChanged(Shown(RenderPlain(load.HP())));
+            PowerChanged(m_numbers.Plain(load.HP()));
             break;
         case motor_entry::kRunningKW:
-            PowerChanged(Shown(RenderPlain(load.RunningRealPower() / kPerKilo)));
+            PowerChanged(m_numbers.Kilo(load.RunningRealPower()));
             break;
         case motor_entry::kAmps:
-            PowerChanged(Shown(RenderPlain(load.StartingAmps())));
-            RunAmpsChanged(Shown(RenderPlain(load.RunningAmps())));
+            PowerChanged(m_numbers.Plain(load.StartingAmps()));
+            RunAmpsChanged(m_numbers.Plain(load.RunningAmps()));
             break;
         default:
             break;
@@ -180,8 +173,8 @@ void MotorCalculator::CurrentLoad(const CMtrLoad& load) {
     // A letter that the list lacks leaves no selection rather than the size's usual letter in its place.
     SelectLetter(kNoIndex);
     SelectLetter(load.CodeLetter());
-    m_fields.txtStartingKVA = Shown(RenderPlain(load.StartingAppPower() / kPerKilo));
-    m_fields.txtStartingPF = Shown(RenderPlain(load.StartingPF()));
+    m_fields.txtStartingKVA = m_numbers.Kilo(load.StartingAppPower());
+    m_fields.txtStartingPF = m_numbers.Plain(load.StartingPF());
     m_fields.firePump = load.FirePump();
     const std::int32_t method = load.StartingMethod() - 1;
     if (method != m_fields.startMethodIndex && method >= 0 && method <= kSolidStateIndex) {
@@ -197,9 +190,9 @@ void MotorCalculator::StoreInLoad(CMtrLoad& load, Field& current) const {
     load.StartsLoaded(m_fields.loaded);
     StoreSize(load, current);
     current = Field::StartingKVA;
-    load.StartingAppPower(FromKilo(RequireNumber(m_fields.txtStartingKVA)));
+    load.StartingAppPower(m_numbers.FromKilo(m_fields.txtStartingKVA));
     current = Field::StartingPF;
-    load.StartingPF(RequireNumber(m_fields.txtStartingPF));
+    load.StartingPF(m_numbers.Number(m_fields.txtStartingPF));
     current = Field::None;
     const auto letter = static_cast<std::size_t>(m_fields.codeLetterIndex);
     load.CodeLetter(m_fields.codeLetterIndex >= 0 && letter < m_tables.codeLetters.size()
@@ -217,11 +210,11 @@ void MotorCalculator::StoreSize(CMtrLoad& load, Field& current) const {
     double kVA = 0.0;
     load.DataEntryMethod(m_fields.entryMethod);
     current = Field::Power;
-    const double power = RequireNumber(m_fields.txtPower);
+    const double power = m_numbers.Number(m_fields.txtPower);
     if (m_fields.entryMethod == motor_entry::kAmps) {
         load.StartingAmps(power);
         current = Field::RunAmps;
-        const double amperes = RequireNumber(m_fields.txtRunAmps);
+        const double amperes = m_numbers.Number(m_fields.txtRunAmps);
         load.RunningAmps(amperes);
         kVA = KVAOfAmps(amperes);
         kW = InterpolateXY(kVA, motors.MotorRunningKVA, motors.MotorRunningKW);
@@ -267,7 +260,7 @@ void MotorCalculator::ApplyHorsepower(double hp) {
     const MotorConversions& motors = m_tables.conversions;
     const std::string rounded = RenderFixed(InterpolateXY(hp, motors.MotorHP, motors.MotorStartPF), 2);
     const double factor = ParseNumber(rounded).value_or(0.0) * (m_fields.loaded ? 1.0 : kUnloadedFactor);
-    m_fields.txtStartingPF = Shown(RenderPlain(factor));
+    m_fields.txtStartingPF = m_numbers.Plain(factor);
     UpdateStartingKVA();
 }
 
@@ -294,7 +287,7 @@ void MotorCalculator::UpdateStartingKVA() {
         }
         startingKVA = lockedKVA * m_tables.multipliers[method];
     }
-    m_fields.txtStartingKVA = Shown(RenderFixed(Finite(startingKVA, kMember), 2));
+    m_fields.txtStartingKVA = m_numbers.Fixed(Finite(startingKVA, kMember), 2);
 }
 
 void MotorCalculator::Recompute() {
@@ -302,11 +295,11 @@ void MotorCalculator::Recompute() {
     if (m_fields.txtPower == m_rememberedPower) {
         return;
     }
-    if (const std::optional<double> power = Number(m_fields.txtPower)) {
+    if (const std::optional<double> power = m_numbers.Read(m_fields.txtPower)) {
         const MotorConversions& motors = m_tables.conversions;
         double hp = *power;
         if (m_fields.entryMethod == motor_entry::kAmps) {
-            const std::optional<double> amperes = Number(m_fields.txtRunAmps);
+            const std::optional<double> amperes = m_numbers.Read(m_fields.txtRunAmps);
             if (!amperes) {
                 return;
             }
@@ -333,20 +326,19 @@ void MotorCalculator::ClearPowerFields() {
 }
 
 void MotorCalculator::ChangeStartingPF(double (*change)(double)) {
-    if (const std::optional<double> shown = Number(m_fields.txtStartingPF)) {
-        m_fields.txtStartingPF =
-            Shown(RenderPlain(Finite(change(*shown), "MotorCalculator::ChangeStartingPF")));
+    if (const std::optional<double> shown = m_numbers.Read(m_fields.txtStartingPF)) {
+        m_fields.txtStartingPF = m_numbers.Plain(Finite(change(*shown), "MotorCalculator::ChangeStartingPF"));
     }
 }
 
 std::optional<MotorCalculator::Size> MotorCalculator::EnteredSize() const {
     const MotorConversions& motors = m_tables.conversions;
-    const std::optional<double> power = Number(m_fields.txtPower);
+    const std::optional<double> power = m_numbers.Read(m_fields.txtPower);
     if (!power) {
         return std::nullopt;
     }
     if (m_fields.entryMethod == motor_entry::kAmps) {
-        const std::optional<double> amperes = Number(m_fields.txtRunAmps);
+        const std::optional<double> amperes = m_numbers.Read(m_fields.txtRunAmps);
         if (!amperes) {
             return std::nullopt;
         }
@@ -368,32 +360,11 @@ double MotorCalculator::HorsepowerOfKVA(double runningKVA) const {
     return InterpolateXY(runningKVA, m_tables.conversions.MotorRunningKVA, m_tables.conversions.MotorHP);
 }
 
-std::optional<double> MotorCalculator::Number(const std::string& text) const {
-    return ParseNumber(WithPoint(text, m_separator));
-}
-
-double MotorCalculator::RequireNumber(const std::string& text) const {
-    const std::optional<double> number = Number(text);
-    if (!number) {
-        RaiseTypeMismatch("MotorCalculator::StoreInLoad");
-    }
-    return *number;
-}
-
-std::string MotorCalculator::Shown(std::string number) const {
-    const std::size_t point = number.find('.');
-    return point == std::string::npos ? number : number.replace(point, 1, m_separator);
-}
-
-std::optional<std::int32_t> ParseCurrentLimit(std::string_view text, std::string_view separator) {
-    const std::optional<double> number = ParseNumber(WithPoint(text, separator));
+std::optional<std::int32_t> ParseCurrentLimit(std::string_view text, const EntryNumbers& numbers) {
+    const std::optional<double> number = numbers.Read(text);
     const std::optional<std::int32_t> limit = number ? RoundToInteger(*number) : std::nullopt;
     const bool within = limit && *limit >= kLeastCurrentLimit && *limit <= kMostCurrentLimit;
     return within ? limit : std::nullopt;
-}
-
-std::string CurrentLimitBounds() {
-    return fmt::format("( {}% - {}% )", kLeastCurrentLimit, kMostCurrentLimit);
 }
 
 }  // namespace genvara

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "CMtrLoad.h"
+#include "EntryNumbers.h"
 #include "MotorConversions.h"
 
 namespace genvara {
@@ -52,9 +53,9 @@ class MotorCalculator {
 
     /// @param voltage line-to-line volts of the site.
     /// @param systemPhases phases of the site, 1 or 3.
-    /// @param separator decimal separator of the user's locale.
+    /// @param numbers how the user writes numbers.
     MotorCalculator(const MotorTables& tables, std::int32_t voltage, std::int32_t systemPhases,
-                    std::string separator = ".");
+                    EntryNumbers numbers);
 
     [[nodiscard]] const Fields& State() const noexcept { return m_fields; }
 
@@ -116,13 +117,10 @@ class MotorCalculator {
     [[nodiscard]] std::optional<Size> EnteredSize() const;
     [[nodiscard]] double KVAOfAmps(double amperes) const;
     [[nodiscard]] double HorsepowerOfKVA(double runningKVA) const;
-    [[nodiscard]] std::optional<double> Number(const std::string& text) const;
-    [[nodiscard]] double RequireNumber(const std::string& text) const;
-    [[nodiscard]] std::string Shown(std::string number) const;
 
     MotorTables m_tables;
     double m_voltage;
-    std::string m_separator;
+    EntryNumbers m_numbers;
     Fields m_fields;
     std::int32_t m_currentLimit = 300;
     double m_phaseFactor;
@@ -139,11 +137,7 @@ inline constexpr std::int32_t kMostCurrentLimit = 600;
 
 /// The limit that a text stands for, a broken number rounded; nothing if it is no number or beyond the
 /// bounds.
-/// @param separator decimal separator of the user's locale.
 [[nodiscard]] std::optional<std::int32_t> ParseCurrentLimit(std::string_view text,
-                                                            std::string_view separator = ".");
-
-/// "( 100% - 600% )".
-[[nodiscard]] std::string CurrentLimitBounds();
+                                                            const EntryNumbers& numbers);
 
 }  // namespace genvara

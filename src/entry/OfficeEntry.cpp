@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "EntryText.h"
+#include "EntryNumbers.h"
 
 namespace genvara {
 

@@ -249,9 +249,12 @@ TEST(OfficeEntry, ABlankCountIsLeftOut) {
 }
 
 TEST(AirCondEntry, ShowsTheBoundsOfEachMethod) {
-    EXPECT_EQ(SizeNote(*FindSizeMethod(aircond_entry::kBTU)), "( 0 - 6250000 BTU/hr )");  // 1000 hp x 6250
-    EXPECT_EQ(SizeNote(*FindSizeMethod(aircond_entry::kTonnage)), "( 0 - 500 tons )");    // 1000 hp / 2
-    EXPECT_EQ(SizeNote(*FindSizeMethod(aircond_entry::kHorsepower)), "( 0 - 1000 HP )");
+    const auto note = [](std::int32_t method) {
+        return BoundsNote(SizeBounds(*FindSizeMethod(method)), EntryNumbers(NumberSigns{}));
+    };
+    EXPECT_EQ(note(aircond_entry::kBTU), "( 0 - 6250000 BTU/hr )");  // 1000 hp x 6250
+    EXPECT_EQ(note(aircond_entry::kTonnage), "( 0 - 500 tons )");    // 1000 hp / 2
+    EXPECT_EQ(note(aircond_entry::kHorsepower), "( 0 - 1000 HP )");
     EXPECT_EQ(FindSizeMethod(3), nullptr);
     EXPECT_EQ(FindSizeMethod(-1), nullptr);
 }

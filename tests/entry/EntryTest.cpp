@@ -2,64 +2,19 @@
 
 #include <algorithm>
 #include <cctype>
-#include <limits>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "EntryText.h"
 #include "LightEntry.h"
 #include "LoadMessages.h"
-#include "MedEntry.h"
 #include "Mnemonics.h"
-#include "RaisedErrorMatcher.h"
+#include "RaisedError.h"
 #include "StringTable.h"
 
 namespace genvara {
 namespace {
-
-TEST(EntryText, AWholeNumberLosesWhatItsValueHasNot) {
-    const struct {
-        const char* text;
-        const char* left;
-    } rows[] = {{"007", "7"},
-                {"0", "0"},
-                {"", ""},
-                {" ", " "},
-                {"2,5", "2"},
-                {"3,5", "4"},  // halves to the even one
-                {"abc", "abc"},
-                {"1.5", "1.5"},  // no separator of this locale
-                {"99999999999", "99999999999"}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(WholeNumberText(row.text, ","), row.left) << row.text;
-    }
-}
-
-TEST(EntryText, ReadsNumbersInTheUsersSeparator) {
-    EXPECT_EQ(NumberOf("12,5", ","), 12.5);
-    EXPECT_EQ(NumberOf(" 12.5 ", "."), 12.5);
-    EXPECT_EQ(IntegerOf("12,5", ","), 12);
-    EXPECT_EQ(IntegerOf("-2147483648", "."), std::numeric_limits<std::int32_t>::min());
-    for (const char* text : {"", " ", "abc", "1,2,3", "12.5", "1e999"}) {
-        EXPECT_THAT([&] { (void)NumberOf(text, ","); }, Raises(13, "EntryText", "Type mismatch")) << text;
-    }
-    EXPECT_THAT([] { (void)IntegerOf("2147483648", "."); }, Raises(6, "EntryText", "Overflow"));
-}
-
-TEST(EntryText, ShowsNumbersInTheUsersSeparator) {
-    EXPECT_EQ(Shown("0.85", ","), "0,85");
-    EXPECT_EQ(Shown("85", ","), "85");
-    EXPECT_EQ(BoundsNote("0", "2000", " kW"), "( 0 - 2000 kW )");
-    EXPECT_EQ(BoundsNote("0.60", "1.00"), "( 0.60 - 1.00 )");
-}
-
-TEST(EntryText, TrimsBlanksAlone) {
-    EXPECT_EQ(Trimmed("  Pump 1 "), "Pump 1");
-    EXPECT_EQ(Trimmed("   "), "");
-    EXPECT_EQ(Trimmed("\tPump"), "\tPump");
-}
 
 TEST(LoadKinds, TellTheNineFormsApart) {
     const struct {
@@ -99,7 +54,7 @@ TEST(LoadKinds, OfferPhaseAAloneUnlessTheSiteHasThree) {
 }
 
 TEST(LoadMessages, ATextThatIsNoNumberGetsTheKindsOwnSentence) {
-    const RaisedError mismatch(13, "EntryText", "Type mismatch");
+    const RaisedError mismatch(13, "EntryNumbers", "Type mismatch");
     const struct {
         std::int32_t type;
         const char* blank;
@@ -134,6 +89,13 @@ TEST(LoadMessages, OtherFailuresShowNumberAndDescription) {
               "project.");
 }
 
+TEST(LoadMessages, ANumberTooLargeToWorkWithHasNoMessage) {
+    const RaisedError overflow(6, "EntryNumbers", "Overflow");
+    for (std::int32_t type = 0; type <= 8; ++type) {
+        EXPECT_EQ(StoreFailureText(*FindLoadKind(type), overflow, "99999999999"), "") << type;
+    }
+}
+
 TEST(LightEntry, AnIncandescentLampAloneHasNoBallast) {
     EXPECT_FALSE(LampHasBallast(light_type::kIncandescent));
     EXPECT_TRUE(LampHasBallast(light_type::kFluorescent));
@@ -146,17 +108,6 @@ TEST(LightEntry, ShowsTheMagneticBallastForAnyThatIsNotElectronic) {
     const std::pair<std::int32_t, std::int32_t> rows[] = {{0, 1}, {1, 1}, {2, 2}, {3, 3}, {4, 1}, {-1, 1}};
     for (const auto& [stored, shown] : rows) {
         EXPECT_EQ(ShownBallast(stored), shown) << stored;
-    }
-}
-
-TEST(MedEntry, ADemandIsAboveZeroAndNotAboveItsLimit) {
-    const struct {
-        const char* text;
-        bool bad;
-    } rows[] = {{"500", false}, {"500,1", true}, {"0", true},  {"0,001", false}, {"", false},
-                {"  ", false},  {" 3 ", false},  {"-1", true}, {"abc", true},    {"1,00", false}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(IsBadDemand(row.text, 500.0, ","), row.bad) << row.text;
     }
 }
 

@@ -10,8 +10,7 @@ TEST(MotorCalculator, StoresWhatItShowsAndTellsTheFieldThatFailed) {
     MotorCalculator calculator = Calculator();
     CMtrLoad load;
     MotorCalculator::Field field{};
-    EXPECT_THAT([&] { calculator.StoreInLoad(load, field); },
-                Raises(13, "MotorCalculator::StoreInLoad", "Type mismatch"));
+    EXPECT_THAT([&] { calculator.StoreInLoad(load, field); }, Raises(13, "EntryNumbers", "Type mismatch"));
     EXPECT_EQ(field, MotorCalculator::Field::Power);
     calculator.PowerChanged("10");
     calculator.StartingKVATyped("");
@@ -44,8 +43,7 @@ TEST(MotorCalculator, StoresAmpsWithTheKVAThatTheyStandFor) {
     MotorCalculator::Field field{};
     calculator.EntryMethodClicked(motor_entry::kAmps);
     calculator.PowerChanged("300");
-    EXPECT_THAT([&] { calculator.StoreInLoad(load, field); },
-                Raises(13, "MotorCalculator::StoreInLoad", "Type mismatch"));
+    EXPECT_THAT([&] { calculator.StoreInLoad(load, field); }, Raises(13, "EntryNumbers", "Type mismatch"));
     EXPECT_EQ(field, MotorCalculator::Field::RunAmps);
     calculator.RunAmpsChanged("50");
     calculator.RunAmpsLeft();
@@ -136,7 +134,7 @@ TEST(MotorCalculator, OpensAStoredLoadByItsEntryMethod) {
     stored.StartsLoaded(false);
     stored.FirePump(true);
     stored.Phases(2);
-    MotorCalculator kilowatts({kMotors, kLetters, kMultipliers}, kVoltage, 3, ",");
+    MotorCalculator kilowatts({kMotors, kLetters, kMultipliers}, kVoltage, 3, EntryNumbers({.decimal = ","}));
     kilowatts.CurrentLoad(stored);
     EXPECT_EQ(kilowatts.State().entryMethod, motor_entry::kRunningKW);
     EXPECT_EQ(kilowatts.State().txtPower, "8,5");

@@ -19,9 +19,11 @@ inline const std::vector<CodeLetterRecord> kLetters{{"A", 3}, {"F", 5.3}, {"G", 
 inline const std::vector<double> kMultipliers{1, 0.64, 0.4225, 0.7, 0.33, 0.33};
 inline constexpr std::int32_t kSolidState = 5;
 inline constexpr std::int32_t kVoltage = 480;
+/// A user who writes a point before the decimals.
+inline const EntryNumbers kPointed{NumberSigns{}};
 
 inline MotorCalculator Calculator(std::int32_t systemPhases = 3) {
-    return {MotorTables{kMotors, kLetters, kMultipliers}, kVoltage, systemPhases};
+    return {MotorTables{kMotors, kLetters, kMultipliers}, kVoltage, systemPhases, kPointed};
 }
 
 inline std::string Letter(const MotorCalculator& calculator) {

@@ -32,8 +32,24 @@ TEST(MotorCalculator, WorksTheStartOutWhileTheUserTypes) {
     EXPECT_EQ(calculator.State().txtStartingPF, "");
 }
 
+TEST(MotorCalculator, BringsTheFiguresBackWithASizeThatWasTakenOut) {
+    for (const std::int32_t method : {motor_entry::kHorsepower, motor_entry::kRunningKW}) {
+        MotorCalculator calculator = Calculator();
+        calculator.EntryMethodClicked(method);
+        calculator.PowerChanged("5");
+        const std::string kVA = calculator.State().txtStartingKVA;
+        EXPECT_EQ(kVA, method == motor_entry::kHorsepower ? "35.00" : "43.75");  // 5 x 7, 5 / 0.8 x 7
+        calculator.PowerChanged("");
+        EXPECT_EQ(calculator.State().txtStartingKVA, "");
+        calculator.PowerChanged("5");
+        EXPECT_EQ(calculator.State().txtStartingKVA, kVA);
+        EXPECT_EQ(calculator.State().txtStartingPF, "0.4");
+    }
+}
+
 TEST(MotorCalculator, SpeaksTheUsersDecimalSeparator) {
-    MotorCalculator calculator({kMotors, kLetters, kMultipliers}, kVoltage, 3, ",");
+    MotorCalculator calculator({kMotors, kLetters, kMultipliers}, kVoltage, 3,
+                               EntryNumbers({.decimal = ","}));
     calculator.PowerChanged("7,5");
     EXPECT_EQ(calculator.State().txtStartingKVA, "45,00");
     EXPECT_EQ(calculator.State().txtStartingPF, "0,4");
@@ -95,7 +111,7 @@ TEST(MotorCalculator, RoundsTheUsualPowerFactorBeforeItIsReduced) {
                                   .MotorRunningKW = {1, 1000},
                                   .MotorRunningKVA = {1, 1000},
                                   .MotorStartPF = {0.437, 0.437}};
-    MotorCalculator calculator({motors, kLetters, kMultipliers}, kVoltage, 3);
+    MotorCalculator calculator({motors, kLetters, kMultipliers}, kVoltage, 3, kPointed);
     calculator.UnloadedClicked();
     calculator.PowerChanged("10");
     EXPECT_EQ(calculator.State().txtStartingPF, "0.286");  // 0.44 x 0.65; 0.437 x 0.65 is 0.28405
@@ -211,13 +227,13 @@ TEST(MotorCalculator, RefusesFiguresBeyondTheRange) {
 
 TEST(MotorCalculator, TakesMultipliersByTheListAndLettersByTheTable) {
     const std::vector<double> few{1, 0.64};
-    MotorCalculator calculator({kMotors, kLetters, few}, kVoltage, 3);
+    MotorCalculator calculator({kMotors, kLetters, few}, kVoltage, 3, kPointed);
     calculator.PowerChanged("10");
     EXPECT_THAT([&] { (void)calculator.StartMethodClicked(4); },
                 Raises(9, "MotorCalculator::UpdateStartingKVA", "Subscript out of range"));
     EXPECT_FALSE(calculator.StartMethodClicked(0));
     const std::vector<CodeLetterRecord> noLetters;
-    MotorCalculator empty({kMotors, noLetters, kMultipliers}, kVoltage, 3);
+    MotorCalculator empty({kMotors, noLetters, kMultipliers}, kVoltage, 3, kPointed);
     empty.PowerChanged("10");
     EXPECT_EQ(empty.State().codeLetterIndex, -1);
     EXPECT_EQ(empty.State().txtStartingKVA, "");
@@ -319,14 +335,13 @@ TEST(MotorCalculator, ForgetsEverythingWithTheEntryMethod) {
 }
 
 TEST(SolidStateLimit, KeepsToItsBounds) {
-    EXPECT_EQ(ParseCurrentLimit("100"), 100);
-    EXPECT_EQ(ParseCurrentLimit("600"), 600);
-    EXPECT_EQ(ParseCurrentLimit("250,4", ","), 250);
-    EXPECT_EQ(ParseCurrentLimit("250.4", ","), std::nullopt);
+    EXPECT_EQ(ParseCurrentLimit("100", kPointed), 100);
+    EXPECT_EQ(ParseCurrentLimit("600", kPointed), 600);
+    EXPECT_EQ(ParseCurrentLimit("250,4", EntryNumbers({.decimal = ","})), 250);
+    EXPECT_EQ(ParseCurrentLimit("250.4", EntryNumbers({.decimal = ","})), std::nullopt);
     for (const char* text : {"99", "601", "", " ", "abc", "-300", "99999999999"}) {
-        EXPECT_EQ(ParseCurrentLimit(text), std::nullopt) << text;
+        EXPECT_EQ(ParseCurrentLimit(text, kPointed), std::nullopt) << text;
     }
-    EXPECT_EQ(CurrentLimitBounds(), "( 100% - 600% )");
 }
 
 }  // namespace
