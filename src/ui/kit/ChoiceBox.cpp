@@ -7,11 +7,12 @@
 
 namespace genvara {
 
-ChoiceBox::ChoiceBox(const QString& name, QWidget* parent) : QComboBox(parent) {
+ChoiceBox::ChoiceBox(const QString& name, QWidget* parent) : QComboBox(parent), m_error(*this) {
     setObjectName(name);
     setFocusPolicy(Qt::StrongFocus);
     ApplyColours();
     connect(this, &QComboBox::activated, this, &ChoiceBox::Clicked);
+    connect(this, &QComboBox::currentIndexChanged, this, [this] { ClearError(); });
 }
 
 void ChoiceBox::AddRow(const QString& text, std::int32_t code) {
@@ -38,6 +39,18 @@ std::optional<std::int32_t> ChoiceBox::Code() const {
     return currentIndex() < 0 ? std::nullopt : std::optional<std::int32_t>(currentData().toInt());
 }
 
+void ChoiceBox::ShowError(const QString& sentence) {
+    m_error.Show(sentence);
+    ApplyColours();
+}
+
+void ChoiceBox::ClearError() {
+    if (m_error.IsShown()) {
+        m_error.Clear();
+        ApplyColours();
+    }
+}
+
 void ChoiceBox::wheelEvent(QWheelEvent* event) {
     if (hasFocus()) {
         QComboBox::wheelEvent(event);
@@ -48,7 +61,18 @@ void ChoiceBox::wheelEvent(QWheelEvent* event) {
 
 void ChoiceBox::focusInEvent(QFocusEvent* event) {
     QComboBox::focusInEvent(event);
+    m_error.Recall();
     emit Entered();
+}
+
+void ChoiceBox::showEvent(QShowEvent* event) {
+    QComboBox::showEvent(event);
+    m_error.Recall();
+}
+
+void ChoiceBox::paintEvent(QPaintEvent* event) {
+    QComboBox::paintEvent(event);
+    m_error.PaintOutline();
 }
 
 void ChoiceBox::changeEvent(QEvent* event) {
@@ -66,7 +90,15 @@ void ChoiceBox::ApplyColours() {
     // Colours of its own only where it needs them: the toolkit keeps something for each set of colours that a
     // list was ever painted in.
     QPalette colours;
-    if (!isEnabled()) {
+    if (InError()) {
+        colours = QApplication::palette(this);
+        for (const QPalette::ColorRole ground : {QPalette::Base, QPalette::Button}) {
+            colours.setColor(ground, FieldError::kGround);
+        }
+        for (const QPalette::ColorRole text : {QPalette::Text, QPalette::ButtonText}) {
+            colours.setColor(text, Qt::black);
+        }
+    } else if (!isEnabled()) {
         colours = QApplication::palette(this);
         GreyDisabled(colours, QPalette::Base);
         GreyDisabled(colours, QPalette::Button);  // the ground of a list that cannot be typed into

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "FieldError.h"
+
 namespace genvara {
 
 /// A drop-down list whose rows carry a code. A row that the program selects counts as a click, like one that
@@ -22,6 +24,12 @@ class ChoiceBox : public QComboBox {
     /// Code of the selected row.
     [[nodiscard]] std::optional<std::int32_t> Code() const;
 
+    /// Whether the list shows its error.
+    [[nodiscard]] bool InError() const noexcept { return m_error.IsShown(); }
+    /// Shows the light red ground of an error, and the sentence beside the list; a selection takes both away.
+    void ShowError(const QString& sentence);
+    void ClearError();
+
   signals:
     void Clicked(int row);
     void Entered();
@@ -29,11 +37,14 @@ class ChoiceBox : public QComboBox {
   protected:
     void wheelEvent(QWheelEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
   private:
     void ApplyColours();
 
+    FieldError m_error;
     bool m_applying = false;
 };
 

@@ -1,69 +1,92 @@
 #include "EntryField.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
-#include <QPainter>
+#include <QMenu>
+#include <QMimeData>
 #include <algorithm>
+#include <memory>
 #include <utility>
 
+#include "CodePage.h"
 #include "LastChance.h"
+#include "NumberText.h"
 #include "Texts.h"
+#include "Theme.h"
 
 namespace genvara {
 namespace {
 
-constexpr QColor kErrorGround(0xFF, 0x80, 0x80);
-constexpr QColor kErrorOutline(0xA0, 0x10, 0x20);
 constexpr QColor kDisabledGround(0xE0, 0xE0, 0xE0);
-/// Grounds darker than this belong to a dark theme [0..255].
-constexpr int kDarkLightness = 128;
-constexpr const char* kLeavesUnchecked = "leavesUnchecked";
 
-/// The widget that would take the focus of a click, if any.
-const QWidget* FocusTaker(const QWidget* clicked) {
-    for (const QWidget* widget = clicked; widget != nullptr; widget = widget->parentWidget()) {
-        if ((widget->focusPolicy() & Qt::ClickFocus) != 0) {
-            return widget;
-        }
-        if (widget->isWindow()) {
-            break;
-        }
-    }
-    return nullptr;
+/// A text of one line: what parts lines and columns elsewhere is a blank here.
+QString OneLine(const QString& text) {
+    return text.trimmed()
+        .replace("\r\n", " ")
+        .replace(QChar('\r'), ' ')
+        .replace(QChar('\n'), ' ')
+        .replace(QChar('\t'), ' ');
 }
 
 }  // namespace
 
 EntryField::EntryField(PlatformServices& platform, const QString& name, QWidget* parent)
-    : QLineEdit(parent), m_platform(&platform) {
+    : QLineEdit(parent), m_platform(&platform), m_error(*this) {
     setObjectName(name);
     ApplyColours();
-    connect(this, &QLineEdit::textChanged, this, [this] { m_checked = false; });
+    // The first to hear of an edit, so that whoever judges it next may show an error again.
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        ClearError();
+        m_edited = true;
+    });
+    connect(this, &QLineEdit::textChanged, this, [this] {
+        m_checked = false;
+        if (!std::exchange(m_edited, false)) {
+            ClearError();
+        }
+    });
+}
+
+QString EntryField::Complaint() const {
+    return m_bounds ? ToQt(genvara::Complaint(*m_bounds, Content(), EntryNumbers())) : QString();
 }
 
 void EntryField::ShowError(const QString& sentence) {
-    if (!m_inError) {
-        m_ownToolTip = toolTip();
-    }
-    m_inError = true;
-    setStatusTip(sentence);
-    setToolTip(sentence);
-    setAccessibleDescription(sentence);
+    m_error.Show(sentence);
     ApplyColours();
 }
 
 void EntryField::ClearError() {
-    if (!m_inError) {
-        return;
+    const bool shown = m_error.IsShown();
+    m_error.Clear();
+    if (shown) {
+        ApplyColours();
     }
-    m_inError = false;
-    setStatusTip({});
-    setToolTip(m_ownToolTip);
-    setAccessibleDescription({});
-    ApplyColours();
+}
+
+bool EntryField::HoldsInteger() const {
+    const std::optional<double> number = EntryNumbers().Read(Content());
+    return number && RoundToInteger(*number);
+}
+
+void EntryField::Refuse(const QString& sentence) {
+    m_platform->Beep();
+    ShowError(sentence);
+    SelectAllText();
+}
+
+bool EntryField::RefuseOutOfBounds() {
+    const QString complaint = Complaint();
+    if (!complaint.isEmpty()) {
+        Refuse(complaint);
+    }
+    return !complaint.isEmpty();
 }
 
 void EntryField::SelectAllText() {
@@ -80,12 +103,65 @@ bool EntryField::HoldsFocus() {
     return held;
 }
 
+void EntryField::Leave() {
+    m_atHand = false;
+    if (m_left) {
+        RunEvent(m_left);
+    }
+}
+
 bool EntryField::Refuses(char32_t key) const {
     return m_filter &&
            m_filter(Content(), static_cast<std::size_t>(selectedText().size()), key) == KeyVerdict::Refuse;
 }
 
+bool EntryField::TakesAll(const std::string& text) const {
+    QString rest = this->text();
+    const auto at = static_cast<qsizetype>(hasSelectedText() ? selectionStart() : cursorPosition());
+    std::string left = rest.remove(at, selectedText().size()).toStdString();
+    for (const char32_t character : DecodeUtf8(text)) {
+        if (m_filter && m_filter(left, 0, character) == KeyVerdict::Refuse) {
+            return false;
+        }
+        AppendUtf8(left, character);
+    }
+    return true;
+}
+
+void EntryField::TakeText(const QString& text) {
+    if (isReadOnly() || text.isEmpty()) {
+        return;
+    }
+    if (!m_filter && !m_bounds) {
+        insert(OneLine(text));
+        return;
+    }
+    const EntryNumbers numbers;
+    std::string typed = numbers.AsTyped(text.toStdString());
+    const std::optional<double> number = numbers.Read(typed);
+    if (!TakesAll(typed) && number) {
+        typed = numbers.Plain(*number);  // "15.0" in a field of digits, or "1E+03"
+    }
+    if (number && TakesAll(typed)) {
+        insert(ToQt(typed));
+        return;
+    }
+    m_platform->Beep();
+    m_error.Say(m_bounds && !genvara::Complaint(*m_bounds, typed, numbers).empty()
+                    ? ToQt(genvara::Complaint(*m_bounds, typed, numbers))
+                    : tr("%1 cannot be entered here.").arg(OneLine(text).left(24)));
+}
+
+void EntryField::paste() {
+    RunEvent([this] { TakeText(QApplication::clipboard()->text()); });
+}
+
 void EntryField::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Paste)) {
+        paste();
+        event->accept();
+        return;
+    }
     const QString typed = event->text();
     const bool command =
         (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
@@ -110,32 +186,78 @@ void EntryField::inputMethodEvent(QInputMethodEvent* event) {
     QLineEdit::inputMethodEvent(event);
 }
 
+void EntryField::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::MiddleButton && QApplication::clipboard()->supportsSelection()) {
+        deselect();
+        RunEvent([this] { TakeText(QApplication::clipboard()->text(QClipboard::Selection)); });
+        event->accept();
+        return;
+    }
+    QLineEdit::mouseReleaseEvent(event);
+}
+
+void EntryField::contextMenuEvent(QContextMenuEvent* event) {
+    const std::unique_ptr<QMenu> menu(createStandardContextMenu());
+    if (menu == nullptr) {
+        return;
+    }
+    const QString caption = QLineEdit::tr("&Paste");
+    for (QAction* item : menu->actions()) {
+        if (item->text().startsWith(caption)) {
+            item->disconnect(SIGNAL(triggered(bool)));
+            connect(item, &QAction::triggered, this, &EntryField::paste);
+        }
+    }
+    menu->exec(event->globalPos());
+}
+
+void EntryField::dropEvent(QDropEvent* event) {
+    if (event->source() == this) {
+        QLineEdit::dropEvent(event);  // a part of the text is moved within it
+        return;
+    }
+    deselect();
+    setCursorPosition(cursorPositionAt(event->position().toPoint()));
+    RunEvent([this, event] { TakeText(event->mimeData()->text()); });
+    event->acceptProposedAction();
+}
+
 void EntryField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     m_checked = false;
+    m_atHand = true;
+    m_error.Recall();
     if (m_entered) {
         RunEvent(m_entered);
     }
 }
 
 void EntryField::focusOutEvent(QFocusEvent* event) {
-    QLineEdit::focusOutEvent(event);
     const Qt::FocusReason reason = event->reason();
+    const int start = selectionStart();
+    const auto selected = static_cast<int>(selectedText().size());
+    const bool backwards = cursorPosition() == start;
+    QLineEdit::focusOutEvent(event);
+    if (reason == Qt::MenuBarFocusReason && selected > 0) {
+        // What the Edit menu is opened for.
+        setSelection(backwards ? start + selected : start, backwards ? -selected : selected);
+    }
     if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
         reason == Qt::MenuBarFocusReason) {
         return;
     }
     bool held = false;
     const QWidget* next = QApplication::focusWidget();
-    const bool unchecked = next != nullptr && next->property(kLeavesUnchecked).toBool();
+    const bool unchecked = next != nullptr && IsLeftUnchecked(*next);
     if (!m_checked && !unchecked && isVisible()) {
         RunEvent([&] { held = HoldsFocus(); });
     }
     if (held) {
         QMetaObject::invokeMethod(
             this, [this] { setFocus(Qt::OtherFocusReason); }, Qt::QueuedConnection);
-    } else if (m_left) {
-        RunEvent(m_left);
+    } else {
+        m_error.Hide();
+        Leave();
     }
 }
 
@@ -143,6 +265,18 @@ bool EntryField::focusNextPrevChild(bool next) {
     bool held = false;
     RunEvent([&] { held = HoldsFocus(); });
     return held || QLineEdit::focusNextPrevChild(next);
+}
+
+void EntryField::showEvent(QShowEvent* event) {
+    QLineEdit::showEvent(event);
+    m_error.Recall();
+}
+
+void EntryField::hideEvent(QHideEvent* event) {
+    QLineEdit::hideEvent(event);
+    if (!event->spontaneous()) {
+        m_atHand = false;
+    }
 }
 
 void EntryField::changeEvent(QEvent* event) {
@@ -159,8 +293,8 @@ void EntryField::ApplyColours() {
     }
     m_applying = true;
     QPalette colours = QApplication::palette(this);
-    if (m_inError) {
-        colours.setColor(QPalette::Base, kErrorGround);
+    if (InError()) {
+        colours.setColor(QPalette::Base, FieldError::kGround);
         colours.setColor(QPalette::Text, Qt::black);
     } else if (isReadOnly()) {
         colours.setColor(QPalette::Base, colours.color(QPalette::Window));
@@ -174,76 +308,13 @@ void EntryField::ApplyColours() {
 
 void EntryField::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
-    if (m_inError) {
-        QPainter painter(this);
-        painter.setPen(QPen(kErrorOutline, 2.0));
-        painter.drawRect(rect().adjusted(1, 1, -1, -1));
-    }
+    m_error.PaintOutline();
 }
 
 void GreyDisabled(QPalette& colours, QPalette::ColorRole ground) {
-    if (colours.color(QPalette::Active, QPalette::Base).lightness() >= kDarkLightness) {
+    if (!theme::IsDark(colours)) {
         colours.setColor(QPalette::Disabled, ground, kDisabledGround);
     }
-}
-
-void LeavesUnchecked(QWidget& button) {
-    button.setProperty(kLeavesUnchecked, true);
-}
-
-bool FocusIsHeldFrom(const QWidget& clicked) {
-    auto* field = dynamic_cast<EntryField*>(QApplication::focusWidget());
-    const QWidget* taker = FocusTaker(&clicked);
-    if (field == nullptr || taker == nullptr || taker == field || clicked.window() != field->window() ||
-        taker->property(kLeavesUnchecked).toBool()) {
-        return false;
-    }
-    return field->HoldsFocus();
-}
-
-bool FocusIsHeld(const QWidget& window) {
-    auto* field = dynamic_cast<EntryField*>(QApplication::focusWidget());
-    return field != nullptr && field->window() == &window && field->HoldsFocus();
-}
-
-namespace key_filters {
-
-EntryField::KeyFilter Numeric() {
-    return [separator = DecimalSeparator()](const std::string& text, std::size_t, char32_t key) {
-        return NumericKeyFilter(text, key, separator);
-    };
-}
-
-EntryField::KeyFilter Digits() {
-    return [](const std::string&, std::size_t, char32_t key) { return DigitKeyFilter(key); };
-}
-
-EntryField::KeyFilter UpTo(std::size_t most, EntryField::KeyFilter filter) {
-    return [most, filter = std::move(filter)](const std::string& text, std::size_t selected, char32_t key) {
-        const bool fits = MaxLengthKeyFilter(text.size(), selected, most, key) == KeyVerdict::Pass;
-        return fits ? filter(text, selected, key) : KeyVerdict::Refuse;
-    };
-}
-
-EntryField::KeyFilter DigitsUpTo(std::size_t most) {
-    return UpTo(most, Digits());
-}
-
-EntryField::KeyFilter NonZeroDigits() {
-    return
-        [](const std::string& text, std::size_t, char32_t key) { return NonZeroDigitKeyFilter(text, key); };
-}
-
-}  // namespace key_filters
-
-bool ValidateNumericText(EntryField& field) {
-    const bool bad = ValidateNumericText(field.Content(), DecimalSeparator());
-    if (bad) {
-        field.ShowError(QObject::tr("A number must be entered."));
-    } else {
-        field.ClearError();
-    }
-    return bad;
 }
 
 }  // namespace genvara

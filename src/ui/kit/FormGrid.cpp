@@ -1,11 +1,14 @@
 #include "FormGrid.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
+#include <QEvent>
 #include <QPushButton>
 #include <QWidget>
 
-#include "EntryField.h"
+#include "FieldCheck.h"
 #include "Texts.h"
+#include "Theme.h"
 
 namespace genvara {
 namespace {
@@ -14,6 +17,30 @@ constexpr std::int32_t kOkString = 30;
 constexpr std::int32_t kCancelString = 31;
 
 }  // namespace
+
+NoteLabel::NoteLabel(const QString& text) : QLabel(text) {
+    ApplyColours();
+}
+
+void NoteLabel::changeEvent(QEvent* event) {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        ApplyColours();
+    }
+}
+
+void NoteLabel::ApplyColours() {
+    if (m_applying) {
+        return;  // setting the palette reports its change
+    }
+    m_applying = true;
+    QPalette colours = QApplication::palette(this);
+    const QColor pale = theme::LighterText(colours);
+    colours.setColor(QPalette::Active, QPalette::WindowText, pale);
+    colours.setColor(QPalette::Inactive, QPalette::WindowText, pale);
+    setPalette(colours);
+    m_applying = false;
+}
 
 FormGrid::FormGrid(QWidget* parent) : QGridLayout(parent) {
     setHorizontalSpacing(metrics::kGap * 3 / 2);
@@ -25,9 +52,11 @@ QLabel* FormGrid::AddField(const QString& labelName, const QString& caption, QWi
                            QWidget* behind) {
     auto* label = new QLabel(caption);
     label->setObjectName(labelName);
-    label->setBuddy(field);
-    if (field->accessibleName().isEmpty()) {
-        field->setAccessibleName(WithoutMnemonic(caption));
+    // What holds a field and its arrows has no focus of its own, and so no key.
+    QWidget* entry = field->focusProxy() == nullptr ? field : field->focusProxy();
+    label->setBuddy(entry);
+    if (entry->accessibleName().isEmpty()) {
+        entry->setAccessibleName(WithoutMnemonic(caption));
     }
     AddRow(label, field, behind);
     return label;
@@ -57,9 +86,8 @@ void FormGrid::AddWide(QWidget* widget) {
 }
 
 QLabel* FormGrid::MakeNote(const QString& name, const QString& text) {
-    auto* note = new QLabel(text);
+    auto* note = new NoteLabel(text);
     note->setObjectName(name);
-    note->setForegroundRole(QPalette::PlaceholderText);
     return note;
 }
 

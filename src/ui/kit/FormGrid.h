@@ -16,6 +16,22 @@ inline constexpr int kMargin = 16;
 inline constexpr int kGap = 8;
 }  // namespace metrics
 
+/// A text in the lighter tone of units and ranges, in any theme.
+class NoteLabel final : public QLabel {
+    Q_OBJECT
+
+  public:
+    explicit NoteLabel(const QString& text);
+
+  protected:
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void ApplyColours();
+
+    bool m_applying = false;
+};
+
 /// Labels in one column, fields in one, units and ranges behind them in a lighter tone.
 class FormGrid : public QGridLayout {
     Q_OBJECT

@@ -10,7 +10,7 @@ class GenvaraApplication : public QApplication {
     Q_OBJECT
 
   public:
-    using QApplication::QApplication;
+    GenvaraApplication(int& argc, char** argv);
 
     bool notify(QObject* receiver, QEvent* event) override;
 };

@@ -3,9 +3,6 @@
 #include <QKeyEvent>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <algorithm>
-
-#include "NumberText.h"
 
 namespace genvara {
 namespace {
@@ -38,11 +35,7 @@ QToolButton* UpDown::AddArrow(Qt::ArrowType arrow, std::int32_t steps) {
 }
 
 void UpDown::Step(std::int32_t steps) {
-    const std::optional<double> held = ParseNumber(m_buddy->Content());
-    const double least = m_range.least;
-    const double next = held ? *held + static_cast<double>(steps * m_range.step) : least;
-    const auto value = static_cast<std::int32_t>(
-        std::clamp(next, least, std::max(least, static_cast<double>(m_range.most))));
+    const std::int32_t value = SteppedBy(EntryNumbers().Read(m_buddy->Content()), m_range, steps);
     m_buddy->setText(QString::number(value));
     emit Stepped(value);
 }

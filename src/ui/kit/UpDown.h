@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "EntryField.h"
+#include "Stepping.h"
 
 class QToolButton;
 
@@ -14,12 +15,7 @@ class UpDown : public QWidget {
     Q_OBJECT
 
   public:
-    /// Bounds and step of the number.
-    struct Range {
-        std::int32_t least = 0;
-        std::int32_t most = 100;
-        std::int32_t step = 1;
-    };
+    using Range = StepRange;
 
     UpDown(const QString& name, EntryField& buddy, Range range, QWidget* parent = nullptr);
 
