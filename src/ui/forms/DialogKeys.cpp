@@ -65,14 +65,14 @@ void OrderTabsByLayout(QWidget& dialog) {
     });
 }
 
-void MarkMnemonics(QWidget& dialog) {
+void MarkMnemonics(QWidget& dialog, std::string_view taken) {
     const std::vector<Captioned> captions = CaptionsOf(dialog);
     std::vector<std::string> texts;
     texts.reserve(captions.size());
     for (const Captioned& caption : captions) {
         texts.push_back(caption.text);
     }
-    texts = WithMnemonics(std::move(texts));
+    texts = WithMnemonics(std::move(texts), taken);
     for (std::size_t i = 0; i < captions.size(); ++i) {
         captions[i].set(ToQt(texts[i]));
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 class QWidget;
 
 /// How a dialog is driven without a mouse.
@@ -10,6 +12,7 @@ void OrderTabsByLayout(QWidget& dialog);
 
 /// Gives every caption of the dialog that stands for a control a key of its own, as far as letters suffice.
 /// Marks that captions have stay; OK and Cancel have Enter and Escape.
-void MarkMnemonics(QWidget& dialog);
+/// @param taken keys that the window around it has.
+void MarkMnemonics(QWidget& dialog, std::string_view taken = {});
 
 }  // namespace genvara

@@ -1,6 +1,6 @@
 #include "InputTypeList.h"
 
-#include <QCheckBox>
+#include <QEvent>
 #include <QLabel>
 
 #include "ChoiceBox.h"
@@ -19,8 +19,23 @@ void InputTypeList::EnableTypes(bool enabled) const {
     types->setEnabled(enabled);
 }
 
+void FilterBox::Tick(bool on) {
+    m_wanted = on;
+    setChecked(on && isEnabled());
+}
+
+void FilterBox::changeEvent(QEvent* event) {
+    QCheckBox::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange) {
+        if (!isEnabled()) {
+            m_wanted = isChecked();
+        }
+        setChecked(m_wanted && isEnabled());
+    }
+}
+
 InputTypeList AddInputTypes(FormGrid& grid, const QString& caption, const QString& filterCaption) {
-    InputTypeList list{.types = new ChoiceBox("cboType"), .filter = new QCheckBox(filterCaption)};
+    InputTypeList list{.types = new ChoiceBox("cboType"), .filter = new FilterBox(filterCaption)};
     for (const InputTypeRow& row : kInputTypes) {
         list.types->AddRow(row.text, row.code);
     }

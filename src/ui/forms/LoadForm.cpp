@@ -1,30 +1,20 @@
 #include "LoadForm.h"
 
 #include <QDialogButtonBox>
-#include <QFocusEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <array>
-#include <initializer_list>
-#include <limits>
 #include <new>
 
 #include "DialogKeys.h"
-#include "EntryText.h"
 #include "FailureRegion.h"
-#include "KeyFilters.h"
-#include "LanguageErrors.h"
 #include "LastChance.h"
 #include "LoadFactory.h"
 #include "LoadMessages.h"
-#include "NumberText.h"
 #include "Texts.h"
 
 namespace genvara {
 namespace {
 
-constexpr int kCountDigits = 5;       // of a step number or a quantity
-constexpr int kLeastTextWidth = 240;  // of name and description [pixels]
 constexpr std::int32_t kOutOfMemory = 7;
 constexpr const char* kErrorTitle = "ERROR";
 
@@ -34,7 +24,6 @@ LoadForm::LoadForm(std::int32_t loadType, const LoadFormServices& services)
     : QDialog(services.owner),
       m_services(services),
       m_kind(FindLoadKind(loadType)),
-      m_separator(DecimalSeparator()),
       m_fields(new FormGrid),
       m_side(new QVBoxLayout),
       m_below(new QHBoxLayout) {
@@ -60,104 +49,12 @@ LoadForm::LoadForm(std::int32_t loadType, const LoadFormServices& services)
     region.Run([this] { m_systemPhases = m_services.host.Phases(); });
 }
 
-void LoadForm::AddCommonFields() {
-    struct Row {
-        std::int32_t caption;
-        bool count;
-        const char* labelName;
-        const char* name;
-        const char* toolTip;
-        EntryField** field;
-    };
-    const char* description = m_kind->loadType == load_type::kLighting ? "txtDescription" : "txtDecription";
-    const std::array<Row, 4> rows{
-        {{form_strings::kStepNumber, true, "lblStepNum", "txtStepNum", "Load Step Number", &m_stepNum},
-         {form_strings::kQuantity, true, "lblQty", "txtQty", "Number of Identical Loads", &m_qty},
-         {form_strings::kName, false, "lblLoadName", "txtName", "Brief Name of Load", &m_name},
-         {form_strings::kDescription, false, "lblDescription", description, "Detailed Description of Load",
-          &m_description}}};
-    for (const Row& row : rows) {
-        EntryField* field = MakeField(row.name);
-        *row.field = field;
-        field->setToolTip(row.toolTip);
-        if (row.count) {
-            SetDigits(*field, kCountDigits);
-            field->Filter(key_filters::Digits());
-            field->CheckBeforeLeaving([field] { return ValidateNumericText(*field); });
-            field->OnLeft([this, field] { field->Content(WholeNumberText(field->Content(), m_separator)); });
-        } else {
-            field->setMinimumWidth(kLeastTextWidth);
-            field->setMaxLength(std::numeric_limits<int>::max());
-        }
-        // The first letters are the keys of these four on every form.
-        m_fields->AddField(row.labelName, '&' + Caption(row.caption), field);
-    }
-}
-
-void LoadForm::AddPhases() {
-    m_phases = new OptionFrame("fraPhases", Caption(form_strings::kPhases),
-                               {{"opt3Phase", Caption(m_kind->balancedString), 0},
-                                {"optPhaseA", Caption(form_strings::kPhaseA), 1},
-                                {"optPhaseB", Caption(form_strings::kPhaseB), 2},
-                                {"optPhaseC", Caption(form_strings::kPhaseC), 3}});
-    m_side->addWidget(m_phases);
-}
-
 void LoadForm::AddButtons() {
     const OkCancel buttons = MakeOkCancel();
     connect(buttons.ok, &QPushButton::clicked, this, Event([this] { Confirm(); }));
     connect(buttons.cancel, &QPushButton::clicked, this, &QDialog::reject);
     m_side->addStretch(1);
     layout()->addWidget(buttons.box);
-}
-
-EntryField* LoadForm::MakeField(const QString& name) {
-    auto* field = new EntryField(m_services.platform, name);
-    field->installEventFilter(this);
-    return field;
-}
-
-EntryField* LoadForm::AddField(const FieldLook& look, EntryField::KeyFilter filter, bool checked) {
-    EntryField* field = MakeField(look.name);
-    SetDigits(*field, look.digits);
-    field->Filter(std::move(filter));
-    if (checked) {
-        field->CheckBeforeLeaving([field] { return ValidateNumericText(*field); });
-    }
-    m_fields->AddField(look.labelName, look.caption, field,
-                       look.note.isEmpty() ? nullptr : FormGrid::MakeNote(look.noteName, look.note));
-    return field;
-}
-
-LoadForm::Spinner LoadForm::AddSpinner(const FieldLook& look, EntryField::KeyFilter filter,
-                                       const char* arrowsName, UpDown::Range range) {
-    EntryField* field = MakeField(look.name);
-    SetDigits(*field, look.digits);
-    field->Filter(std::move(filter));
-    field->setAccessibleName(WithoutMnemonic(look.caption));
-    auto* arrows = new UpDown(arrowsName, *field, range);
-    QWidget* pair = Beside(field, arrows);
-    pair->setFocusProxy(nullptr);  // Tab would stop at the pair and at its field
-    QLabel* note = FormGrid::MakeNote(look.noteName, look.note);
-    QLabel* label = m_fields->AddField(look.labelName, look.caption, pair, note);
-    label->setBuddy(field);
-    return {.field = field, .arrows = arrows, .label = label, .note = note};
-}
-
-void LoadForm::Spinner::Enable(bool enabled) const {
-    for (QWidget* widget : std::initializer_list<QWidget*>{field, arrows, label, note}) {
-        widget->setEnabled(enabled);
-    }
-}
-
-bool LoadForm::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::FocusIn &&
-        static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason) {
-        // Behind the click that brings the focus, which would place the cursor and deselect.
-        QMetaObject::invokeMethod(static_cast<QLineEdit*>(watched), &QLineEdit::selectAll,
-                                  Qt::QueuedConnection);
-    }
-    return QDialog::eventFilter(watched, event);
 }
 
 void LoadForm::OpenForNewLoad() {
@@ -216,7 +113,7 @@ void LoadForm::done(int result) {
 }
 
 void LoadForm::Confirm() {
-    if (HoldsOk()) {
+    if (HoldsOk() || !NamesAStep()) {
         return;
     }
     if (IsEdit()) {
@@ -230,14 +127,14 @@ void LoadForm::ConfirmEdit() {
     // A store that fails half-way must not leave its first half in a load that Cancel then promises to have
     // let alone: it is tried on another load first.
     const std::unique_ptr<Load> trial = NewLoad();
-    if (StoreInLoad(*trial) && StoreInLoad(*m_load)) {
+    if (StoreInLoad(*trial) && CanBeWorkedOut(*trial) && StoreInLoad(*m_load)) {
         CloseStored();
     }
 }
 
 void LoadForm::ConfirmNew() {
     std::unique_ptr<Load> load = TryNewLoad();
-    if (!load || !StoreInLoad(*load)) {
+    if (!load || !StoreInLoad(*load) || !CanBeWorkedOut(*load)) {
         return;
     }
     std::int32_t stepNumber = 0;
@@ -247,6 +144,33 @@ void LoadForm::ConfirmNew() {
     }
     Display(stepNumber, loadId);
     CloseStored();
+}
+
+bool LoadForm::NamesAStep() {
+    // The number of a step that is not there gets its message; what is no number at all has none of its own.
+    return IsEdit() || m_stepNum->HoldsInteger() || !m_stepNum->RefuseOutOfBounds();
+}
+
+bool LoadForm::CanBeWorkedOut(const Load& load) {
+    for (EntryField* field : m_enforced) {
+        if (field->isEnabled() && field->RefuseOutOfBounds()) {
+            return false;
+        }
+    }
+    const std::optional<FailedFigure> failed = TryFigures(load);
+    if (failed) {
+        EntryField* field = FieldOf(failed->figure);
+        field->Refuse(SentenceOn(*field, failed->failure.Description()));
+    }
+    return !failed;
+}
+
+QString LoadForm::SentenceOn(const EntryField& field, const std::string& fallback) {
+    const QString complaint = field.Complaint();
+    if (!complaint.isEmpty() || !field.Bounds()) {
+        return complaint.isEmpty() ? ToQt(fallback) : complaint;
+    }
+    return tr("%1 %2: %3").arg(ToQt(field.Bounds()->name), ToQt(field.Content()), ToQt(fallback));
 }
 
 std::unique_ptr<Load> LoadForm::NewLoad() const {
@@ -270,11 +194,13 @@ std::unique_ptr<Load> LoadForm::TryNewLoad() {
 
 bool LoadForm::AddToStep(std::unique_ptr<Load> load, std::int32_t& stepNumber, std::int32_t& loadId) {
     try {
-        stepNumber = IntegerOf(m_stepNum->Content(), m_separator);
+        stepNumber = m_numbers.Integer(m_stepNum->Content());
         loadId = Project().profile.LoadStep(stepNumber).AddLoad(std::move(load));
         return true;
     } catch (const RaisedError& failure) {
+        m_stepNum->ShowError(SentenceOn(*m_stepNum, failure.Description()));
         ShowError(AddFailureText(failure));
+        m_stepNum->SelectAllText();
         return false;
     }
 }
@@ -312,13 +238,16 @@ bool LoadForm::StoreInLoad(Load& load) {
 
 void LoadForm::ReportStore(const RaisedError& failure) {
     const std::string text = FailureText(failure);
-    if (text.empty()) {
-        return;
+    if (m_current != nullptr) {
+        m_current->ShowError(SentenceOn(*m_current, failure.Description()));
     }
-    ShowError(text);
+    if (!text.empty()) {
+        ShowError(text);
+    } else {
+        m_services.platform.Beep();
+    }
     if (m_current != nullptr) {
         m_current->SelectAllText();
-        m_current->ShowError(ToQt(text).replace("\r\n", ": "));
     }
 }
 
@@ -329,28 +258,6 @@ std::string LoadForm::FailureText(const RaisedError& failure) const {
 MessageAnswer LoadForm::ShowError(const std::string& text, MessageButtons buttons) {
     return m_services.platform.ShowMessage(
         this, {.text = text, .icon = MessageIcon::Stop, .title = kErrorTitle, .buttons = buttons});
-}
-
-double LoadForm::Number(EntryField& field) {
-    m_current = &field;
-    return NumberOf(field.Content(), m_separator);
-}
-
-double LoadForm::Kilo(EntryField& field) {
-    return Finite(Number(field) * kPerKilo, "LoadForm::Kilo");
-}
-
-std::int32_t LoadForm::Integer(EntryField& field) {
-    m_current = &field;
-    return IntegerOf(field.Content(), m_separator);
-}
-
-std::string LoadForm::Plain(double value) const {
-    return Shown(RenderPlain(value), m_separator);
-}
-
-std::string LoadForm::Fixed(double value, int decimals) const {
-    return Shown(RenderFixed(value, decimals), m_separator);
 }
 
 }  // namespace genvara

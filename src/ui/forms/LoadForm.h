@@ -4,13 +4,16 @@
 #include <QString>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "EntryField.h"
 #include "FormGrid.h"
 #include "Load.h"
 #include "LoadForms.h"
 #include "LoadKinds.h"
+#include "LoadTrial.h"
 #include "OptionFrame.h"
 #include "PlatformServices.h"
 #include "RaisedError.h"
@@ -19,9 +22,6 @@
 class QVBoxLayout;
 
 namespace genvara {
-
-/// Watts in a kilowatt, and so for VA: loads hold the one, fields show the other.
-inline constexpr double kPerKilo = 1000.0;
 
 /// What all entry forms of loads are: number of the step, quantity, name, description and phases, the way in
 /// for a new or a stored load, and the way out by OK or Cancel. A kind adds its own fields.
@@ -60,24 +60,31 @@ class LoadForm : public QDialog {
     [[nodiscard]] virtual std::string FailureText(const RaisedError& failure) const;
     /// Whether a bad field keeps the user from leaving by OK, although Enter does not leave the field.
     virtual bool HoldsOk() { return false; }
+    /// The field that is to blame for a figure that a stored load cannot be asked for.
+    [[nodiscard]] virtual EntryField* FieldOf(LoadFigure /*figure*/) { return m_qty; }
 
     // Places of a kind's controls: in the grid below the common fields, beside it, and below both.
     [[nodiscard]] FormGrid& Fields() noexcept { return *m_fields; }
     [[nodiscard]] QVBoxLayout& Side() noexcept { return *m_side; }
     [[nodiscard]] QHBoxLayout& Below() noexcept { return *m_below; }
 
-    /// How an entry field looks.
+    /// How an entry field looks, and what it holds.
     struct FieldLook {
         const char* labelName;
         const char* name;
         QString caption;
-        int digits;  ///< width, as a number of digits
-        QString note{};
+        int digits;             ///< width, as a number of digits
+        NumberBounds bounds{};  ///< the field's caption is their name
         const char* noteName = "";
+        QString note{};            ///< behind the field; the bounds, unless it is told
+        bool printsBounds = true;  ///< whether there is a note at all
     };
     /// Adds a labelled entry field to the grid.
     /// @param checked whether its text is checked to be a number before it is left.
     EntryField* AddField(const FieldLook& look, EntryField::KeyFilter filter, bool checked);
+    /// Keeps the user from leaving by OK while a field is out of its bounds, although its load takes any
+    /// figure.
+    void Enforce(EntryField& field) { m_enforced.push_back(&field); }
     struct Spinner {
         EntryField* field;
         UpDown* arrows;
@@ -97,7 +104,7 @@ class LoadForm : public QDialog {
     [[nodiscard]] double Number(EntryField& field);
     /// A field in kW or kVA, in W or VA.
     /// @throws RaisedError 13 for a text that is no number, 6 for one beyond a double's range.
-    [[nodiscard]] double Kilo(EntryField& field);
+    [[nodiscard]] double FromKilo(EntryField& field);
     /// @throws RaisedError 13 for a text that is no number, 6 for one beyond 32 bits.
     [[nodiscard]] std::int32_t Integer(EntryField& field);
     void StoreQuantity(Load& load) { load.Quantity(Integer(*m_qty)); }
@@ -108,10 +115,8 @@ class LoadForm : public QDialog {
     /// Shows a message of the kind that stops the user.
     MessageAnswer ShowError(const std::string& text, MessageButtons buttons = MessageButtons::Ok);
 
-    // Figures as fields show them, in the user's decimal separator.
-    [[nodiscard]] std::string Plain(double value) const;
-    [[nodiscard]] std::string Fixed(double value, int decimals) const;
-    [[nodiscard]] const std::string& Separator() const noexcept { return m_separator; }
+    /// Figures as fields hold them.
+    [[nodiscard]] const EntryNumbers& Numbers() const noexcept { return m_numbers; }
 
     [[nodiscard]] const LoadKind& Kind() const noexcept { return *m_kind; }
     [[nodiscard]] OptionFrame& Phases() noexcept { return *m_phases; }
@@ -127,6 +132,8 @@ class LoadForm : public QDialog {
 
   private:
     void AddCommonFields();
+    void SetUp(EntryField& field, const FieldLook& look, EntryField::KeyFilter filter) const;
+    [[nodiscard]] QLabel* MakeNote(const FieldLook& look) const;
     void AddPhases();
     void AddButtons();
     void ShowPhasesOffered();
@@ -137,16 +144,23 @@ class LoadForm : public QDialog {
     [[nodiscard]] std::unique_ptr<Load> TryNewLoad();
     bool StoreInLoad(Load& load);
     void ReportStore(const RaisedError& failure);
+    /// Whether a load that has been stored can be worked out; the field that is to blame shows its error if
+    /// not.
+    bool CanBeWorkedOut(const Load& load);
+    /// Whether a step can be looked up by what its field holds.
+    bool NamesAStep();
+    [[nodiscard]] static QString SentenceOn(const EntryField& field, const std::string& fallback);
     bool AddToStep(std::unique_ptr<Load> load, std::int32_t& stepNumber, std::int32_t& loadId);
     void Display(std::int32_t stepNumber, std::int32_t loadId);
     void CloseStored();
 
     LoadFormServices m_services;
     const LoadKind* m_kind;
-    std::string m_separator;
+    EntryNumbers m_numbers;
     std::int32_t m_systemPhases = 0;
     Load* m_load = nullptr;
     EntryField* m_current = nullptr;
+    std::vector<EntryField*> m_enforced;
     bool m_activated = false;
     FormGrid* m_fields;
     QVBoxLayout* m_side;

@@ -28,7 +28,7 @@ frmAirCondLoad::frmAirCondLoad(const LoadFormServices& services)
                         .name = "txtPower",
                         .caption = SizeCaption(first),
                         .digits = kDigits,
-                        .note = ToQt(SizeNote(first)),
+                        .bounds = SizeBounds(first),
                         .noteName = "lblPowerUnits"},
                        key_filters::Numeric(), false);
     m_powerTitle = findChild<QLabel*>("lblPowerTitle");
@@ -51,14 +51,16 @@ void frmAirCondLoad::AddMethods() {
 void frmAirCondLoad::MethodClicked(std::int32_t code) {
     const SizeMethod& method = *FindSizeMethod(code);
     m_powerTitle->setText(SizeCaption(method));
-    m_powerUnits->setText(ToQt(SizeNote(method)));
+    m_powerUnits->setText(ToQt(BoundsNote(SizeBounds(method), Numbers())));
     m_power->setAccessibleName(Caption(method.caption));
+    m_power->ClearError();
+    m_power->Bounds(SizeBounds(method));
 }
 
 void frmAirCondLoad::ShowKind(const CAirCondLoad& load) {
     if (const SizeMethod* method = FindSizeMethod(load.DataEntryMethod())) {
         m_method->Select(method->code);
-        m_power->Content(Plain(StoredSize(load, *method)));
+        m_power->Content(Numbers().Plain(StoredSize(load, *method)));
     }
 }
 
@@ -71,6 +73,10 @@ bool frmAirCondLoad::StoreKind(CAirCondLoad& load) {
 
 std::string frmAirCondLoad::FailureText(const RaisedError& failure) const {
     return AirCondFailureText(Current() != m_power, failure);
+}
+
+EntryField* frmAirCondLoad::FieldOf(LoadFigure /*figure*/) {
+    return m_power;
 }
 
 }  // namespace genvara

@@ -20,6 +20,7 @@ class frmAirCondLoad final : public LoadFormOf<CAirCondLoad> {
     void MethodClicked(std::int32_t code);
     void ShowKind(const CAirCondLoad& load) override;
     bool StoreKind(CAirCondLoad& load) override;
+    [[nodiscard]] EntryField* FieldOf(LoadFigure figure) override;
     [[nodiscard]] std::string FailureText(const RaisedError& failure) const override;
 
     OptionFrame* m_method = nullptr;

@@ -18,15 +18,17 @@ frmChargerLoad::frmChargerLoad(const LoadFormServices& services)
                           .name = "txtBatVolts",
                           .caption = "Battery Voltage",
                           .digits = kDigits,
-                          .note = "Vdc",
-                          .noteName = "lblBatVoltUnits"},
+                          .bounds = {.unit = " V"},
+                          .noteName = "lblBatVoltUnits",
+                          .note = "Vdc"},
                          key_filters::Numeric(), false);
     m_current = AddField({.labelName = "lblChargeCurrent",
                           .name = "txtChargeCurrent",
                           .caption = "Charge Current",
                           .digits = kDigits,
-                          .note = "Adc",
-                          .noteName = "lblChargeCurrentUnits"},
+                          .bounds = {.unit = " A"},
+                          .noteName = "lblChargeCurrentUnits",
+                          .note = "Adc"},
                          key_filters::Numeric(), false);
     Connect();
     OpenForNewLoad();
@@ -77,8 +79,8 @@ void frmChargerLoad::ShowKind(const CBatChrgLoad& load) {
     m_entry.ApplicationShown(load.ChargerType());
     Refresh();
     m_input->Select(load.ChargerInput());
-    m_voltage->Content(Plain(load.BatteryVoltage()));
-    m_current->Content(Plain(load.ChargeCurrent()));
+    m_voltage->Content(Numbers().Plain(load.BatteryVoltage()));
+    m_current->Content(Numbers().Plain(load.ChargeCurrent()));
 }
 
 bool frmChargerLoad::StoreKind(CBatChrgLoad& load) {
@@ -88,6 +90,10 @@ bool frmChargerLoad::StoreKind(CBatChrgLoad& load) {
     load.BatteryVoltage(Number(*m_voltage));
     load.ChargeCurrent(Number(*m_current));
     return true;
+}
+
+EntryField* frmChargerLoad::FieldOf(LoadFigure /*figure*/) {
+    return m_current;
 }
 
 }  // namespace genvara

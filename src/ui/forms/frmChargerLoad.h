@@ -21,6 +21,7 @@ class frmChargerLoad final : public LoadFormOf<CBatChrgLoad> {
     void SetDefaults() override;
     void ShowKind(const CBatChrgLoad& load) override;
     bool StoreKind(CBatChrgLoad& load) override;
+    [[nodiscard]] EntryField* FieldOf(LoadFigure figure) override;
 
     ChargerEntry m_entry;
     OptionFrame* m_application = nullptr;

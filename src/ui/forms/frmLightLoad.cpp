@@ -3,10 +3,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
-#include "EntryText.h"
 #include "LastChance.h"
 #include "LightEntry.h"
-#include "LinearPower.h"
+#include "LinearEntry.h"
 #include "Texts.h"
 
 namespace genvara {
@@ -34,13 +33,13 @@ frmLightLoad::frmLightLoad(const LoadFormServices& services) : LoadFormOf(load_t
                         .name = "txtRunKW",
                         .caption = Caption(strings::kRunningKW),
                         .digits = kDigits,
-                        .note = ToQt(BoundsNote("0", Plain(kMostLinearPower / kPerKilo), " kW"))},
+                        .bounds = LinearPowerBounds()},
                        key_filters::Numeric(), true);
     m_runPF = AddField({.labelName = "lblRunPF",
                         .name = "txtRunPF",
                         .caption = Caption(strings::kRunningPF),
                         .digits = kDigits,
-                        .note = ToQt(BoundsNote(Fixed(kLeastPowerFactor, 2), Fixed(kMostPowerFactor, 2)))},
+                        .bounds = LinearFactorBounds()},
                        key_filters::Numeric(), true);
     m_runPFLabel = findChild<QLabel*>("lblRunPF");
     AddOptions();
@@ -68,8 +67,7 @@ void frmLightLoad::LampClicked(std::int32_t lightType) {
     m_runPFLabel->setEnabled(hasBallast);
     m_runPF->setEnabled(hasBallast);
     if (!hasBallast) {
-        m_runPF->Content(Fixed(kMostPowerFactor, 2));
-        m_runPF->ClearError();
+        m_runPF->Content(Numbers().Fixed(kMostPowerFactor, 2));
     }
 }
 
@@ -85,20 +83,24 @@ void frmLightLoad::SetDefaults() {
 void frmLightLoad::ShowKind(const CLightLoad& load) {
     m_lamp->Select(load.LightType());
     m_ballast->Select(ShownBallast(load.Ballast()));
-    m_runKW->Content(Plain(load.RunningRealPower() / kPerKilo));
-    m_runPF->Content(Fixed(load.RunningPowerFactor(), 2));
+    m_runKW->Content(Numbers().Kilo(load.RunningRealPower()));
+    m_runPF->Content(Numbers().Fixed(load.RunningPowerFactor(), 2));
 }
 
 bool frmLightLoad::StoreKind(CLightLoad& load) {
     StoreQuantity(load);
     const std::int32_t lightType = m_lamp->Code().value_or(light_type::kIncandescent);
     load.LightType(lightType);
-    load.RunningRealPower(Kilo(*m_runKW));
+    load.RunningRealPower(FromKilo(*m_runKW));
     load.RunningPowerFactor(Number(*m_runPF));
     load.StartingRealPower(load.RunningRealPower());
     load.StartingPowerFactor(load.RunningPowerFactor());
     load.Ballast(StoredBallast(lightType, m_ballast->Code().value_or(ballast::kHighEffMagnetic)));
     return true;
+}
+
+EntryField* frmLightLoad::FieldOf(LoadFigure /*figure*/) {
+    return m_runKW;
 }
 
 }  // namespace genvara

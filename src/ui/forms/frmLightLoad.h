@@ -24,6 +24,7 @@ class frmLightLoad final : public LoadFormOf<CLightLoad> {
     void SetDefaults() override;
     void ShowKind(const CLightLoad& load) override;
     bool StoreKind(CLightLoad& load) override;
+    [[nodiscard]] EntryField* FieldOf(LoadFigure figure) override;
 
     EntryField* m_runKW;
     EntryField* m_runPF;

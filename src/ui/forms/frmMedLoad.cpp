@@ -5,7 +5,6 @@
 #include <array>
 
 #include "ChoiceBox.h"
-#include "EntryText.h"
 #include "LastChance.h"
 #include "MedEntry.h"
 #include "Texts.h"
@@ -14,9 +13,13 @@ namespace genvara {
 namespace {
 
 constexpr int kDigits = 10;
-constexpr std::string_view kKVA = " kVA";
+constexpr const char* kKVA = " kVA";
 constexpr int kDipDigits = 3;
 constexpr std::size_t kMostDipDigits = 2;
+
+NumberBounds DemandBounds(double most, const char* unit = "") {
+    return {.most = most, .above = true, .unit = unit};
+}
 
 }  // namespace
 
@@ -25,43 +28,44 @@ frmMedLoad::frmMedLoad(const LoadFormServices& services)
       m_contKVA(AddDemand({.labelName = "lblMaxContKVA",
                            .name = "txtMaxContKVA",
                            .caption = "Continuous kVA",
-                           .digits = kDigits},
-                          kMostContKVA, kKVA)),
+                           .digits = kDigits,
+                           .bounds = DemandBounds(kMostContKVA, kKVA)})),
       m_contPF(AddDemand({.labelName = "lblContPF",
                           .name = "txtContPF",
                           .caption = "pF @ Continuous Power Demand",
-                          .digits = kDigits},
-                         kMostMedPowerFactor, {})),
+                          .digits = kDigits,
+                          .bounds = DemandBounds(kMostMedPowerFactor)})),
       m_peakKVA(AddDemand({.labelName = "lblMaxMomentaryKVA",
                            .name = "txtMaxMomentaryKVA",
                            .caption = "Max. Peak kVA",
-                           .digits = kDigits},
-                          kMostPeakKVA, kKVA)),
+                           .digits = kDigits,
+                           .bounds = DemandBounds(kMostPeakKVA, kKVA)})),
       m_peakPF(AddDemand({.labelName = "lblPeakPF",
                           .name = "txtPeakPF",
                           .caption = "pF @ Max. Power Demand",
-                          .digits = kDigits},
-                         kMostMedPowerFactor, {})) {
+                          .digits = kDigits,
+                          .bounds = DemandBounds(kMostMedPowerFactor)})) {
     AddDip();
     AddInputType();
     OpenForNewLoad();
 }
 
-frmMedLoad::Demand frmMedLoad::AddDemand(const FieldLook& look, double limit, std::string_view unit) {
-    FieldLook bounded = look;
-    bounded.note = ToQt(BoundsNote("0", Plain(limit), unit));
-    const Demand demand{.field = AddField(bounded, key_filters::Numeric(), false), .limit = limit};
-    demand.field->CheckBeforeLeaving([this, demand] { return IsBad(demand); });
-    return demand;
+EntryField* frmMedLoad::AddDemand(const FieldLook& look) {
+    EntryField* field = AddField(look, key_filters::Numeric(), false);
+    field->CheckBeforeLeaving([this, field] { return IsBad(*field); });
+    return field;
 }
 
 void frmMedLoad::AddDip() {
-    const Spinner dip = AddSpinner({.labelName = "lblMaxVoltDip",
-                                    .name = "txtMaxVoltDip",
-                                    .caption = "Max. Voltage Dip @ Peak Demand  (%)",
-                                    .digits = kDipDigits},
-                                   key_filters::DigitsUpTo(kMostDipDigits), "updMaxVoltDip",
-                                   {.least = kLeastMedVoltDip, .most = kMostMedVoltDip});
+    const Spinner dip = AddSpinner(
+        {.labelName = "lblMaxVoltDip",
+         .name = "txtMaxVoltDip",
+         .caption = "Max. Voltage Dip @ Peak Demand  (%)",
+         .digits = kDipDigits,
+         .bounds = {.least = kLeastMedVoltDip, .most = kMostMedVoltDip, .whole = true, .unit = "%"},
+         .printsBounds = false},
+        key_filters::DigitsUpTo(kMostDipDigits), "updMaxVoltDip",
+        {.least = kLeastMedVoltDip, .most = kMostMedVoltDip});
     m_maxVoltDip = dip.field;
     connect(dip.arrows, &UpDown::Stepped, this, Event([this](std::int32_t value) { DipStepped(value); }));
     m_warning = new QLabel("WARNING: Voltage dip during peak demand effects image quality.");
@@ -87,13 +91,12 @@ void frmMedLoad::AddInputType() {
             Event([this](std::int32_t code) { m_inputType->setEnabled(code == 0); }));
 }
 
-bool frmMedLoad::IsBad(const Demand& demand) {
-    EntryField& field = *demand.field;
+bool frmMedLoad::IsBad(EntryField& field) {
     field.ClearError();
     field.Content(Trimmed(field.Content()));
-    const bool bad = IsBadDemand(field.Content(), demand.limit, Separator());
+    const bool bad = !field.text().isEmpty() && !field.Complaint().isEmpty();
     if (bad) {
-        field.ShowError(tr("The figure must be above 0 and not above %1.").arg(ToQt(Plain(demand.limit))));
+        field.ShowError(field.Complaint());
         Platform().Beep();
     }
     return bad;
@@ -105,27 +108,27 @@ void frmMedLoad::DipStepped(std::int32_t percent) {
 
 void frmMedLoad::SetDefaults() {
     const CMedEquipLoad fresh;
-    m_contPF.field->Content(Fixed(fresh.ContPowerFactor(), 2));
-    m_peakPF.field->Content(Fixed(fresh.PeakPowerFactor(), 2));
+    m_contPF->Content(Numbers().Fixed(fresh.ContPowerFactor(), 2));
+    m_peakPF->Content(Numbers().Fixed(fresh.PeakPowerFactor(), 2));
     m_maxVoltDip->Content(std::to_string(fresh.MaxPeakDemandVoltDip()));
     DipStepped(fresh.MaxPeakDemandVoltDip());
 }
 
 void frmMedLoad::ShowKind(const CMedEquipLoad& load) {
-    m_contPF.field->Content(Plain(load.ContPowerFactor()));
-    m_contKVA.field->Content(Plain(load.ContVA() / kPerKilo));
-    m_peakPF.field->Content(Plain(load.PeakPowerFactor()));
-    m_peakKVA.field->Content(Plain(load.PeakVA() / kPerKilo));
+    m_contPF->Content(Numbers().Plain(load.ContPowerFactor()));
+    m_contKVA->Content(Numbers().Kilo(load.ContVA()));
+    m_peakPF->Content(Numbers().Plain(load.PeakPowerFactor()));
+    m_peakKVA->Content(Numbers().Kilo(load.PeakVA()));
     m_maxVoltDip->Content(std::to_string(load.MaxPeakDemandVoltDip()));
     DipStepped(load.MaxPeakDemandVoltDip());
 }
 
 bool frmMedLoad::StoreKind(CMedEquipLoad& load) {
     StoreQuantity(load);
-    load.ContPowerFactor(Number(*m_contPF.field));
-    load.ContVA(Kilo(*m_contKVA.field));
-    load.PeakVA(Kilo(*m_peakKVA.field));
-    load.PeakPowerFactor(Number(*m_peakPF.field));
+    load.ContPowerFactor(Number(*m_contPF));
+    load.ContVA(FromKilo(*m_contKVA));
+    load.PeakVA(FromKilo(*m_peakKVA));
+    load.PeakPowerFactor(Number(*m_peakPF));
     load.MaxPeakDemandVoltDip(Integer(*m_maxVoltDip));
     return true;
 }
@@ -133,8 +136,12 @@ bool frmMedLoad::StoreKind(CMedEquipLoad& load) {
 bool frmMedLoad::HoldsOk() {
     // Enter presses OK without leaving the field, and nothing behind the field would refuse its figure.
     const std::array demands{m_contKVA, m_contPF, m_peakKVA, m_peakPF};
-    return std::ranges::any_of(
-        demands, [this](const Demand& demand) { return demand.field->hasFocus() && IsBad(demand); });
+    return std::ranges::any_of(demands,
+                               [this](EntryField* field) { return field->hasFocus() && IsBad(*field); });
+}
+
+EntryField* frmMedLoad::FieldOf(LoadFigure figure) {
+    return figure == LoadFigure::Running ? m_contPF : m_peakPF;
 }
 
 }  // namespace genvara

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
 #include "CMedEquipLoad.h"
 #include "LoadForm.h"
@@ -21,28 +20,22 @@ class frmMedLoad final : public LoadFormOf<CMedEquipLoad> {
     explicit frmMedLoad(const LoadFormServices& services);
 
   private:
-    /// A figure with its limit.
-    struct Demand {
-        EntryField* field;
-        double limit;
-    };
-
-    /// @param unit of the limit, with its leading blank; empty for none.
-    Demand AddDemand(const FieldLook& look, double limit, std::string_view unit);
+    EntryField* AddDemand(const FieldLook& look);
     void AddDip();
     void AddInputType();
-    bool IsBad(const Demand& demand);
+    bool IsBad(EntryField& field);
     void DipStepped(std::int32_t percent);
 
     void SetDefaults() override;
     void ShowKind(const CMedEquipLoad& load) override;
     bool StoreKind(CMedEquipLoad& load) override;
+    [[nodiscard]] EntryField* FieldOf(LoadFigure figure) override;
     bool HoldsOk() override;
 
-    Demand m_contKVA;
-    Demand m_contPF;
-    Demand m_peakKVA;
-    Demand m_peakPF;
+    EntryField* m_contKVA;
+    EntryField* m_contPF;
+    EntryField* m_peakKVA;
+    EntryField* m_peakPF;
     EntryField* m_maxVoltDip = nullptr;
     QLabel* m_warning = nullptr;
     ChoiceBox* m_inputType = nullptr;

@@ -1,41 +1,41 @@
 #include "frmMiscLoad.h"
 
-#include "EntryText.h"
-#include "LinearPower.h"
+#include "LinearEntry.h"
 #include "Texts.h"
 
 namespace genvara {
 
 frmMiscLoad::frmMiscLoad(const LoadFormServices& services) : LoadFormOf(load_type::kMiscellaneous, services) {
-    m_kW = AddField({.labelName = "lblkW",
-                     .name = "txtkW",
-                     .caption = "kW",
-                     .digits = 10,
-                     .note = ToQt(BoundsNote("0", Plain(kMostLinearPower / kPerKilo), " kW"))},
-                    key_filters::Numeric(), true);
+    m_kW = AddField(
+        {.labelName = "lblkW", .name = "txtkW", .caption = "kW", .digits = 10, .bounds = LinearPowerBounds()},
+        key_filters::Numeric(), true);
     m_pF = AddField({.labelName = "lblPF",
                      .name = "txtPF",
                      .caption = "pF",
                      .digits = 10,
-                     .note = ToQt(BoundsNote(Fixed(kLeastPowerFactor, 2), Fixed(kMostPowerFactor, 2)))},
+                     .bounds = LinearFactorBounds()},
                     key_filters::Numeric(), true);
     OpenForNewLoad();
 }
 
 void frmMiscLoad::SetDefaults() {
-    m_pF->Content(Fixed(kMostPowerFactor, 2));
+    m_pF->Content(Numbers().Fixed(kMostPowerFactor, 2));
 }
 
 void frmMiscLoad::ShowKind(const CMiscLoad& load) {
-    m_kW->Content(Plain(load.RunningRealPower() / kPerKilo));
-    m_pF->Content(Fixed(load.RunningPowerFactor(), 2));
+    m_kW->Content(Numbers().Kilo(load.RunningRealPower()));
+    m_pF->Content(Numbers().Fixed(load.RunningPowerFactor(), 2));
 }
 
 bool frmMiscLoad::StoreKind(CMiscLoad& load) {
     StoreQuantity(load);
-    load.RunningRealPower(Kilo(*m_kW));
+    load.RunningRealPower(FromKilo(*m_kW));
     load.RunningPowerFactor(Number(*m_pF));
     return true;
+}
+
+EntryField* frmMiscLoad::FieldOf(LoadFigure /*figure*/) {
+    return m_kW;
 }
 
 }  // namespace genvara

@@ -16,6 +16,7 @@ class frmMiscLoad final : public LoadFormOf<CMiscLoad> {
     void SetDefaults() override;
     void ShowKind(const CMiscLoad& load) override;
     bool StoreKind(CMiscLoad& load) override;
+    [[nodiscard]] EntryField* FieldOf(LoadFigure figure) override;
 
     EntryField* m_kW;
     EntryField* m_pF;

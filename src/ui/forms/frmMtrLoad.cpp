@@ -12,6 +12,7 @@
 #include "FailureRegion.h"
 #include "GensetDatabase.h"
 #include "LastChance.h"
+#include "MotorEntry.h"
 #include "Texts.h"
 #include "frmSSCurrentLimit.h"
 
@@ -26,7 +27,6 @@ namespace strings {
 constexpr std::int32_t kHorsepower = 700;
 constexpr std::int32_t kRunningKW = 701;
 constexpr std::int32_t kAmps = 702;
-constexpr std::int32_t kStartingAmps = 703;
 constexpr std::int32_t kRunningAmps = 704;
 constexpr std::int32_t kCodeLetter = 705;
 constexpr std::int32_t kStartingMethod = 706;
@@ -35,12 +35,9 @@ constexpr std::int32_t kStartingPF = 708;
 constexpr std::int32_t kSolidState = 755;
 }  // namespace strings
 
-/// Strings of the label before the main quantity, by entry method. All three hold an "r", which is its key.
-constexpr std::array<std::int32_t, 3> kPowerStrings{strings::kHorsepower, strings::kRunningKW,
-                                                    strings::kStartingAmps};
-
+/// The label before the main quantity. Its three captions hold an "r", which is its key.
 QString PowerCaption(std::int32_t method) {
-    const QString caption = Caption(kPowerStrings[static_cast<std::size_t>(method)]);
+    const QString caption = Caption(kMotorPowerStrings[static_cast<std::size_t>(method)]);
     return QString(caption).insert(caption.indexOf('r', 0, Qt::CaseInsensitive), '&');
 }
 
@@ -49,7 +46,7 @@ QString PowerCaption(std::int32_t method) {
 frmMtrLoad::frmMtrLoad(const LoadFormServices& services)
     : LoadFormOf(load_type::kMotor, services),
       m_calculator({Project().catalogue.Motors(), m_codeLetters, m_multipliers}, Project().site.Voltage(),
-                   SystemPhases(), Separator()) {
+                   SystemPhases(), Numbers()) {
     ReadTables();
     AddSizeFields();
     AddStarterFields();
@@ -77,12 +74,16 @@ void frmMtrLoad::AddSizeFields() {
     m_power = AddField({.labelName = "lblPower",
                         .name = "txtPower",
                         .caption = PowerCaption(motor_entry::kHorsepower),
-                        .digits = kDigits},
+                        .digits = kDigits,
+                        .bounds = MotorPowerBounds(motor_entry::kHorsepower),
+                        .printsBounds = false},
                        key_filters::Numeric(), false);
     m_runAmps = AddField({.labelName = "lblRunAmps",
                           .name = "txtRunAmps",
                           .caption = Caption(strings::kRunningAmps),
-                          .digits = kDigits},
+                          .digits = kDigits,
+                          .bounds = MotorRunAmpsBounds(),
+                          .printsBounds = false},
                          key_filters::Numeric(), false);
     m_powerLabel = findChild<QLabel*>("lblPower");
     m_runAmpsLabel = findChild<QLabel*>("lblRunAmps");
@@ -98,20 +99,24 @@ void frmMtrLoad::AddStarterFields() {
     SetDigits(*m_codeLetter, kDigits);
     Fields().AddField("lblCodeLetter", Caption(strings::kCodeLetter), m_codeLetter);
     m_startMethod = new ChoiceBox("cboStartMethod");
-    m_advanced = new QPushButton("&Advanced...");
+    m_advanced = new QPushButton("Ad&vanced...");  // "A" is the key of the phase
     m_advanced->setObjectName("cmdAdvanced");
     m_advanced->setAutoDefault(false);
     Fields().AddField("lblStartMethod", Caption(strings::kStartingMethod), m_startMethod, m_advanced);
     m_startingKVA = AddField({.labelName = "lblStartingKVA",
                               .name = "txtStartingKVA",
                               .caption = Caption(strings::kStartingKVA),
-                              .digits = kDigits},
+                              .digits = kDigits,
+                              .bounds = MotorStartingKVABounds(),
+                              .printsBounds = false},
                              key_filters::Numeric(), false);
     m_startingPF = AddField(
         {.labelName = "lblStartingPF",
          .name = "txtStartingPF",
          .caption = Caption(strings::kStartingPF),
-         .digits = kDigits},
+         .digits = kDigits,
+         .bounds = MotorStartingPFBounds(),
+         .printsBounds = false},
         [this, numeric = key_filters::Numeric()](const std::string& text, std::size_t selected,
                                                  char32_t key) {
             if (text.empty() || m_startingPF->selectedText() != m_startingPF->text()) {
@@ -123,6 +128,7 @@ void frmMtrLoad::AddStarterFields() {
             return numeric({}, 0, key);
         },
         false);
+    Enforce(*m_startingPF);
 }
 
 void frmMtrLoad::AddOptions() {
@@ -155,6 +161,7 @@ void frmMtrLoad::Connect() {
     connect(m_advanced, &QPushButton::clicked, this, Event([this] { AdvancedClicked(); }));
     connect(m_loaded, &OptionFrame::Clicked, this, Event([this](std::int32_t code) {
                 Do([&] { code == kLoaded ? m_calculator.LoadedClicked() : m_calculator.UnloadedClicked(); });
+                ShowStartingPF();
             }));
     connect(m_firePump, &QCheckBox::toggled, this,
             Event([this](bool on) { m_calculator.FirePumpChecked(on); }));
@@ -178,14 +185,16 @@ void frmMtrLoad::Do(const std::function<void()>& operation) {
     if (m_refreshing) {
         return;  // a selection that only shows what the calculator holds
     }
+    QString unusable;
     try {
         operation();
     } catch (const RaisedError& failure) {
-        if (failure.Number() != errors::kOverflow) {
-            throw;
-        }
+        unusable = ToQt(failure.Number() == errors::kOverflow ? "" : failure.Description());
     }
     Refresh();
+    if (!unusable.isEmpty()) {
+        m_power->ShowError(tr("The catalogue's motor tables cannot be used: %1").arg(unusable));
+    }
 }
 
 void frmMtrLoad::Refresh() {
@@ -211,8 +220,16 @@ void frmMtrLoad::Refresh() {
     m_refreshing = false;
 }
 
+void frmMtrLoad::ShowStartingPF() {
+    // Loading a motor whose factor was typed for an unloaded start may take it beyond 1.
+    if (Numbers().Read(m_startingPF->Content()) && !m_startingPF->Complaint().isEmpty()) {
+        m_startingPF->ShowError(m_startingPF->Complaint());
+    }
+}
+
 void frmMtrLoad::ShowEntryMethod() {
     const std::int32_t method = m_calculator.State().entryMethod;
+    m_power->Bounds(MotorPowerBounds(method));
     m_powerLabel->setText(PowerCaption(method));
     m_power->setAccessibleName(WithoutMnemonic(PowerCaption(method)));
     m_runAmpsLabel->setVisible(method == motor_entry::kAmps);
@@ -280,7 +297,9 @@ bool frmMtrLoad::StoreKind(CMtrLoad& load) {
     } catch (const RaisedError&) {
         Current(FieldOf(field));
         if (field == MotorCalculator::Field::None) {
-            m_codeLetter->setFocus();  // all else without a field takes any value
+            // All else without a field takes any value.
+            m_codeLetter->ShowError(tr("%1: nothing is selected.").arg(Caption(strings::kCodeLetter)));
+            m_codeLetter->setFocus();
         }
         throw;
     }
@@ -301,6 +320,10 @@ EntryField* frmMtrLoad::FieldOf(MotorCalculator::Field field) const {
             break;
     }
     return nullptr;
+}
+
+EntryField* frmMtrLoad::FieldOf(LoadFigure figure) {
+    return figure == LoadFigure::Starting ? m_startingPF : m_power;
 }
 
 }  // namespace genvara

@@ -38,10 +38,12 @@ class frmMtrLoad final : public LoadFormOf<CMtrLoad> {
     void ConnectFields();
 
     /// Runs an operation of the calculator and shows what became of it. A number too large to work with
-    /// changes nothing.
+    /// changes nothing, as do tables that cannot be used, which is told beside the main quantity.
     void Do(const std::function<void()>& operation);
     void Refresh();
     void ShowEntryMethod();
+    /// Shows the error of a starting power factor that no motor has.
+    void ShowStartingPF();
 
     void EntryMethodClicked(std::int32_t method);
     void PhasesClicked(std::int32_t code);
@@ -50,6 +52,7 @@ class frmMtrLoad final : public LoadFormOf<CMtrLoad> {
 
     void ShowKind(const CMtrLoad& load) override;
     bool StoreKind(CMtrLoad& load) override;
+    [[nodiscard]] EntryField* FieldOf(LoadFigure figure) override;
     bool HoldsOk() override;
     [[nodiscard]] EntryField* FieldOf(MotorCalculator::Field field) const;
 

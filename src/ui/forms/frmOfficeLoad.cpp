@@ -1,5 +1,7 @@
 #include "frmOfficeLoad.h"
 
+#include <cstdint>
+#include <limits>
 #include <string>
 
 namespace genvara {
@@ -12,9 +14,13 @@ constexpr int kDigits = 10;
 frmOfficeLoad::frmOfficeLoad(const LoadFormServices& services) : LoadFormOf(load_type::kOffice, services) {
     for (std::size_t i = 0; i < kOfficeCounts.size(); ++i) {
         const OfficeCount& count = kOfficeCounts[i];
-        m_counts[i] = AddField(
-            {.labelName = count.label, .name = count.field, .caption = count.caption, .digits = kDigits},
-            key_filters::Digits(), false);
+        m_counts[i] = AddField({.labelName = count.label,
+                                .name = count.field,
+                                .caption = count.caption,
+                                .digits = kDigits,
+                                .bounds = {.most = std::numeric_limits<std::int32_t>::max(), .whole = true},
+                                .printsBounds = false},
+                               key_filters::Digits(), false);
     }
     OpenForNewLoad();
 }
@@ -53,6 +59,10 @@ void frmOfficeLoad::ReportNothingCounted() {
         count->ClearError();
     }
     ShowError(std::string(kNothingCounted));
+}
+
+EntryField* frmOfficeLoad::FieldOf(LoadFigure /*figure*/) {
+    return m_counts.front();
 }
 
 }  // namespace genvara

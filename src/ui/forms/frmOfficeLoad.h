@@ -18,6 +18,7 @@ class frmOfficeLoad final : public LoadFormOf<COfficeLoad> {
   private:
     void ShowKind(const COfficeLoad& load) override;
     bool StoreKind(COfficeLoad& load) override;
+    [[nodiscard]] EntryField* FieldOf(LoadFigure figure) override;
     [[nodiscard]] bool NothingCounted() const;
     void ReportNothingCounted();
 

@@ -7,7 +7,6 @@
 #include "DialogKeys.h"
 #include "EntryField.h"
 #include "FormGrid.h"
-#include "KeyFilters.h"
 #include "LastChance.h"
 #include "MotorCalculator.h"
 #include "Texts.h"
@@ -28,14 +27,17 @@ frmSSCurrentLimit::frmSSCurrentLimit(QWidget* owner, PlatformServices& platform)
     setModal(true);
     SetDigits(*m_limit, kLimitDigits);
     m_limit->Filter(key_filters::Digits());
+    m_limit->Bounds({.name = FromQt(tr("Starting current")),
+                     .least = kLeastCurrentLimit,
+                     .most = kMostCurrentLimit,
+                     .unit = "%"});
     m_limit->CheckBeforeLeaving([this] { return IsBad(); });
-    connect(m_limit, &QLineEdit::textChanged, m_limit, &EntryField::ClearError);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);
     column->setSpacing(metrics::kMargin);
     auto* fields = new FormGrid;
     fields->AddField("lblQuery", Caption(kQueryString), m_limit,
-                     FormGrid::MakeNote("lblLimits", ToQt(CurrentLimitBounds())));
+                     FormGrid::MakeNote("lblLimits", ToQt(BoundsNote(*m_limit->Bounds(), EntryNumbers()))));
     column->addLayout(fields);
     const OkCancel buttons = MakeOkCancel();
     column->addWidget(buttons.box);
@@ -53,9 +55,9 @@ void frmSSCurrentLimit::ParentForm(frmMtrLoad& form) {
 }
 
 bool frmSSCurrentLimit::IsBad() {
-    const bool bad = !ParseCurrentLimit(m_limit->Content(), DecimalSeparator());
+    const bool bad = !ParseCurrentLimit(m_limit->Content(), EntryNumbers());
     if (bad) {
-        m_limit->ShowError(tr("The limit must be a number within the bounds."));
+        m_limit->ShowError(m_limit->Complaint());
     } else {
         m_limit->ClearError();
     }
@@ -68,7 +70,7 @@ void frmSSCurrentLimit::Confirm() {
         return;
     }
     if (m_parentForm != nullptr) {
-        m_parentForm->SolidStateCurrentLimit(*ParseCurrentLimit(m_limit->Content(), DecimalSeparator()));
+        m_parentForm->SolidStateCurrentLimit(*ParseCurrentLimit(m_limit->Content(), EntryNumbers()));
     }
     accept();
 }

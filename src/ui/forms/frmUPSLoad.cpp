@@ -1,6 +1,5 @@
 #include "frmUPSLoad.h"
 
-#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalBlocker>
@@ -45,14 +44,14 @@ void frmUPSLoad::AddFigures() {
                          .name = "txtRating",
                          .caption = Caption(strings::kRating),
                          .digits = kRatingDigits,
-                         .note = "( 1 - 2500 kVA )",
+                         .bounds = {.least = 1, .most = 2500, .whole = true, .unit = " kVA"},
                          .noteName = "lblRatingUnits"},
                         key_filters::NonZeroDigits(), false);
     m_loading = AddSpinner({.labelName = "lblLoading",
                             .name = "txtLoading",
                             .caption = Caption(strings::kLoading),
                             .digits = 3,
-                            .note = "( 50% - 100% )",
+                            .bounds = PercentBounds(kUPSLoading),
                             .noteName = "lblLoadingUnits"},
                            key_filters::UpTo(3, key_filters::NonZeroDigits()), "updLoading",
                            {.least = kUPSLoading.least, .most = kUPSLoading.most});
@@ -60,7 +59,7 @@ void frmUPSLoad::AddFigures() {
                              .name = "txtCharging",
                              .caption = Caption(strings::kCharging),
                              .digits = 3,
-                             .note = "( 0% - 25% )",
+                             .bounds = PercentBounds(kUPSCharging),
                              .noteName = "lblChargingUnits"},
                             key_filters::DigitsUpTo(2), "updCharging",
                             {.least = kUPSCharging.least, .most = kUPSCharging.most});
@@ -129,23 +128,27 @@ void frmUPSLoad::SetDefaults() {
 void frmUPSLoad::ShowKind(const CUPSLoad& load) {
     m_entry.FamilyClicked(load.Family());
     Refresh();
-    m_rating->Content(Plain(load.OutputRating() / kPerKilo));
+    m_rating->Content(Numbers().Kilo(load.OutputRating()));
     ShowFigures(load);
     if (m_entry.Shown().phases == 0) {
         m_input.types->SelectCode(load.InputType());
     }
-    m_input.filter->setChecked(load.InputFilterInstalled());
+    m_input.filter->Tick(load.InputFilterInstalled());
 }
 
 bool frmUPSLoad::StoreKind(CUPSLoad& load) {
     load.Family(m_entry.Shown().family);
     load.InputType(StoredInputType(load.Phases(), m_input.types->Code().value_or(input_type::kSixPulse)));
-    load.OutputRating(Kilo(*m_rating));
+    load.OutputRating(FromKilo(*m_rating));
     StoreQuantity(load);
     load.Loading(Integer(*m_loading.field));
     load.Charging(Integer(*m_charging.field));
     load.InputFilterInstalled(m_input.filter->isChecked());
     return true;
+}
+
+EntryField* frmUPSLoad::FieldOf(LoadFigure /*figure*/) {
+    return m_rating;
 }
 
 }  // namespace genvara

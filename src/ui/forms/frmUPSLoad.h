@@ -27,6 +27,7 @@ class frmUPSLoad final : public LoadFormOf<CUPSLoad> {
     void SetDefaults() override;
     void ShowKind(const CUPSLoad& load) override;
     bool StoreKind(CUPSLoad& load) override;
+    [[nodiscard]] EntryField* FieldOf(LoadFigure figure) override;
 
     UPSEntry m_entry;
     EntryField* m_rating = nullptr;

@@ -1,7 +1,6 @@
 #include "frmVFDLoad.h"
 
-#include <QCheckBox>
-
+#include "CMtrLoad.h"
 #include "ChoiceBox.h"
 #include "InputTypes.h"
 #include "LastChance.h"
@@ -18,14 +17,14 @@ frmVFDLoad::frmVFDLoad(const LoadFormServices& services) : LoadFormOf(load_type:
                               .name = "txtMtrRating",
                               .caption = "Motor Rating",
                               .digits = kRatingDigits,
-                              .note = "( 0 - 1000 HP )",
+                              .bounds = {.most = kMostMotorHP, .above = true, .unit = " HP"},
                               .noteName = "lblMtrRatingUnits"},
                              key_filters::Numeric(), false);
     m_efficiency = AddSpinner({.labelName = "lbEff",
                                .name = "txtEff",
                                .caption = "Efficiency",
                                .digits = 3,
-                               .note = "( 70% - 99% )",
+                               .bounds = PercentBounds(kDriveEfficiency),
                                .noteName = "lblEffUnits"},
                               key_filters::UpTo(2, key_filters::NonZeroDigits()), "updEff",
                               {.least = kDriveEfficiency.least, .most = kDriveEfficiency.most});
@@ -33,7 +32,7 @@ frmVFDLoad::frmVFDLoad(const LoadFormServices& services) : LoadFormOf(load_type:
                              .name = "txtStartKVALimit",
                              .caption = "Start kVA Limit",
                              .digits = 3,
-                             .note = "( 100% - 150% )",
+                             .bounds = PercentBounds(kDriveKVALimit),
                              .noteName = "lblStartKVALimitUnits"},
                             key_filters::UpTo(3, key_filters::Numeric()), "updStartKVALimit",
                             {.least = kDriveKVALimit.least, .most = kDriveKVALimit.most});
@@ -58,12 +57,12 @@ void frmVFDLoad::SetDefaults() {
 }
 
 void frmVFDLoad::ShowKind(const CVFDLoad& load) {
-    m_motorRating->Content(Plain(load.MtrRating()));
+    m_motorRating->Content(Numbers().Plain(load.MtrRating()));
     ShowFigures(load);
     if (HasInputTypes(load.Phases())) {
         m_input.types->SelectCode(load.InputType());
     }
-    m_input.filter->setChecked(load.InputFilterInstalled());
+    m_input.filter->Tick(load.InputFilterInstalled());
 }
 
 bool frmVFDLoad::StoreKind(CVFDLoad& load) {
@@ -74,6 +73,10 @@ bool frmVFDLoad::StoreKind(CVFDLoad& load) {
     load.KVALimit(Integer(*m_kvaLimit.field));
     load.InputFilterInstalled(m_input.filter->isChecked());
     return true;
+}
+
+EntryField* frmVFDLoad::FieldOf(LoadFigure /*figure*/) {
+    return m_motorRating;
 }
 
 }  // namespace genvara

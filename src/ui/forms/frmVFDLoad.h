@@ -20,6 +20,7 @@ class frmVFDLoad final : public LoadFormOf<CVFDLoad> {
     void SetDefaults() override;
     void ShowKind(const CVFDLoad& load) override;
     bool StoreKind(CVFDLoad& load) override;
+    [[nodiscard]] EntryField* FieldOf(LoadFigure figure) override;
 
     EntryField* m_motorRating;
     Spinner m_efficiency{};

@@ -131,19 +131,27 @@ TEST_F(LoadFormSkeleton, ASettersRefusalShowsItsNumberAndSelectsTheField) {
         const char* field;
         const char* text;
         const char* message;
-    } rows[] = {{"txtQty", "0", "Error #2\r\nLoad quantity out of range"},
-                {"txtQty", "257", "Error #2\r\nLoad quantity out of range"},
-                {"txtQty", "99999999999", "Error #6\r\nOverflow"},
-                {"txtkW", "2000.0005", "Error #17\r\nRunning real power out of range"},
-                {"txtPF", "0.59", "Error #16\r\nRunning power factor out of range"},
-                {"txtPF", "", "A numeric value must be entered."}};
+        const char* sentence;
+    } rows[] = {{"txtQty", "0", "Error #2\r\nLoad quantity out of range",
+                 "Quantity: 0 is out of range. Enter 1 to 256."},
+                {"txtQty", "257", "Error #2\r\nLoad quantity out of range",
+                 "Quantity: 257 is out of range. Enter 1 to 256."},
+                {"txtkW", "2000.0005", "Error #17\r\nRunning real power out of range",
+                 "kW: 2000.0005 is out of range. Enter 0 to 2000 kW."},
+                {"txtPF", "0.59", "Error #16\r\nRunning power factor out of range",
+                 "pF: 0.59 is out of range. Enter 0.60 to 1.00."},
+                {"txtPF", "", "A numeric value must be entered.", "pF is blank. Enter 0.60 to 1.00."}};
     for (const auto& row : rows) {
         const auto form = NewFilled();
         Type(*form, row.field, row.text);
         Find<QPushButton>(*form, "cmdOK").setFocus();
+        platform.during = {
+            [&] { EXPECT_TRUE(Field(*form, row.field).InError()) << "before the message opens"; }};
         Click(*form, "cmdOK");
+        EXPECT_TRUE(platform.during.empty());
         EXPECT_EQ(platform.TakeMessage().text, row.message);
         EXPECT_TRUE(Field(*form, row.field).InError());
+        EXPECT_EQ(Field(*form, row.field).statusTip(), row.sentence);
         EXPECT_TRUE(Field(*form, row.field).hasFocus());
         EXPECT_EQ(Field(*form, row.field).selectedText().toStdString(), TextOf(*form, row.field));
         EXPECT_EQ(Step().NumLoads(), 0);
@@ -159,12 +167,38 @@ TEST_F(LoadFormSkeleton, AStepThatIsNotThereIsReported) {
     EXPECT_EQ(message.title, "ERROR");
     EXPECT_EQ(message.icon, MessageIcon::Stop);
     EXPECT_EQ(TextOf(*form, "txtkW"), "12.5");
-    Type(*form, "txtStepNum", "");
-    Click(*form, "cmdOK");
-    EXPECT_EQ(platform.TakeMessage().text, "Error #2147221517\r\nType mismatch");  // 13 + 2147221504
+    EXPECT_TRUE(Field(*form, "txtStepNum").hasFocus());
+    EXPECT_EQ(Field(*form, "txtStepNum").statusTip(), "Step Number: 3 is out of range. Enter 1 to 2.");
     EXPECT_TRUE(form->isVisible());
     EXPECT_FALSE(host.changed);
     EXPECT_TRUE(host.displayed.empty());
+}
+
+TEST_F(LoadFormSkeleton, AStepThatIsNoNumberIsToldBesideItsField) {
+    const auto form = NewFilled();
+    const struct {
+        const char* text;
+        const char* sentence;
+    } rows[] = {{"", "Step Number is blank. Enter 1 to 2."},
+                {"99999999999", "Step Number: 99999999999 is out of range. Enter 1 to 2."}};
+    for (const auto& row : rows) {
+        Type(*form, "txtStepNum", row.text);
+        Click(*form, "cmdOK");
+        EXPECT_TRUE(platform.Take().empty());
+        EXPECT_TRUE(Field(*form, "txtStepNum").hasFocus());
+        EXPECT_EQ(Field(*form, "txtStepNum").statusTip(), row.sentence);
+        EXPECT_TRUE(form->isVisible());
+    }
+    EXPECT_FALSE(host.changed);
+}
+
+TEST_F(LoadFormSkeleton, AQuantityTooLargeToWorkWithIsToldBesideItsField) {
+    const auto form = NewFilled();
+    Type(*form, "txtQty", "99999999999");
+    Click(*form, "cmdOK");
+    EXPECT_TRUE(platform.Take().empty());
+    EXPECT_TRUE(Field(*form, "txtQty").hasFocus());
+    EXPECT_EQ(Field(*form, "txtQty").statusTip(), "Quantity: 99999999999 is out of range. Enter 1 to 256.");
 }
 
 TEST_F(LoadFormSkeleton, AFullStepIsReported) {
@@ -174,6 +208,8 @@ TEST_F(LoadFormSkeleton, AFullStepIsReported) {
     const auto form = NewFilled();
     Click(*form, "cmdOK");
     EXPECT_EQ(platform.TakeMessage().text, "Error #3\r\nMaximum number of loads per step exceeded.");
+    EXPECT_TRUE(Field(*form, "txtStepNum").InError());
+    EXPECT_TRUE(Field(*form, "txtStepNum").hasFocus());
     EXPECT_TRUE(form->isVisible());
     EXPECT_FALSE(host.changed);
 }

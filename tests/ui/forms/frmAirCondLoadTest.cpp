@@ -147,14 +147,18 @@ TEST_F(AirCondForm, ReportsInItsOwnWords) {
     EXPECT_FALSE(host.changed);
 }
 
-TEST_F(AirCondForm, KeepsBackInSilenceWhosePowersAreOutOfRange) {
+TEST_F(AirCondForm, KeepsBackWithoutAMessageWhosePowersAreOutOfRange) {
     // 1000 hp run at 800 kW by these motors and 900 hp at 900 kVA; a load takes 798 kW and 887 kVA.
     for (const char* size : {"1000", "900"}) {
         const auto form = NewSized("optCompHP", size);
         Click(*form, "cmdOK");
         EXPECT_TRUE(platform.Take().empty());
         EXPECT_TRUE(form->isVisible());
-        EXPECT_FALSE(Field(*form, "txtPower").InError());
+        EXPECT_TRUE(Field(*form, "txtPower").InError());
+        EXPECT_EQ(Field(*form, "txtPower").statusTip().toStdString(),
+                  std::string("Compressor HP ") + size +
+                      (size == std::string("1000") ? ": Running real power out of range."
+                                                   : ": Running apparent power (VA) out of range."));
         EXPECT_EQ(Step().NumLoads(), 0);
         Type(*form, "txtPower", "880");
         Click(*form, "cmdOK");

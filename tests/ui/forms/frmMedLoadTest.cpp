@@ -77,6 +77,7 @@ TEST_F(MedForm, AFigureOutOfRangeIsNotLeft) {
         EXPECT_TRUE(field.InError()) << row.bad;
         EXPECT_EQ(platform.beeps, 1);
         EXPECT_EQ(field.Content(), row.bad);
+        EXPECT_TRUE(field.statusTip().contains("is out of range. Enter a number above 0, up to "));
         Type(*form, row.field, row.good);
         QTest::keyClick(&field, Qt::Key_Tab);
         EXPECT_FALSE(field.hasFocus()) << row.good;
@@ -183,10 +184,38 @@ TEST_F(MedForm, OkAtOnceChangesNothing) {
                     54321.125);  // beyond the form's limit too: a field that is not touched is not checked
         load.PeakVA(i * 1234.5);
         load.ContPowerFactor(1.0 / (i + 1));
-        load.PeakPowerFactor(0.123456789 * i);
+        load.PeakPowerFactor(0.0123456789 * i);
         load.MaxPeakDemandVoltDip(i * 7);
         load.InputType(i);
         ExpectOkChangesNothing<frmMedLoad>(load);
+    }
+}
+
+TEST_F(MedForm, APowerFactorBeyondOneOfAFileIsNotStoredAgain) {
+    const struct {
+        double continuous;
+        double peak;
+        const char* field;
+        const char* sentence;
+    } rows[] = {{1.25, 0.9, "txtContPF",
+                 "pF @ Continuous Power Demand: 1.25 is out of range. Enter a number above 0, up to 1."},
+                {0.9, 1.25, "txtPeakPF",
+                 "pF @ Max. Power Demand: 1.25 is out of range. Enter a number above 0, up to 1."}};
+    for (const auto& row : rows) {
+        CMedEquipLoad load;
+        load.ContVA(50000.0);
+        load.PeakVA(300000.0);
+        load.ContPowerFactor(row.continuous);
+        load.PeakPowerFactor(row.peak);
+        const auto form = Edit<frmMedLoad>(load);
+        Type(*form, "txtName", "CT");
+        Click(*form, "cmdOK");
+        EXPECT_TRUE(platform.Take().empty());
+        EXPECT_TRUE(form->isVisible());
+        EXPECT_TRUE(Field(*form, row.field).InError());
+        EXPECT_TRUE(Field(*form, row.field).hasFocus());
+        EXPECT_EQ(Field(*form, row.field).statusTip(), row.sentence);
+        EXPECT_EQ(load.name(), "") << "nothing is written";
     }
 }
 

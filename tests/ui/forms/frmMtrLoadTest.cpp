@@ -9,6 +9,7 @@
 
 #include "ChoiceBox.h"
 #include "FormsFixture.h"
+#include "SmallCatalogue.h"
 
 /// The motors of the fixture run at 0.8 kW and 1 kVA a horsepower and start at 0.4; letter F is 5.3 kVA a
 /// horsepower, G 6; the site has 480 V.
@@ -272,6 +273,87 @@ TEST_F(MotorForm, ANumberTooLargeToWorkWithEndsNothing) {
     EXPECT_TRUE(form->isVisible());
 }
 
+TEST_F(MotorForm, AStartThatCannotBeWorkedOutIsNotStored) {
+    for (const char* factor : {"1.0001", "1.2"}) {
+        const auto form = NewOf("10");
+        Type(*form, "txtStartingPF", factor);
+        Click(*form, "cmdOK");
+        EXPECT_TRUE(platform.Take().empty());
+        EXPECT_TRUE(form->isVisible());
+        EXPECT_TRUE(Field(*form, "txtStartingPF").InError());
+        EXPECT_TRUE(Field(*form, "txtStartingPF").hasFocus());
+        EXPECT_EQ(Field(*form, "txtStartingPF").statusTip().toStdString(),
+                  std::string("Starting pF: ") + factor + " is out of range. Enter 0 to 1.");
+        EXPECT_EQ(Step().NumLoads(), 0);
+    }
+    for (const char* factor : {"0", "1"}) {
+        const auto form = NewOf("10");
+        Type(*form, "txtStartingPF", factor);
+        Click(*form, "cmdOK");
+        EXPECT_FALSE(form->isVisible()) << factor;
+    }
+    EXPECT_EQ(Step().NumLoads(), 2);
+    CMtrLoad load;  // as a file may hold it: it could be worked out, but no motor starts so
+    load.HP(10.0);
+    load.CodeLetter("G");
+    load.StartingAppPower(60000.0);
+    load.StartingPF(-0.4);
+    const auto form = Edit<frmMtrLoad>(load);
+    Click(*form, "cmdOK");
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_TRUE(Field(*form, "txtStartingPF").InError());
+}
+
+TEST_F(MotorForm, AFactorThatLoadingTakesBeyondOneTurnsRedAtOnce) {
+    const auto form = NewOf("10");
+    Click(*form, "optUnloaded");
+    Type(*form, "txtStartingPF", "0.9");
+    EXPECT_FALSE(Field(*form, "txtStartingPF").InError());
+    Click(*form, "optLoaded");
+    EXPECT_EQ(TextOf(*form, "txtStartingPF"), "1.38461538461538");  // 0.9 / 0.65
+    EXPECT_TRUE(Field(*form, "txtStartingPF").InError());
+    Click(*form, "cmdOK");
+    EXPECT_TRUE(form->isVisible());
+    Click(*form, "optUnloaded");
+    EXPECT_EQ(TextOf(*form, "txtStartingPF"), "0.899999999999997");  // 1.38461538461538 x 0.65
+    EXPECT_FALSE(Field(*form, "txtStartingPF").InError());
+    Click(*form, "cmdOK");
+    ASSERT_NE(Added<CMtrLoad>(), nullptr);
+    EXPECT_NEAR(Added<CMtrLoad>()->StartingPF(), 0.9, 1e-14);
+}
+
+TEST_F(MotorForm, ASizeTakenOutAndTypedAgainBringsItsFiguresBack) {
+    const auto form = New<frmMtrLoad>();
+    EntryField& power = Field(*form, "txtPower");
+    power.setFocus();
+    QTest::keyClicks(&power, "5");
+    EXPECT_EQ(TextOf(*form, "txtStartingKVA"), "35.00");  // 5 x 7 of the H
+    QTest::keyClick(&power, Qt::Key_Backspace);
+    EXPECT_EQ(TextOf(*form, "txtStartingKVA"), "");
+    QTest::keyClicks(&power, "5");
+    EXPECT_EQ(TextOf(*form, "txtStartingKVA"), "35.00");
+    EXPECT_EQ(TextOf(*form, "txtStartingPF"), "0.4");
+}
+
+TEST_F(MotorForm, TablesThatCannotBeUsedEndNothing) {
+    const TemporaryFolder unfit;
+    BuildSmallCatalogue(unfit);
+    DropTable(unfit, "Motor Power Conversions");
+    Catalogue bare(unfit / "Genvara.db");
+    LoadFormServices services = Services();
+    frmMtrLoad form(
+        {.owner = nullptr,
+         .platform = platform,
+         .host = host,
+         .project = {.profile = services.project.profile, .site = services.project.site, .catalogue = bare}});
+    form.open();
+    Type(form, "txtPower", "5");
+    EXPECT_TRUE(platform.ends.empty());
+    EXPECT_TRUE(Field(form, "txtPower").InError());
+    EXPECT_EQ(Field(form, "txtPower").statusTip(),
+              "The catalogue's motor tables cannot be used: Value arrays have only one point.");
+}
+
 TEST_F(MotorForm, TellsTheFieldThatFailed) {
     const struct {
         const char* method;
@@ -321,6 +403,10 @@ TEST_F(MotorForm, AMissingCodeLetterLeadsToTheList) {
     Click(*form, "cmdOK");
     EXPECT_EQ(platform.TakeMessage().text, "Error #19\r\nCode letter is invalid.");
     EXPECT_TRUE(Find<ChoiceBox>(*form, "cboCodeLetter").hasFocus());
+    EXPECT_TRUE(Find<ChoiceBox>(*form, "cboCodeLetter").InError());
+    EXPECT_EQ(Find<ChoiceBox>(*form, "cboCodeLetter").statusTip(), "Code Letter: nothing is selected.");
+    Choose(*form, "cboCodeLetter", 2);
+    EXPECT_FALSE(Find<ChoiceBox>(*form, "cboCodeLetter").InError());
 }
 
 TEST_F(MotorForm, AChangeOfTheEntryMethodTakesTheErrorsAway) {

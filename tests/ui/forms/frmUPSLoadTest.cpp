@@ -190,9 +190,26 @@ TEST_F(UPSForm, ReadsGreyControlsAsTheyStand) {
     EXPECT_EQ(load->Loading(), 70);
     EXPECT_EQ(load->Charging(), 5);
     EXPECT_EQ(load->InputType(), 2);
-    EXPECT_TRUE(load->InputFilterInstalled());
-    // 100000 / 0.9 x 1.1 x 0.95, through the filter although the family has none
-    EXPECT_NEAR(load->ThreePhaseTwelvePulseRectFilteredPower(), 116111.111, 0.001);
+}
+
+TEST_F(UPSForm, AFilterBehindADisabledBoxIsNotStored) {
+    const auto form = NewRated();
+    Click(*form, "optOnLine");
+    Click(*form, "chkInputFilter");
+    for (const char* click : {"optPhaseB", "optHarborRelay"}) {
+        Click(*form, click);
+        EXPECT_FALSE(IsOn(*form, "chkInputFilter")) << click;
+        Click(*form, "optOnLine");
+        Click(*form, "opt3Phase");
+        EXPECT_TRUE(IsOn(*form, "chkInputFilter")) << "the tick comes back with its box";
+    }
+    Click(*form, "optHarborRelay");
+    Click(*form, "cmdOK");
+    EXPECT_FALSE(Added<CUPSLoad>()->InputFilterInstalled());
+    EXPECT_EQ(Added<CUPSLoad>()->ThreePhaseSixPulseRectFilteredPower(), 0.0);
+    Added<CUPSLoad>()->InputFilterInstalled(true);  // as a file may hold it
+    Click(*Edit<frmUPSLoad>(*Added<CUPSLoad>()), "cmdOK");
+    EXPECT_FALSE(Added<CUPSLoad>()->InputFilterInstalled());
 }
 
 TEST_F(UPSForm, ReportsAFieldThatCannotBeStored) {
@@ -335,7 +352,8 @@ TEST_F(UPSForm, OkAtOnceChangesNothing) {
                 for (const std::int32_t inputType : {1, 2, 3, 4}) {
                     // Not here, but below: the fast family on one phase; in a single-phase system the other
                     // families on anything but phase A; input stages that do not go with the phases.
-                    if (family == 0 && phases != 0) {
+                    // Nor a filter whose box is disabled.
+                    if ((family == 0 && (phases != 0 || filter)) || (phases != 0 && filter)) {
                         continue;
                     }
                     CUPSLoad load;
@@ -359,11 +377,11 @@ TEST_F(UPSForm, OkAtOnceMakesWhatTheFormCanShow) {
         Stored after;
     } rows[] = {// The fast family exists as a three-phase load only.
                 {3, {0, 2, 5, false}, {0, 0, 1, false}},
-                {1, {0, 1, 5, true}, {0, 0, 1, true}},
+                {1, {0, 1, 5, true}, {0, 0, 1, false}},
                 // The click on the other families selects phase A in a single-phase system.
                 {1, {1, 0, 2, false}, {1, 1, 5, false}},
                 {1, {1, 3, 5, false}, {1, 1, 5, false}},
-                {1, {2, 0, 2, true}, {2, 1, 5, true}},
+                {1, {2, 0, 2, true}, {2, 1, 5, false}},
                 {1, {2, 2, 5, false}, {2, 1, 5, false}},
                 // A single-phase load has its own input stage, and the list's first stands for a code that it
                 // has not.
