@@ -117,8 +117,4 @@ void FillConnections(ChoiceBox& list, const std::vector<ConnectionRecord>& conne
     }
 }
 
-double SiteCelsius(double fahrenheit) noexcept {
-    return (fahrenheit - 32.0) * 5.0 / 9.0;
-}
-
 }  // namespace genvara

@@ -61,21 +61,6 @@ struct NumberNames {
     const char* label;
 };
 
-/// Words of a unit system: strings of the altitude's and the temperature's unit.
-struct UnitStrings {
-    std::int32_t altitude;
-    std::int32_t temperature;
-};
-[[nodiscard]] constexpr UnitStrings UnitsOf(bool metric) noexcept {
-    return metric ? UnitStrings{.altitude = 500, .temperature = 502}
-                  : UnitStrings{.altitude = 501, .temperature = 503};
-}
-
-/// A site's temperature in degrees Fahrenheit as degrees Celsius. Multiplied before it is divided: so the
-/// upper end of the range, 150.8 °F, comes out as 66 °C and not a rounding error above it, which would be
-/// refused.
-[[nodiscard]] double SiteCelsius(double fahrenheit) noexcept;
-
 /// Bounds of the sets in parallel, and the text that shows them.
 inline constexpr std::int32_t kLeastParallelSets = 1;
 inline constexpr std::int32_t kMostParallelSets = 16;

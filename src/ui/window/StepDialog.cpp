@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "EntryNumbers.h"
+#include "DialogKeys.h"
 #include "FormGrid.h"
 #include "LastChance.h"
 #include "SiteControls.h"
@@ -30,10 +30,15 @@ StepDialog::StepDialog(PlatformServices& platform, const CPwrSys& site, const QS
       m_updDip(new UpDown("updDefaultMaxVoltDip", *m_txtDip,
                           {site_limits::kLowestLimit, site.MaxVoltageDip(), kLimitStep})),
       m_txtDescription(new EntryField(platform, descriptionField)),
-      m_lblRange(FormGrid::MakeNote(
-          "lblRange", QString("( %1% - %2% )").arg(site_limits::kLowestLimit).arg(site.MaxVoltageDip()))) {
+      m_lblRange(FormGrid::MakeNote("lblRange")) {
     setWindowTitle(caption);
     m_txtDip->Filter(key_filters::Digits());
+    m_txtDip->Bounds({.name = FromQt(Caption(172)),
+                      .least = site_limits::kLowestLimit,
+                      .most = static_cast<double>(site.MaxVoltageDip()),
+                      .whole = true,
+                      .unit = "%"});
+    m_lblRange->setText(ToQt(BoundsNote(*m_txtDip->Bounds(), EntryNumbers())));
     SetDigits(*m_txtDip, kDipDigits);
     m_txtDescription->setMinimumWidth(kDescriptionWidth);
     MaxVoltDip(site.MaxVoltageDip());
@@ -58,6 +63,8 @@ void StepDialog::Build(QWidget* firstField, const QString& firstCaption, const c
     column->addWidget(buttons.box);
     connect(buttons.ok, &QPushButton::clicked, this, Event([this] { OkClicked(); }));
     connect(buttons.cancel, &QPushButton::clicked, this, &QDialog::reject);
+    OrderTabsByLayout(*this);
+    MarkMnemonics(*this);
 }
 
 std::string StepDialog::Description() const {
@@ -69,7 +76,7 @@ void StepDialog::Description(const std::string& text) {
 }
 
 std::int32_t StepDialog::MaxVoltDip() const {
-    return EnteredInteger(m_txtDip->Content());
+    return EntryNumbers().Integer(m_txtDip->Content());
 }
 
 void StepDialog::MaxVoltDip(std::int32_t percent) {
@@ -77,7 +84,14 @@ void StepDialog::MaxVoltDip(std::int32_t percent) {
 }
 
 void StepDialog::OkClicked() {
+    // A number out of bounds gets its message; what is no number has none of its own.
+    if (HoldsOk() || (!m_txtDip->HoldsInteger() && m_txtDip->RefuseOutOfBounds())) {
+        return;
+    }
     try {
+        if (!m_txtDip->Complaint().isEmpty()) {
+            m_txtDip->ShowError(m_txtDip->Complaint());
+        }
         if (MaxVoltDip() > m_site->MaxVoltageDip()) {
             m_platform->ShowMessage(
                 this, {.text = "Load step voltage dip can not exceed\r\npower system voltage dip limit.",
@@ -90,6 +104,9 @@ void StepDialog::OkClicked() {
     } catch (const RaisedError& failure) {
         m_platform->ShowMessage(this,
                                 {.text = failure.Description(), .icon = MessageIcon::Stop, .title = "ERROR"});
+        if (m_txtDip->InError()) {
+            m_txtDip->SelectAllText();
+        }
     }
 }
 

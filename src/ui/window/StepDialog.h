@@ -33,6 +33,8 @@ class StepDialog : public QDialog {
 
     /// Lays the fields out; a field of the kind's own stands first.
     void Build(QWidget* firstField, const QString& firstCaption, const char* firstLabel);
+    /// Whether a field of the kind's own has to be mended first; it then shows its error.
+    virtual bool HoldsOk() { return false; }
     /// Carries the dialog out once the dip has been found within the system's. A failure is shown, and the
     /// dialog stays.
     virtual void Apply() = 0;

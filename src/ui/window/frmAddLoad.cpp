@@ -8,6 +8,7 @@
 #include <array>
 #include <utility>
 
+#include "DialogKeys.h"
 #include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
@@ -63,6 +64,7 @@ frmAddLoad::frmAddLoad(PlatformServices& platform, OpenForm openForm, QWidget* o
     connect(m_lstLoads, &QListWidget::itemDoubleClicked, buttons.ok, &QPushButton::click);
     connect(buttons.ok, &QPushButton::clicked, this, Event([this] { OkClicked(); }));
     connect(buttons.cancel, &QPushButton::clicked, this, &QDialog::reject);
+    MarkMnemonics(*this);
 }
 
 void frmAddLoad::OkClicked() {

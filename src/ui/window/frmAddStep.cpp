@@ -1,6 +1,5 @@
 #include "frmAddStep.h"
 
-#include "EntryNumbers.h"
 #include "FormGrid.h"
 #include "Texts.h"
 #include "UpDown.h"
@@ -19,6 +18,8 @@ frmAddStep::frmAddStep(PlatformServices& platform, CLoadProfile& profile, const 
     setObjectName("frmAddStep");
     const std::int32_t next = profile.NumLoadSteps() + 1;
     m_txtStepNum->Filter(key_filters::Digits());
+    m_txtStepNum->Bounds(
+        {.name = FromQt(Caption(171)), .least = 1, .most = static_cast<double>(next), .whole = true});
     m_txtStepNum->setText(QString::number(next));
     m_txtStepNum->setAccessibleName(Caption(171));
     SetDigits(*m_txtStepNum, kStepDigits);
@@ -33,8 +34,13 @@ void frmAddStep::Show(std::function<void(std::int32_t number, std::int32_t id)> 
     exec();
 }
 
+bool frmAddStep::HoldsOk() {
+    // 0 stands for the end; the profile has no words for a position beyond it.
+    return EntryNumbers().Read(m_txtStepNum->Content()) != 0.0 && m_txtStepNum->RefuseOutOfBounds();
+}
+
 void frmAddStep::Apply() {
-    const std::int32_t number = EnteredInteger(m_txtStepNum->Content());
+    const std::int32_t number = EntryNumbers().Integer(m_txtStepNum->Content());
     const std::int32_t id = m_profile->AddLoadStep(Description(), MaxVoltDip(), number);
     m_display(number, id);
 }

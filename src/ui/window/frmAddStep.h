@@ -19,6 +19,7 @@ class frmAddStep final : public StepDialog {
     void Show(std::function<void(std::int32_t number, std::int32_t id)> display);
 
   private:
+    bool HoldsOk() override;
     void Apply() override;
 
     CLoadProfile* m_profile;

@@ -4,6 +4,7 @@
 
 #include "EntryField.h"
 #include "SiteControls.h"
+#include "SiteEntry.h"
 
 class QTabWidget;
 
@@ -25,15 +26,21 @@ class frmDefaults final : public QDialog {
   private:
     QWidget* MakeProjectPage();
     QWidget* MakeSitePage();
+    void AddNumbers(FormGrid& grid);
     void AddLimits(FormGrid& grid);
     EntryField* AddLimit(FormGrid& grid, const NumberNames& names, const QString& caption, std::int32_t most);
     void FillLists();
     void ShowDefaults();
     void KeepOnLeaving();
+    /// One sentence on why the site would not take a figure's text; empty if it would.
+    [[nodiscard]] QString ComplaintOf(const EntryField& field, SiteFigure figure) const;
+    /// Whether a field has to be mended first; it then shows its error.
+    bool HoldsOk();
     void OkClicked();
 
     PlatformServices* m_platform;
     CApplication* m_application;
+    QTabWidget* m_pages;
     double m_altitude = 0.0;  ///< m
     double m_ambTemp = 0.0;   ///< °C
     EntryField* m_txtUserName;

@@ -9,7 +9,6 @@
 
 #include "CApplication.h"
 #include "DialogKeys.h"
-#include "EntryNumbers.h"
 #include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
@@ -83,10 +82,14 @@ EntryField* frmOptions::AddNumber(FormGrid& grid, const NumberNames& names, cons
                                   UpDown::Range range) {
     auto* field = new EntryField(*m_platform, names.field);
     field->Filter(key_filters::DigitsUpTo(kMostDigits));
+    field->Bounds({.name = FromQt(caption),
+                   .least = static_cast<double>(range.least),
+                   .most = static_cast<double>(range.most),
+                   .whole = true});
     field->setAccessibleName(caption);
     SetDigits(*field, kNumberDigits);
     auto* arrows = new UpDown(names.arrows, *field, range);
-    QLabel* bounds = FormGrid::MakeNote({}, QString("( %1 - %2 )").arg(range.least).arg(range.most));
+    QLabel* bounds = FormGrid::MakeNote({}, ToQt(BoundsNote(*field->Bounds(), EntryNumbers())));
     grid.AddField(names.label, caption, Beside(field, arrows, bounds));
     return field;
 }
@@ -124,15 +127,17 @@ void frmOptions::BrowseClicked() {
 }
 
 void frmOptions::OkClicked() {
-    FailureRegion region;
-    std::int32_t most = 0;
-    std::int32_t least = 0;
-    region.Run([&] { most = EnteredInteger(m_txtMaxLoad->Content()); });
-    region.Run([&] { least = EnteredInteger(m_txtMinLoad->Content()); });
-    if (most < least) {
-        m_platform->ShowMessage(this, {.text = "Minimum loading can not be greater than maximum loading.",
-                                       .icon = MessageIcon::Exclamation,
-                                       .title = FromQt(Caption(320))});
+    for (EntryField* field : {m_txtNumGensets, m_txtNumUndersized, m_txtMaxLoad, m_txtMinLoad}) {
+        if (field->RefuseOutOfBounds()) {
+            return;
+        }
+    }
+    const EntryNumbers numbers;
+    if (numbers.Integer(m_txtMaxLoad->Content()) < numbers.Integer(m_txtMinLoad->Content())) {
+        constexpr const char* kCrossed = "Minimum loading can not be greater than maximum loading.";
+        m_txtMaxLoad->ShowError(kCrossed);
+        m_platform->ShowMessage(
+            this, {.text = kCrossed, .icon = MessageIcon::Exclamation, .title = FromQt(Caption(320))});
         m_txtMaxLoad->setFocus();
         return;
     }
@@ -143,11 +148,12 @@ void frmOptions::OkClicked() {
 
 void frmOptions::Store() {
     CDesigner& designer = m_application->Designer();
-    FailureRegion region;  // a value that is refused, or is none, leaves the former one
-    region.Run([&] { designer.MaxLoading(EnteredInteger(m_txtMaxLoad->Content())); });
-    region.Run([&] { designer.MinLoading(EnteredInteger(m_txtMinLoad->Content())); });
-    region.Run([&] { designer.MaxSetsRecommended(EnteredInteger(m_txtNumGensets->Content())); });
-    region.Run([&] { designer.MaxSetsUndersized(EnteredInteger(m_txtNumUndersized->Content())); });
+    const EntryNumbers numbers;
+    FailureRegion region;  // a value that is refused leaves the former one
+    region.Run([&] { designer.MaxLoading(numbers.Integer(m_txtMaxLoad->Content())); });
+    region.Run([&] { designer.MinLoading(numbers.Integer(m_txtMinLoad->Content())); });
+    region.Run([&] { designer.MaxSetsRecommended(numbers.Integer(m_txtNumGensets->Content())); });
+    region.Run([&] { designer.MaxSetsUndersized(numbers.Integer(m_txtNumUndersized->Content())); });
     m_application->ProjectPath(m_txtProjPath->Content());
     m_application->IsMetric(m_optMetric->isChecked());
 }

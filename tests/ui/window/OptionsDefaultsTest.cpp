@@ -17,6 +17,7 @@
 namespace genvara {
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -177,29 +178,101 @@ TEST_F(OptionsDialog, AMinimumAboveTheMaximumIsToldAndWritesNothing) {
     EXPECT_EQ(message.icon, MessageIcon::Exclamation);
     EXPECT_EQ(message.title, "Options");
     EXPECT_EQ(App().Designer().MinLoading(), 30);
-}
-
-TEST_F(OptionsDialog, ALoadingThatIsRefusedKeepsItsFormerValueWithoutAWord) {
-    EXPECT_TRUE(OkWithLoadings("101", "35"));
-    EXPECT_EQ(App().Designer().MaxLoading(), 80);
-    EXPECT_EQ(App().Designer().MinLoading(), 35) << "the other one is taken";
-    EXPECT_TRUE(OkWithLoadings("90", "-1"));
-    EXPECT_EQ(App().Designer().MaxLoading(), 90);
-    EXPECT_EQ(App().Designer().MinLoading(), 35);
-    EXPECT_TRUE(platform.Take().empty());
-    EXPECT_TRUE(platform.ends.empty());
-}
-
-TEST_F(OptionsDialog, ATextThatIsNoNumberKeepsTheFormerValue) {
-    InOptions([](QDialog& dialog) {
-        Field(dialog, "txtNumGensets").setText("");
-        Field(dialog, "txtNumUndersized").setText("99999999999");
+    InOptions([this](QDialog& dialog) {
+        Field(dialog, "txtMinLoad").setText("81");
+        bool red = false;
+        platform.during = {[&] { red = Field(dialog, "txtMaxLoad").InError(); }};
         Click(dialog, "cmdOK");
+        EXPECT_TRUE(red) << "before the message opens";
+        EXPECT_TRUE(Field(dialog, "txtMaxLoad").hasFocus()) << "and after it";
+    });
+}
+
+TEST_F(OptionsDialog, AValueBeyondItsBoundsIsToldBesideItsFieldAndStoresNothing) {
+    const struct {
+        const char* field;
+        std::vector<const char*> refused;
+        std::vector<const char*> taken;
+        const char* name;
+        const char* wanted;
+    } rows[] = {{"txtNumGensets",
+                 {"0", "33", "999", "", "many"},
+                 {"1", "32"},
+                 "Max. Number of Gensets to Recommend",
+                 "Enter 1 to 32."},
+                {"txtNumUndersized",
+                 {"9", "99999999999", "", "-1"},
+                 {"0", "8"},
+                 "Max. Number of Undersized Gensets Shown",
+                 "Enter 0 to 8."},
+                {"txtMaxLoad",
+                 {"101", "999", ""},
+                 {"80", "100"},
+                 "Max. Genset Loading ( % of full load )",
+                 "Enter 0 to 100."},
+                {"txtMinLoad",
+                 {"101", "-1", "30.5"},
+                 {"0", "80"},
+                 "Min. Genset Loading ( % of full load )",
+                 "Enter 0 to 100."}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.field);
+        for (const char* text : row.refused) {
+            SCOPED_TRACE(text);
+            InOptions([&](QDialog& dialog) {
+                EntryField& field = Field(dialog, row.field);
+                Field(dialog, "txtProjPath").setText("/elsewhere");
+                field.setText(text);  // as pasted, past the key filter
+                Click(dialog, "cmdOK");
+                EXPECT_TRUE(dialog.isVisible());
+                EXPECT_TRUE(field.InError());
+                EXPECT_TRUE(field.hasFocus());
+                EXPECT_EQ(field.palette().color(QPalette::Base), QColor(0xFF, 0x80, 0x80));
+                const QString sentence = field.statusTip();
+                EXPECT_THAT(sentence.toStdString(), StartsWith(row.name));
+                EXPECT_THAT(sentence.toStdString(), EndsWith(row.wanted));
+                EXPECT_THAT(sentence.toStdString(), HasSubstr(text));
+                const auto* note = dialog.findChild<QLabel*>("lblFieldNote");
+                ASSERT_NE(note, nullptr);
+                EXPECT_TRUE(note->isVisible());
+                EXPECT_EQ(note->text(), sentence);
+            });
+            EXPECT_EQ(App().Designer().MaxSetsRecommended(), 16);
+            EXPECT_EQ(App().Designer().MaxSetsUndersized(), 5);
+            EXPECT_EQ(App().Designer().MaxLoading(), 80);
+            EXPECT_EQ(App().Designer().MinLoading(), 30);
+            EXPECT_EQ(App().ProjectPath(), "");
+        }
+    }
+    EXPECT_TRUE(platform.Take().empty());
+    for (const auto& row : rows) {
+        for (const char* text : row.taken) {
+            InOptions([&](QDialog& dialog) {
+                Field(dialog, "txtMaxLoad").setText("80");
+                Field(dialog, "txtMinLoad").setText("30");
+                Field(dialog, row.field).setText(text);
+                Click(dialog, "cmdOK");
+                EXPECT_FALSE(dialog.isVisible()) << row.field << " " << text;
+            });
+        }
+    }
+    EXPECT_TRUE(platform.Take().empty());
+}
+
+TEST_F(OptionsDialog, ARefusedValueThatIsCorrectedIsTaken) {
+    InOptions([](QDialog& dialog) {
+        EntryField& field = Field(dialog, "txtNumGensets");
+        field.SelectAllText();
+        QTest::keyClicks(&field, "0");
+        QTest::keyClick(&field, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_TRUE(field.InError());
+        QTest::keyClicks(&field, "9");
+        EXPECT_FALSE(field.InError()) << "at once";
+        QTest::keyClick(&field, Qt::Key_Return);
         EXPECT_FALSE(dialog.isVisible());
     });
-    EXPECT_EQ(App().Designer().MaxSetsRecommended(), 16);
-    EXPECT_EQ(App().Designer().MaxSetsUndersized(), 5);
-    EXPECT_TRUE(platform.Take().empty());
+    EXPECT_EQ(App().Designer().MaxSetsRecommended(), 9);
 }
 
 TEST_F(OptionsDialog, NumbersTakeAsManyDigitsAsTheyMayHave) {
@@ -411,7 +484,7 @@ TEST_F(DefaultsDialog, OkByTheMouseTakesTheFieldOver) {
     EXPECT_NEAR(App().Defaults().Altitude(), 304.8, 1e-9);
 }
 
-TEST_F(DefaultsDialog, AFieldThatIsNoNumberKeepsTheFormerValue) {
+TEST_F(DefaultsDialog, AFieldThatIsNoNumberKeepsTheFormerValueAndTheDialog) {
     App().IsMetric(true);
     InDefaults([](QDialog& dialog) {
         EntryField& altitude = Field(dialog, "txtAltitude");
@@ -421,57 +494,102 @@ TEST_F(DefaultsDialog, AFieldThatIsNoNumberKeepsTheFormerValue) {
             QTest::keyClick(&altitude, Qt::Key_Tab);
         }
         Click(dialog, "cmdOK");
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(altitude.statusTip(), "Altitude is blank. Enter -500 to 4572 meters.");
+        EXPECT_TRUE(altitude.hasFocus());
+        altitude.setText("1200");
+        Click(dialog, "cmdOK");
+        EXPECT_FALSE(dialog.isVisible());
     });
     EXPECT_EQ(App().Defaults().Altitude(), 1200.0);
     EXPECT_TRUE(platform.Take().empty()) << "no message";
 }
 
-TEST_F(DefaultsDialog, WithoutAVoltageOkEndsInTheLastChanceHandlerAndTheDialogStays) {
+TEST_F(DefaultsDialog, WithoutAVoltageTheListTurnsRedAndTheDialogStays) {
     App().Defaults().VoltageLL(481);
     InDefaults([this](QDialog& dialog) {
-        EXPECT_EQ(Find<ChoiceBox>(dialog, "cboVolts").currentIndex(), -1);
+        auto& volts = Find<ChoiceBox>(dialog, "cboVolts");
+        EXPECT_EQ(volts.currentIndex(), -1);
         Field(dialog, "txtUserName").setText("Ann");
-        Field(dialog, "txtParallelSets").setText("9");
+        Find<QTabWidget>(dialog, "tabDefaults").setCurrentIndex(0);
         Click(dialog, "cmdOK");
         EXPECT_TRUE(dialog.isVisible());
-        ASSERT_EQ(platform.ends.size(), 1U);
-        EXPECT_EQ(platform.ends[0].Number(), 13);
-        EXPECT_EQ(platform.ends[0].Description(), "Type mismatch");
+        EXPECT_EQ(Find<QTabWidget>(dialog, "tabDefaults").currentIndex(), 1) << "where the list is";
+        EXPECT_TRUE(volts.InError());
+        EXPECT_TRUE(volts.hasFocus());
+        EXPECT_EQ(volts.statusTip(), "Voltage LL: nothing is selected.");
+        EXPECT_EQ(App().Defaults().UserName(), "") << "nothing is written";
+        volts.SelectCode(480);
+        EXPECT_FALSE(volts.InError());
+        Click(dialog, "cmdOK");
+        EXPECT_FALSE(dialog.isVisible());
     });
-    EXPECT_EQ(App().Defaults().UserName(), "Ann") << "what stands before it is written";
-    EXPECT_EQ(App().Defaults().NumParallelSets(), 1) << "what stands behind it is not";
+    EXPECT_TRUE(platform.ends.empty());
+    EXPECT_EQ(App().Defaults().UserName(), "Ann");
+    EXPECT_EQ(App().Defaults().VoltageLL(), 480);
 }
 
-TEST_F(DefaultsDialog, ARefusedValueEndsInTheLastChanceHandlerAndTheDialogStays) {
+TEST_F(DefaultsDialog, ARefusedValueTurnsItsFieldRedAndTheDialogStays) {
     struct Refused {
         const char* field;
-        const char* text;
-        int number;
-        const char* source;
+        std::vector<const char*> texts;
+        const char* end;  // of the sentence
+        const char* taken;
     };
-    for (const Refused& row : {Refused{"txtParallelSets", "17", 6, "CDefaults::GensetsInParallel"},
-                               Refused{"txtDefaultMaxVoltDip", "36", 11, "CDefaults::MaxVoltageDip"},
-                               Refused{"txtDefaultMaxFreqDip", "4", 12, "CDefaults::MaxFreqDip"},
-                               Refused{"txtDefaultMaxHarmonics", "21", 10, "CDefaults::MaxHarmonics"}}) {
-        platform.ends.clear();
+    for (const Refused& row :
+         {Refused{"txtParallelSets", {"0", "17", ""}, "Enter 1 to 16.", "16"},
+          Refused{"txtDefaultMaxVoltDip", {"4", "36", "20.5"}, "Enter 5 to 35 %.", "35"},
+          Refused{"txtDefaultMaxFreqDip", {"4", "26", "x"}, "Enter 5 to 25 %.", "5"},
+          Refused{"txtDefaultMaxHarmonics", {"4", "21", ""}, "Enter 5 to 20 %.", "20"},
+          // 15000.1 ft x 0.3048 = 4572.03 m; 150.9 F = 66.06 C
+          Refused{"txtAltitude", {"15000.1", "99999", "-1641"}, "Enter -1640.4 to 15000 feet.", "15000"},
+          Refused{"txtAmbTemp", {"150.9", "-41", "hot"}, "Enter -40 to 150.8 F.", "-40"}}) {
+        SCOPED_TRACE(row.field);
         InDefaults([&](QDialog& dialog) {
-            Field(dialog, row.field).setText(row.text);
+            EntryField& field = Field(dialog, row.field);
+            for (const char* text : row.texts) {
+                SCOPED_TRACE(text);
+                for (const bool byEnter : {false, true}) {
+                    field.setFocus();
+                    field.setText(text);
+                    if (byEnter) {
+                        QTest::keyClick(&field, Qt::Key_Return);
+                    } else {
+                        QTest::keyClick(&field, Qt::Key_Tab);
+                        Click(dialog, "cmdOK");
+                    }
+                    EXPECT_TRUE(dialog.isVisible());
+                    EXPECT_TRUE(field.InError());
+                    EXPECT_TRUE(field.hasFocus());
+                    EXPECT_TRUE(field.statusTip().endsWith(row.end)) << field.statusTip().toStdString();
+                }
+            }
+            field.setText(row.taken);
+            QTest::keyClick(&field, Qt::Key_Tab);
             Click(dialog, "cmdOK");
-            EXPECT_TRUE(dialog.isVisible()) << row.field;
-            ASSERT_EQ(platform.ends.size(), 1U) << row.field;
-            EXPECT_EQ(platform.ends[0].Number(), row.number);
-            EXPECT_EQ(platform.ends[0].Source(), row.source);
+            EXPECT_FALSE(dialog.isVisible());
         });
     }
-    platform.ends.clear();
-    InDefaults([this](QDialog& dialog) {
-        Field(dialog, "txtAltitude").setFocus();
-        Field(dialog, "txtAltitude").setText("16000");  // 4876.8 m
-        Field(dialog, "txtAmbTemp").setFocus();
-        Click(dialog, "cmdOK");
-        ASSERT_EQ(platform.ends.size(), 1U);
-        EXPECT_EQ(platform.ends[0].Number(), 3);
+    EXPECT_TRUE(platform.ends.empty());
+    EXPECT_TRUE(platform.Take().empty());
+    EXPECT_EQ(App().Defaults().Altitude(), 4572.0);
+    EXPECT_EQ(App().Defaults().AmbTemp(), -40.0);
+    EXPECT_EQ(App().Defaults().NumParallelSets(), 16);
+}
+
+TEST_F(DefaultsDialog, AnAltitudeOutOfRangeIsForgottenWithItsText) {
+    InDefaults([](QDialog& dialog) {
+        EntryField& altitude = Field(dialog, "txtAltitude");
+        altitude.setFocus();
+        altitude.setText("99999");
+        QTest::keyClick(&altitude, Qt::Key_Tab);
+        altitude.setFocus();
+        altitude.setText("500");
+        QTest::keyClick(&altitude, Qt::Key_Return);  // which does not take the field over
+        EXPECT_FALSE(dialog.isVisible());
     });
+    EXPECT_TRUE(platform.ends.empty());
+    EXPECT_EQ(App().Defaults().Altitude(), 152.4);
 }
 
 TEST_F(DefaultsDialog, AValueInNoRowSelectsNothing) {

@@ -6,6 +6,7 @@
 
 #include "EntryField.h"
 #include "ProfileFixture.h"
+#include "Texts.h"
 #include "UpDown.h"
 #include "frmAddLoad.h"
 
@@ -22,7 +23,7 @@ class StepDialogs : public ProfileTest {
   protected:
     static EntryField& Field(QDialog& dialog, const char* name) { return Find<EntryField>(dialog, name); }
     static std::string Label(QDialog& dialog, const char* name) {
-        return Find<QLabel>(dialog, name).text().toStdString();
+        return FromQt(WithoutMnemonic(Find<QLabel>(dialog, name).text()));
     }
     static UpDown::Range Bounds(QDialog& dialog, const char* name) {
         return Find<UpDown>(dialog, name).Bounds();
@@ -41,6 +42,8 @@ class StepDialogs : public ProfileTest {
     /// OK is pressed, and refused with a failure's description.
     void ExpectRefused(QDialog& dialog, const std::string& description) {
         platform.Take();
+        const EntryField& dip = Field(dialog, "txtDefaultMaxVoltDip");
+        platform.during = {[&] { EXPECT_TRUE(dip.InError()) << "before the message opens"; }};
         Click(dialog, "cmdOK");
         const Message message = platform.TakeMessage();
         EXPECT_EQ(message.text, description);
@@ -48,6 +51,17 @@ class StepDialogs : public ProfileTest {
         EXPECT_EQ(message.title, "ERROR");
         EXPECT_EQ(message.buttons, MessageButtons::Ok);
         EXPECT_TRUE(dialog.isVisible());
+        EXPECT_TRUE(dip.hasFocus());
+    }
+    /// OK is pressed, and refused by a sentence beside a field.
+    void ExpectTold(QDialog& dialog, const char* name, const std::string& sentence) {
+        platform.Take();
+        Click(dialog, "cmdOK");
+        EXPECT_TRUE(platform.Take().empty());
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_TRUE(Field(dialog, name).InError());
+        EXPECT_TRUE(Field(dialog, name).hasFocus());
+        EXPECT_EQ(Field(dialog, name).statusTip().toStdString(), sentence);
     }
     /// OK is pressed, and the dip found too high for the system.
     void ExpectDipTooHigh(QDialog& dialog) {
@@ -58,6 +72,7 @@ class StepDialogs : public ProfileTest {
         EXPECT_EQ(message.icon, MessageIcon::Exclamation);
         EXPECT_EQ(message.title, "");
         EXPECT_TRUE(dialog.isVisible());
+        EXPECT_TRUE(Field(dialog, "txtDefaultMaxVoltDip").InError());
         EntryField& dip = Field(dialog, "txtDefaultMaxVoltDip");
         EXPECT_TRUE(dip.hasFocus());
         EXPECT_EQ(dip.selectedText(), dip.text());
@@ -127,15 +142,21 @@ TEST_F(StepDialogs, StepNumberZeroIsTheEnd) {
 TEST_F(StepDialogs, AFailureToAddIsShownAndTheDialogStays) {
     AddStep("A");
     In("cmdAddStep", [&](QDialog& dialog) {
-        Field(dialog, "txtStepNum").setText("3");
-        ExpectRefused(dialog, "");  // the profile has no words for a position beyond its end
+        for (const char* number : {"3", "99", "99999999999"}) {
+            Field(dialog, "txtStepNum").setText(number);
+            ExpectTold(dialog, "txtStepNum",
+                       std::string("Step No.: ") + number + " is out of range. Enter 1 to 2.");
+        }
+        Field(dialog, "txtStepNum").setText("");
+        ExpectTold(dialog, "txtStepNum", "Step No. is blank. Enter 1 to 2.");
         Field(dialog, "txtStepNum").setText("2");
         Field(dialog, "txtDefaultMaxVoltDip").setText("4");
         ExpectRefused(dialog, "Voltage dip override out of range.");
         Field(dialog, "txtDefaultMaxVoltDip").setText("");
-        ExpectRefused(dialog, "Type mismatch");
+        ExpectTold(dialog, "txtDefaultMaxVoltDip", "Max. Voltage Dip is blank. Enter 5 to 20 %.");
         Field(dialog, "txtDefaultMaxVoltDip").setText("99999999999");
-        ExpectRefused(dialog, "Overflow");
+        ExpectTold(dialog, "txtDefaultMaxVoltDip",
+                   "Max. Voltage Dip: 99999999999 is out of range. Enter 5 to 20 %.");
         EXPECT_EQ(Profile().NumLoadSteps(), 1);
         EXPECT_THAT(Shown(), ElementsAre("A:"));
         Field(dialog, "txtDefaultMaxVoltDip").setText("5");
