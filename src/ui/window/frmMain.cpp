@@ -6,8 +6,11 @@
 #include <QIcon>
 #include <QStackedWidget>
 #include <QTimer>
+#include <algorithm>
+#include <utility>
 
 #include "FailureRegion.h"
+#include "FieldCheck.h"
 #include "FormGrid.h"
 #include "Globals.h"
 #include "LastChance.h"
@@ -34,6 +37,8 @@ constexpr std::int32_t kRecommend = 3;
 constexpr int kWidth = 800;
 constexpr int kHeight = 567;
 constexpr int kSplashMilliseconds = 3000;
+/// How long the splash is seen before the window takes its place [ms].
+constexpr int kSplashSight = 1000;
 constexpr const char* kSplashPicture = "\\Resources\\GenvaraSplash.bmp";
 
 constexpr std::int32_t kConnectionOptionsError = 30;
@@ -44,7 +49,8 @@ frmMain::frmMain(CApplication& application, PlatformServices& platform)
     : m_application(&application),
       m_platform(&platform),
       m_log(application.Folder()),
-      m_recent(application.Registry(), CApplication::BaseRegistrySubkey()) {
+      m_recent(application.Registry(), CApplication::BaseRegistrySubkey()),
+      m_place(application.Registry(), CApplication::BaseRegistrySubkey() + "Window") {
     setObjectName("frmMain");
     application.HelpFile().HelpViewer([this](std::int32_t, const std::string& file, std::int32_t command) {
         return command == help_command::kQuit ? m_platform->CloseHelp() : m_platform->ShowHelp(this, file);
@@ -65,6 +71,7 @@ bool frmMain::Load() {
         LoadSecondHalf();
         return true;
     } catch (const RaisedError& failure) {
+        m_splash.reset();
         Tell(failure.Description(), MessageIcon::Stop, "ERROR");
         return false;
     }
@@ -75,7 +82,7 @@ void frmMain::LoadFirstHalf() {
     region.Run([this] { ShowSplash(); });
     region.Run([this] { SetCaptions(); });
     setWindowIcon(QIcon(ToQt(m_application->AppIcon().string())));
-    resize(kWidth, kHeight);
+    m_place.Restore(*this, {kWidth, kHeight});
     region.Run([this] { m_application->Project().SetCreationTime(); });
     setWindowTitle(ToQt(WindowCaption(m_application->BrandLabel(), "")));
     g_ProjectDirty = false;
@@ -85,12 +92,41 @@ void frmMain::LoadFirstHalf() {
 
 void frmMain::ShowSplash() {
     m_splash = std::make_unique<frmSplash>(m_application->ProgramFile(kSplashPicture), this);
-    m_splash->show();
+    m_splash->Appear();
     auto* timer = new QTimer(this);
     timer->setObjectName("tmrSplash");
     timer->setSingleShot(true);
     connect(timer, &QTimer::timeout, this, [this] { m_splash.reset(); });
     timer->start(kSplashMilliseconds);
+}
+
+void frmMain::Appear(std::function<void()> appeared) {
+    m_appeared = std::move(appeared);
+    const auto appear = [this] {
+        if (!isVisible()) {
+            show();
+        }
+    };
+    if (m_splash == nullptr) {
+        appear();
+        return;
+    }
+    // Behind the click's own routine, since the splash does not outlive it.
+    connect(m_splash.get(), &frmSplash::Clicked, this, appear, Qt::QueuedConnection);
+    QTimer::singleShot(std::max(0, kSplashSight - m_splash->SeenFor()), this, appear);
+}
+
+void frmMain::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_splash.reset();
+            if (const auto appeared = std::exchange(m_appeared, {})) {
+                RunEvent(appeared);
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void frmMain::LoadSecondHalf() {
@@ -100,6 +136,8 @@ void frmMain::LoadSecondHalf() {
     RebuildRecentMenu();
     EnableReportCommands(false);
     m_editMenu = std::make_unique<CEditMenu>(*m_platform);
+    m_editWatch = std::make_unique<EditWatch>([this] { RefreshEditMenu(); });
+    RefreshEditMenu();
 }
 
 void frmMain::InitializePanels() {
@@ -221,7 +259,8 @@ void frmMain::Tell(const std::string& text, MessageIcon icon, const std::string&
 void frmMain::closeEvent(QCloseEvent* event) {
     bool leave = true;
     RunEvent([&] {
-        if (g_ProjectDirty) {
+        leave = !FocusIsHeld(*this);
+        if (leave && g_ProjectDirty) {
             leave = m_platform->ShowMessage(this, {.text = "The project has been changed.\r\nExit anyway?",
                                                    .icon = MessageIcon::Question,
                                                    .title = ProductName(),
@@ -229,6 +268,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
         }
     });
     if (leave) {
+        m_place.Keep(*this);
         m_errLog.reset();
         m_platform->CloseHelp();
         event->accept();

@@ -11,10 +11,12 @@
 
 #include "CApplication.h"
 #include "CEditMenu.h"
+#include "EditWatch.h"
 #include "ErrorLog.h"
 #include "LoadForms.h"
 #include "PlatformServices.h"
 #include "RecentFiles.h"
+#include "WindowPlace.h"
 
 class QAction;
 class QMenu;
@@ -49,6 +51,11 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     /// @return false if it failed: the failure has been shown, and the program ends.
     bool Load();
 
+    /// Shows the window once the splash has been seen for a moment, or a click on it says so. The splash goes
+    /// as the window comes.
+    /// @param appeared called when the window is there.
+    void Appear(std::function<void()> appeared);
+
     /// Shows the other unit system on the power system panel.
     void PwrSysUnitsChanged(bool metric);
 
@@ -75,6 +82,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void SideBarClicked(std::int32_t index);
 
   protected:
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
   private:
@@ -144,6 +152,8 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     PlatformServices* m_platform;
     ErrorLog m_log;
     RecentFiles m_recent;
+    WindowPlace m_place;
+    std::function<void()> m_appeared;
     std::map<std::string, QMenu*> m_menus;
     std::map<std::string, QAction*> m_commands;
     std::map<std::string, QAction*> m_toolButtons;
@@ -155,6 +165,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     panLoadProfile* m_panLoadProfile = nullptr;
     panRecommend* m_panRecommend = nullptr;
     std::unique_ptr<CEditMenu> m_editMenu;
+    std::unique_ptr<EditWatch> m_editWatch;  ///< goes before what it tells
     std::unique_ptr<frmSplash> m_splash;
     std::unique_ptr<frmErrLog> m_errLog;
 };

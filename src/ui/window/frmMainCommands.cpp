@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "FailureRegion.h"
+#include "FieldCheck.h"
 #include "Panel.h"
 #include "ReportView.h"
 #include "Texts.h"
@@ -39,9 +40,18 @@ constexpr std::array<ToolCommand, 9> kToolCommands{{{"butNew", "mnuFileNew"},
                                                     {"butPaste", "mnuEditPaste"},
                                                     {"butHelp", "mnuHelpTopics"}}};
 
+/// Whether a command takes the user away from the field that he is in; editing it and reading about it do
+/// not.
+bool LeadsElsewhere(const std::string& command) {
+    return !command.starts_with("mnuEdit") && !command.starts_with("mnuHelp") && !command.starts_with("help");
+}
+
 }  // namespace
 
 void frmMain::Run(const std::string& name) {
+    if (LeadsElsewhere(name) && FocusIsHeld(*this)) {
+        return;
+    }
     static const std::map<std::string, void (frmMain::*)()> commands{
         {"mnuFileNew", &frmMain::FileNew},          {"mnuFileOpen", &frmMain::FileOpen},
         {"mnuFileSave", &frmMain::SaveProject},     {"mnuFileSaveAs", &frmMain::SaveProjectAs},
@@ -84,9 +94,13 @@ void frmMain::RefreshEditMenu() {
         m_editMenu->ActiveTextBox(control);
     }
     const bool any = text || rich;
-    Command("mnuEditCut")->setEnabled(any && m_editMenu->CanCut());
-    Command("mnuEditCopy")->setEnabled(any && m_editMenu->CanCopy());
-    Command("mnuEditPaste")->setEnabled(any && m_editMenu->CanPaste());
+    const auto enable = [this](const char* command, const char* button, bool enabled) {
+        Command(command)->setEnabled(enabled);
+        m_toolButtons.at(button)->setEnabled(enabled);
+    };
+    enable("mnuEditCut", "butCut", any && m_editMenu->CanCut());
+    enable("mnuEditCopy", "butCopy", any && m_editMenu->CanCopy());
+    enable("mnuEditPaste", "butPaste", any && m_editMenu->CanPaste());
 }
 
 void frmMain::RunEdit(const std::string& name) {

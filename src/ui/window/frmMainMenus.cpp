@@ -11,8 +11,9 @@
 #include <QToolButton>
 
 #include "CommandTable.h"
-#include "EntryField.h"
+#include "DialogKeys.h"
 #include "FailureRegion.h"
+#include "FieldCheck.h"
 #include "Globals.h"
 #include "LastChance.h"
 #include "Pictures.h"
@@ -33,6 +34,9 @@ namespace {
 constexpr int kBarGap = 3;
 constexpr int kPanelGap = 5;
 constexpr int kToolbarIcon = 24;
+
+/// Keys of the menus' titles.
+constexpr std::string_view kMenuKeys = "FETH";
 
 constexpr std::int32_t kOutlookBarError = 31;
 constexpr std::int32_t kSendString = 57;
@@ -74,12 +78,6 @@ void frmMain::BuildMenus() {
     }
     Command("mnuFileSep4")->setVisible(false);
     connect(m_menus.at("mnuEdit"), &QMenu::aboutToShow, this, Event([this] { RefreshEditMenu(); }));
-    // Keys work on the focus; the next opening of the menu shows the true state.
-    connect(m_menus.at("mnuEdit"), &QMenu::aboutToHide, this, [this] {
-        for (const char* name : {"mnuEditCut", "mnuEditCopy", "mnuEditPaste"}) {
-            Command(name)->setEnabled(true);
-        }
-    });
 }
 
 void frmMain::AddCommand(const MenuCommand& command) {
@@ -139,6 +137,7 @@ void frmMain::BuildPanels() {
         new panRecommend(*m_platform, *m_application, m_log, [this](bool on) { EnableExport(on); });
     for (QWidget* panel :
          std::initializer_list<QWidget*>{m_panProject, m_panPwrSys, m_panLoadProfile, m_panRecommend}) {
+        MarkMnemonics(*panel, kMenuKeys);
         m_panels->addWidget(panel);
     }
     auto* centre = new QWidget;
@@ -148,8 +147,11 @@ void frmMain::BuildPanels() {
     line->addWidget(m_barMain);
     line->addWidget(m_panels, 1);
     setCentralWidget(centre);
-    connect(m_barMain, &ctlSideBar::ItemClicked, this,
-            Event([this](std::int32_t index) { SideBarClicked(index); }));
+    connect(m_barMain, &ctlSideBar::ItemClicked, this, Event([this](std::int32_t index) {
+                if (!FocusIsHeld(*this)) {
+                    SideBarClicked(index);
+                }
+            }));
     connect(m_panProject, &panProject::ProjectNameChanged, this, [this] { ShowCaption(); });
     m_errLog = std::make_unique<frmErrLog>(m_log);
 }

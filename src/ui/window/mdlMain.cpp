@@ -47,10 +47,11 @@ class MainWindow {
         SetLastChance(*m_platform, [this] { return m_window->Rescue(StateFolder()); });
         m_loaded = m_window->Load();
         if (m_loaded) {
-            m_window->show();
-            if (!project.empty()) {
-                RunEvent([&] { m_window->OpenFile(std::filesystem::absolute(project).string()); });
-            }
+            m_window->Appear([this, project] {
+                if (!project.empty()) {
+                    m_window->OpenFile(std::filesystem::absolute(project).string());
+                }
+            });
         }
     }
     [[nodiscard]] bool Loaded() const noexcept { return m_loaded; }

@@ -12,6 +12,7 @@
 #include "FormGrid.h"
 #include "LastChance.h"
 #include "ProfileTree.h"
+#include "PropertyRows.h"
 #include "Texts.h"
 #include "frmAddLoad.h"
 #include "frmAddStep.h"
@@ -194,11 +195,12 @@ void panLoadProfile::RefreshProperties() {
     if (node == nullptr || m_held) {
         return;
     }
+    const EntryNumbers numbers;
     QList<QTreeWidgetItem*> rows;
     for (const std::string& row : PropertiesOf(*node)) {
-        const QString text = ToQt(row);
-        const QString label = text.section('\t', 0, 0);
-        rows.append(new QTreeWidgetItem({label, text.section('\t', 1)}));
+        const ShownProperty shown = ShowProperty(row, numbers);
+        const QString label = ToQt(shown.label);
+        rows.append(new QTreeWidgetItem({label, ToQt(shown.value)}));
         rows.last()->setSizeHint(0, QSize(LabelWidth(*m_properties, label), kPropertyHeight));
     }
     m_properties->addTopLevelItems(rows);

@@ -6,14 +6,13 @@
 #include <QVBoxLayout>
 
 #include "ChoiceBox.h"
-#include "EntryNumbers.h"
 #include "FormGrid.h"
 #include "LastChance.h"
 #include "SiteControls.h"
+#include "SiteEntry.h"
 #include "SiteLimits.h"
 #include "Texts.h"
 #include "UpDown.h"
-#include "mdlConvert.h"
 
 namespace genvara {
 namespace {
@@ -34,9 +33,22 @@ EntryField* NumberField(PlatformServices& platform, const char* name, int digits
     return field;
 }
 
-EntryField* PercentField(PlatformServices& platform, const char* name) {
+EntryField* PercentField(PlatformServices& platform, const char* name, std::int32_t caption,
+                         std::int32_t most) {
     EntryField* field = NumberField(platform, name, kPercentDigits);
     field->Filter(key_filters::Digits());
+    field->Bounds({.name = FromQt(Caption(caption)),
+                   .least = static_cast<double>(site_limits::kLowestLimit),
+                   .most = static_cast<double>(most),
+                   .whole = true,
+                   .unit = "%"});
+    return field;
+}
+
+/// A number of either sign, as altitudes and temperatures are.
+EntryField* SignedField(PlatformServices& platform, const char* name) {
+    EntryField* field = NumberField(platform, name, kAltitudeDigits);
+    field->Filter(key_filters::Signed());
     return field;
 }
 
@@ -56,11 +68,11 @@ panPwrSys::panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent)
       m_fraFreq(new FrequencyGroup),
       m_fraFuel(new FuelGroup),
       m_txtParallelSets(NumberField(platform, "txtParallelSets", kPercentDigits)),
-      m_txtAltitude(NumberField(platform, "txtAltitude", kAltitudeDigits)),
-      m_txtAmbTemp(NumberField(platform, "txtAmbTemp", kAltitudeDigits)),
-      m_txtMaxVoltDip(PercentField(platform, "txtMaxVoltDip")),
-      m_txtMaxFreqDip(PercentField(platform, "txtMaxFreqDip")),
-      m_txtMaxHarmonics(PercentField(platform, "txtMaxHarmonics")),
+      m_txtAltitude(SignedField(platform, "txtAltitude")),
+      m_txtAmbTemp(SignedField(platform, "txtAmbTemp")),
+      m_txtMaxVoltDip(PercentField(platform, "txtMaxVoltDip", 154, site_limits::kHighestVoltageDip)),
+      m_txtMaxFreqDip(PercentField(platform, "txtMaxFreqDip", 155, site_limits::kHighestFreqDip)),
+      m_txtMaxHarmonics(PercentField(platform, "txtMaxHarmonics", 156, site_limits::kHighestHarmonics)),
       m_lblAltitudeUnits(FormGrid::MakeNote("lblAltitudeUnits")),
       m_lblAmbTempUnits(FormGrid::MakeNote("lblAmbTempUnits")),
       m_updMaxFreqDip(new UpDown("updMaxFreqDip", *m_txtMaxFreqDip,
@@ -69,6 +81,7 @@ panPwrSys::panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent)
                                    {site_limits::kLowestLimit, site_limits::kHighestHarmonics, kLimitStep})),
       m_chkEnableFreqDip(new QCheckBox(Caption(155))),
       m_chkEnableHarm(new QCheckBox(Caption(156))) {
+    BuildElectric();
     auto* columns = new QHBoxLayout;
     columns->setSpacing(2 * metrics::kMargin);
     auto* left = new QVBoxLayout;
@@ -84,31 +97,35 @@ panPwrSys::panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent)
     MetricUnits(m_metricShown);
 }
 
-void panPwrSys::BuildSite(QVBoxLayout& column) {
-    FillRiseDuty(*m_cboAltTempRise);
+void panPwrSys::BuildElectric() {
     for (ChoiceBox* list : {m_cboVolts, m_cboConn, m_cboAltTempRise}) {
         list->setMinimumContentsLength(kLeastListLength);
         connect(list, &QComboBox::currentTextChanged, list, &QWidget::setToolTip);
     }
+    // Over the whole width: the longest connection is wider than a column of a small window.
+    auto* grid = new FormGrid;
+    grid->AddField("lblVolts", Caption(140), m_cboVolts);
+    grid->AddField("lblConn", Caption(141), m_cboConn);
+    // One label column with the fields below.
+    grid->setColumnMinimumWidth(0, QLabel(Caption(150)).sizeHint().width());
+    Content()->addLayout(grid);
+}
+
+void panPwrSys::BuildSite(QVBoxLayout& column) {
+    FillRiseDuty(*m_cboAltTempRise);
     auto* arrows =
         new UpDown("updParallelSets", *m_txtParallelSets, {kLeastParallelSets, kMostParallelSets, 1});
     QWidget* sets =
         Beside(m_txtParallelSets, arrows, FormGrid::MakeNote("lblParallelSetsRange", kParallelSetsRange));
     m_txtParallelSets->setAccessibleName(Caption(151));
     column.setSpacing(metrics::kGap * 3 / 2);
-    auto* electric = new FormGrid;
-    electric->AddField("lblVolts", Caption(140), m_cboVolts);
-    electric->AddField("lblConn", Caption(141), m_cboConn);
-    column.addLayout(electric);
     column.addWidget(m_fraFreq);
     column.addWidget(m_fraFuel);
     auto* grid = new FormGrid;
-    const QLabel* widest = grid->AddField("lblAltRise", Caption(150), m_cboAltTempRise);
+    grid->AddField("lblAltRise", Caption(150), m_cboAltTempRise);
     grid->AddField("lblParallelSets", Caption(151), sets);
     grid->AddField("lblAltitude", Caption(152), m_txtAltitude, m_lblAltitudeUnits);
     grid->AddField("lblAmbTemp", Caption(153), m_txtAmbTemp, m_lblAmbTempUnits);
-    // Both grids have one label column.
-    electric->setColumnMinimumWidth(0, widest->sizeHint().width());
     column.addLayout(grid);
     column.addStretch(1);
 }
@@ -138,18 +155,33 @@ void panPwrSys::AddLimit(FormGrid& grid, QWidget* caption, EntryField* field, Up
 }
 
 void panPwrSys::CheckFields() {
+    m_txtParallelSets->Bounds({.name = FromQt(Caption(151)),
+                               .least = kLeastParallelSets,
+                               .most = kMostParallelSets,
+                               .whole = true});
     Check(m_txtAltitude, "Invalid altitude entered", "0",
-          [this](const std::string& text) { m_site->Altitude(InSI(EnteredNumber(text), FeetToMeters)); });
+          [this](const std::string& text) { m_site->Altitude(Stored(SiteFigure::Altitude, text)); });
     Check(m_txtAmbTemp, "Invalid ambient temperature entered", "0",
-          [this](const std::string& text) { m_site->AmbTemp(InSI(EnteredNumber(text), SiteCelsius)); });
+          [this](const std::string& text) { m_site->AmbTemp(Stored(SiteFigure::AmbTemp, text)); });
     Check(m_txtMaxFreqDip, "Invalid frequecy dip entered", nullptr,
-          [this](const std::string& text) { m_site->MaxFreqDip(EnteredWhole(text)); });
+          [this](const std::string& text) { m_site->MaxFreqDip(EntryNumbers().Whole(text)); });
     Check(m_txtMaxHarmonics, "Invalid harmonic limit entered", nullptr,
-          [this](const std::string& text) { m_site->MaxHarmonics(EnteredWhole(text)); });
+          [this](const std::string& text) { m_site->MaxHarmonics(EntryNumbers().Whole(text)); });
     Check(m_txtMaxVoltDip, "Invalid voltage dip entered", nullptr,
-          [this](const std::string& text) { m_site->MaxVoltageDip(EnteredWhole(text)); });
+          [this](const std::string& text) { m_site->MaxVoltageDip(EntryNumbers().Whole(text)); });
     Check(m_txtParallelSets, "Invalid number of gensets entered", "1",
-          [this](const std::string& text) { m_site->GensetsInParallel(EnteredWhole(text)); });
+          [this](const std::string& text) { m_site->GensetsInParallel(EntryNumbers().Whole(text)); });
+}
+
+QString panPwrSys::SentenceOn(const EntryField& field) const {
+    const auto of = [&](SiteFigure figure, std::int32_t caption) {
+        return ToQt(
+            SiteComplaint(figure, FromQt(Caption(caption)), field.Content(), m_metricShown, EntryNumbers()));
+    };
+    if (&field == m_txtAltitude) {
+        return of(SiteFigure::Altitude, 152);
+    }
+    return &field == m_txtAmbTemp ? of(SiteFigure::AmbTemp, 153) : field.Complaint();
 }
 
 void panPwrSys::Check(EntryField* field, const char* complaint, const char* blank,
@@ -169,9 +201,9 @@ void panPwrSys::Check(EntryField* field, const char* complaint, const char* blan
         try {
             store(field->Content());
         } catch (const RaisedError&) {
+            field->ShowError(SentenceOn(*field));
             m_platform->ShowMessage(this,
                                     {.text = complaint, .icon = MessageIcon::Stop, .title = kErrorTitle});
-            field->ShowError(complaint);
             m_platform->Beep();
             return true;
         }
@@ -215,8 +247,8 @@ void panPwrSys::HarmonicsClicked() {
     m_site->MaxHarmonicsEnabled(enabled);
 }
 
-double panPwrSys::InSI(double shown, double (*toSI)(double) noexcept) const {
-    return m_metricShown ? shown : toSI(shown);
+double panPwrSys::Stored(SiteFigure figure, const std::string& text) const {
+    return InSI(figure, EntryNumbers().Number(text), m_metricShown);
 }
 
 void panPwrSys::Store(CPwrSys& site) const {
@@ -228,8 +260,8 @@ void panPwrSys::Store(CPwrSys& site) const {
 }
 
 void panPwrSys::StoreSite(CPwrSys& site) const {
-    site.Altitude(InSI(Altitude(), FeetToMeters));
-    site.AmbTemp(InSI(AmbTemp(), SiteCelsius));
+    site.Altitude(InSI(SiteFigure::Altitude, Altitude(), m_metricShown));
+    site.AmbTemp(InSI(SiteFigure::AmbTemp, AmbTemp(), m_metricShown));
     site.Freq(Freq());
     site.Fuel(Fuel());
     site.GensetsInParallel(GensetsInParallel());

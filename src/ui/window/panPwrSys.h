@@ -9,6 +9,7 @@
 #include "EntryField.h"
 #include "GensetRecords.h"
 #include "Panel.h"
+#include "SiteEntry.h"
 
 class QCheckBox;
 class QLabel;
@@ -80,6 +81,7 @@ class panPwrSys final : public Panel, public PwrSysDisplay {
     void MetricUnits(bool metric) override;
 
   private:
+    void BuildElectric();
     void BuildSite(QVBoxLayout& column);
     void BuildLimits(QVBoxLayout& column);
     void AddLimit(FormGrid& grid, QWidget* caption, EntryField* field, UpDown* arrows);
@@ -94,7 +96,11 @@ class panPwrSys final : public Panel, public PwrSysDisplay {
     void FreqDipClicked();
     void HarmonicsClicked();
     void StoreSite(CPwrSys& site) const;
-    [[nodiscard]] double InSI(double altitude, double (*toSI)(double) noexcept) const;
+    /// One sentence on why a field's text is refused.
+    [[nodiscard]] QString SentenceOn(const EntryField& field) const;
+    /// A figure's text in SI.
+    /// @throws RaisedError 13 for a text that is no number.
+    [[nodiscard]] double Stored(SiteFigure figure, const std::string& text) const;
 
     PlatformServices* m_platform;
     CPwrSys* m_site;

@@ -5,11 +5,8 @@
 #include <QLabel>
 
 #include "ChoiceBox.h"
-#include "EntryNumbers.h"
-#include "FailureRegion.h"
 #include "SiteControls.h"
 #include "Texts.h"
-#include "mdlConvert.h"
 #include "panPwrSys.h"
 
 namespace genvara {
@@ -22,20 +19,16 @@ void Show(EntryField& field, const std::string& text) {
 }
 
 double Number(const EntryField& field) {
-    return field.text().trimmed().isEmpty() ? 0.0 : EnteredNumber(field.Content());
+    return field.text().trimmed().isEmpty() ? 0.0 : EntryNumbers().Number(field.Content());
 }
 
 std::int32_t Integer(const EntryField& field) {
-    return field.text().trimmed().isEmpty() ? 0 : EnteredInteger(field.Content());
+    return field.text().trimmed().isEmpty() ? 0 : EntryNumbers().Integer(field.Content());
 }
 
-/// Replaces a shown number by its conversion; a text that is no number becomes empty.
-void Convert(EntryField& field, double (*conversion)(double) noexcept) {
-    FailureRegion region;
-    if (!region.Run([&] { field.Content(ShownRounded(conversion(EnteredNumber(field.Content())))); })) {
-        field.clear();
-        field.ClearError();
-    }
+/// Replaces a shown figure by that of the other unit system; a text that is no number becomes empty.
+void Convert(EntryField& field, SiteFigure figure, bool toMetric) {
+    Show(field, ConvertedText(figure, field.Content(), toMetric, EntryNumbers()).value_or(""));
 }
 
 }  // namespace
@@ -53,7 +46,7 @@ void panPwrSys::Voltage(std::int32_t volts) {
 }
 
 std::int32_t panPwrSys::Voltage() const {
-    return EnteredInteger(FromQt(m_cboVolts->currentText()));
+    return EntryNumbers().Integer(FromQt(m_cboVolts->currentText()));
 }
 
 void panPwrSys::ConnectionCode(std::int32_t code) {
@@ -97,7 +90,7 @@ std::int32_t panPwrSys::RiseDuty() const {
 }
 
 void panPwrSys::Altitude(double metres) {
-    Show(*m_txtAltitude, ShownRounded(m_metricShown ? metres : MetersToFeet(metres)));
+    Show(*m_txtAltitude, SiteText(SiteFigure::Altitude, metres, m_metricShown, EntryNumbers()));
 }
 
 double panPwrSys::Altitude() const {
@@ -105,7 +98,7 @@ double panPwrSys::Altitude() const {
 }
 
 void panPwrSys::AmbTemp(double celsius) {
-    Show(*m_txtAmbTemp, ShownRounded(m_metricShown ? celsius : CelsiusToFahrenheit(celsius)));
+    Show(*m_txtAmbTemp, SiteText(SiteFigure::AmbTemp, celsius, m_metricShown, EntryNumbers()));
 }
 
 double panPwrSys::AmbTemp() const {
@@ -172,12 +165,11 @@ void panPwrSys::Connections(const std::vector<ConnectionRecord>& connections) {
 }
 
 void panPwrSys::MetricUnits(bool metric) {
-    const UnitStrings units = UnitsOf(metric);
-    m_lblAltitudeUnits->setText(Caption(units.altitude));
-    m_lblAmbTempUnits->setText(Caption(units.temperature));
+    m_lblAltitudeUnits->setText(Caption(UnitString(SiteFigure::Altitude, metric)));
+    m_lblAmbTempUnits->setText(Caption(UnitString(SiteFigure::AmbTemp, metric)));
     if (metric != m_metricShown) {
-        Convert(*m_txtAmbTemp, metric ? FahrenheitToCelsius : CelsiusToFahrenheit);
-        Convert(*m_txtAltitude, metric ? FeetToMeters : MetersToFeet);
+        Convert(*m_txtAmbTemp, SiteFigure::AmbTemp, metric);
+        Convert(*m_txtAltitude, SiteFigure::Altitude, metric);
         m_metricShown = metric;
     }
 }

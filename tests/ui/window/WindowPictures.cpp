@@ -66,7 +66,8 @@ TEST_F(WindowPictures, OfTheDialogs) {
     Click(Window(), "cmdEdit");
     InNextDialog([this](QDialog& dialog) { Save(dialog, "dialog-add-load"); });
     Click(Window(), "cmdAddLoad");
-    Save(*Window().findChild<frmSplash*>("frmSplash"), "splash");
+    frmSplash splash(App().ProgramFile("\\Resources\\GenvaraSplash.bmp"), nullptr);
+    Save(splash, "splash");
 }
 
 }  // namespace

@@ -238,12 +238,54 @@ TEST_F(MainWindow, EndsWithoutAQuestionWhereNothingIsLost) {
     EXPECT_EQ(platform.Take().at(0).what, "closehelp");
 }
 
-TEST_F(MainWindow, ShowsTheSplashForThreeSeconds) {
-    auto* splash = Window().findChild<frmSplash*>("frmSplash");
-    ASSERT_NE(splash, nullptr);
-    EXPECT_EQ(splash->size(), QSize(507, 362));
-    QTest::qWait(3300);
-    EXPECT_EQ(Window().findChild<frmSplash*>("frmSplash"), nullptr);
+/// A window that has been loaded and not shown yet.
+class Starting : public MainWindow {
+  protected:
+    void SetUp() override {
+        platform.Take();
+        ASSERT_TRUE(window.Load());
+        ASSERT_NE(Splash(), nullptr);
+        EXPECT_TRUE(Splash()->isVisible());
+        EXPECT_GT(Splash()->SeenFor(), 0) << "on the screen before the program goes on";
+    }
+    frmSplash* Splash() { return window.findChild<frmSplash*>("frmSplash"); }
+
+    frmMain window{App(), platform};
+};
+
+TEST_F(Starting, TheSplashIsSeenAndGoesAsTheWindowComes) {
+    EXPECT_EQ(Splash()->size(), QSize(507, 362));
+    int appeared = 0;
+    window.Appear([&] { ++appeared; });
+    EXPECT_FALSE(window.isVisible());
+    QTest::qWait(500);
+    ASSERT_NE(Splash(), nullptr);
+    EXPECT_FALSE(window.isVisible()) << "the splash lies over no window";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.isVisible(); }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Splash() == nullptr; }, 100));
+    QTest::qWait(100);
+    EXPECT_EQ(appeared, 1);
+}
+
+TEST_F(Starting, AClickOnTheSplashShowsTheWindowAtOnce) {
+    int appeared = 0;
+    window.Appear([&] { ++appeared; });
+    QTest::mouseClick(Splash(), Qt::LeftButton);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Splash() == nullptr; }, 500));
+    EXPECT_EQ(appeared, 1);
+    QTest::qWait(1200);
+    EXPECT_EQ(appeared, 1);
+}
+
+TEST_F(Starting, TheSplashIsGoneAfterThreeSecondsWhateverGoesOn) {
+    QTest::qWait(2500);
+    EXPECT_NE(Splash(), nullptr);
+    QTest::qWait(800);
+    EXPECT_EQ(Splash(), nullptr);
+    window.Appear({});
+    EXPECT_TRUE(window.isVisible());
 }
 
 TEST_F(MainWindow, IsAsLargeAsItWasMeantUnlessItsContentNeedsMore) {

@@ -8,6 +8,7 @@
 
 #include "EntryField.h"
 #include "StringTable.h"
+#include "Texts.h"
 #include "WindowFixture.h"
 
 namespace genvara {
@@ -24,7 +25,7 @@ TEST_F(ProjectPanel, TakesItsCaptionsFromTheStringTable) {
     const std::pair<const char*, int> labels[] = {
         {"lblName", 130}, {"lblCustomer", 131}, {"lblDescription", 132}, {"lblUserName", 133}};
     for (const auto& [name, id] : labels) {
-        EXPECT_EQ(Control<QLabel>("panProject", name).text().toStdString(), StringTable::Text(id));
+        EXPECT_EQ(FromQt(WithoutMnemonic(Control<QLabel>("panProject", name).text())), StringTable::Text(id));
     }
 }
 

@@ -10,6 +10,7 @@
 #include "ProgramVersion.h"
 #include "ReportFiller.h"
 #include "ReportView.h"
+#include "Texts.h"
 #include "WindowFixture.h"
 #include "panPwrSys.h"
 #include "panRecommend.h"
@@ -100,9 +101,12 @@ TEST_F(RecommendPanel, IsEmptyBeforeTheFirstRun) {
     EXPECT_EQ(Rejected().count(), 0);
     EXPECT_EQ(View().RichText(), "");
     EXPECT_FALSE(Undersized().isChecked());
-    EXPECT_EQ(Undersized().text(), "Undersized Gensets");
-    EXPECT_EQ(Control<QLabel>("panRecommend", "lblRecommendGensets").text(), "Recommended Gensets");
-    EXPECT_EQ(Control<QLabel>("panRecommend", "lblAvailReports").text(), "Available Reports");
+    EXPECT_EQ(WithoutMnemonic(Undersized().text()), "Undersized Gensets");
+    const auto label = [this](const char* name) {
+        return WithoutMnemonic(Control<QLabel>("panRecommend", name).text());
+    };
+    EXPECT_EQ(label("lblRecommendGensets"), "Recommended Gensets");
+    EXPECT_EQ(label("lblAvailReports"), "Available Reports");
     ChoiceBox& reports = List("cboAvailReports");
     ASSERT_EQ(reports.count(), 2);
     EXPECT_EQ(RowOf(reports, 0), "Genset Sizing");
