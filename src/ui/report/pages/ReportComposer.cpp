@@ -72,8 +72,8 @@ double AdvanceOf(const QTextLine& line) {
 
 }  // namespace
 
-ReportComposer::ReportComposer(const RichDocument& document)
-    : m_document(document), m_textWidth(document.page.width - document.page.left - document.page.right) {}
+ReportComposer::ReportComposer(const RichDocument& document, const RichPage& page)
+    : m_document(document), m_page(page), m_textWidth(page.width - page.left - page.right) {}
 
 void ReportComposer::Compose() {
     const std::vector<RichParagraph>& paragraphs = m_document.paragraphs;
@@ -176,11 +176,10 @@ void ReportComposer::BindRows(std::size_t first, const RichParagraph* next) {
 
 /// Rows know their height and the baseline below their upper edge until all of them are there.
 void ReportComposer::SetOnPages() {
-    const RichPage& page = m_document.page;
-    const std::vector<LinePlace> places = PlaceOnPages(m_lines, page.height - page.top - page.bottom);
+    const std::vector<LinePlace> places = PlaceOnPages(m_lines, m_page.height - m_page.top - m_page.bottom);
     for (std::size_t i = 0; i < m_rows.size(); ++i) {
         m_rows[i].page = places[i].page;
-        m_rows[i].top = page.top + places[i].top;
+        m_rows[i].top = m_page.top + places[i].top;
         m_rows[i].baseline += m_rows[i].top;
     }
 }

@@ -19,7 +19,8 @@ namespace genvara {
 /// Sets a document on its pages; see `ReportLayout`.
 class ReportComposer {
   public:
-    explicit ReportComposer(const RichDocument& document);
+    /// @param page in place of the document's own
+    ReportComposer(const RichDocument& document, const RichPage& page);
 
     void Compose();
 
@@ -72,6 +73,7 @@ class ReportComposer {
     void AddPiece(ReportPiece piece);
 
     const RichDocument& m_document;
+    RichPage m_page;
     double m_textWidth;
     QString m_text;
     std::vector<ReportRow> m_rows;

@@ -58,6 +58,9 @@ struct RichPage {
     bool operator==(const RichPage&) const = default;
 };
 
+/// A page that can be used: margins that leave too little for the text give way to none.
+[[nodiscard]] RichPage SoundPage(RichPage page);
+
 struct RichDocument {
     RichPage page;
     std::int32_t defaultTab = 720;  ///< distance of the stops beyond a paragraph's own [twip], above 0
