@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "PrintSetup.h"
 #include "RaisedError.h"
 
 class QPrinter;
@@ -61,11 +62,14 @@ class PlatformServices {
                                         const std::string& start) = 0;
 
     /// Lets the user choose a printer and prints; nothing if he cancels.
+    /// @param setup what the user is offered; what he chooses in its place is there before anything is
+    /// painted.
     /// @throws RaisedError 482 "Printer error" if the printer does not take the pages.
-    virtual void Print(QWidget* owner, const std::string& title,
+    virtual void Print(QWidget* owner, const std::string& title, PrintSetup& setup,
                        const std::function<void(QPrinter&)>& paint) = 0;
-    /// Lets the user set paper and printer up for the next print.
-    virtual void SetUpPrinter(QWidget* owner) = 0;
+    /// Lets the user choose printer, paper and margins; nothing if he cancels.
+    /// @param metric whether lengths are shown in millimetres, or in inches.
+    virtual std::optional<PrintSetup> SetUpPrinter(QWidget* owner, const PrintSetup& setup, bool metric) = 0;
 
     /// Opens a new mail with a file attached, for the user to complete.
     /// @throws RaisedError 429 if no mail program can be started.

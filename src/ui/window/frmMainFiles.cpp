@@ -360,7 +360,7 @@ void frmMain::PrintReport() {
 
 void frmMain::PrintSetup() {
     RunOrTell("An error occured while attempting to setup the printer.",
-              [this] { m_platform->SetUpPrinter(this); });
+              [this] { m_panRecommend->SetUpPrinter(); });
 }
 
 }  // namespace genvara

@@ -10,6 +10,7 @@
 #include "CReports.h"
 #include "Panel.h"
 #include "PlatformServices.h"
+#include "PrintSetup.h"
 #include "ReportFiller.h"
 
 class QCheckBox;
@@ -44,6 +45,8 @@ class panRecommend final : public Panel {
     /// Prints the whole report.
     /// @throws RaisedError 482 of the printer.
     void PrintReport();
+    /// Lets the user choose printer, paper and margins, which hold for view, print and PDF file.
+    void SetUpPrinter();
     /// Saves the report's very bytes.
     /// @throws RaisedError with the system's number; the old file is then whole.
     void SaveReport(const std::filesystem::path& path) const;
@@ -59,6 +62,8 @@ class panRecommend final : public Panel {
     void UndersizedClicked();
     void FocusRule();
     void ShowReport(bool undersized);
+    void ShowRichText(const std::string& report);
+    void UsePrintSetup();
     [[nodiscard]] ReportSources Sources() const;
 
     PlatformServices* m_platform;
@@ -66,6 +71,8 @@ class panRecommend final : public Panel {
     std::function<void(bool)> m_enableExport;
     CDesigner* m_designer = nullptr;
     CReports m_reports;
+    PrintSettings m_printSettings;
+    PrintSetup m_printSetup;
     ChoiceBox* m_cboAvailGensets;
     ChoiceBox* m_cboRejectedGensets;
     QCheckBox* m_chkRejectedGensets;
