@@ -2,11 +2,16 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+
 #include "AtomicFile.h"
 #include "Brand.h"
 #include "CReports.h"
 #include "OpenCatalogue.h"
 #include "Output.h"
+#include "PdfHelper.h"
 #include "ReportFiller.h"
 #include "SizedProject.h"
 #include "SkipCounter.h"
@@ -55,6 +60,12 @@ std::string MakeReport(CReports& reports, const ReportSources& sources, const Re
     return reports.CreateReport(arguments.type, undersized);
 }
 
+bool IsPdf(const std::filesystem::path& file) {
+    std::string ending = file.extension().string();
+    std::ranges::transform(ending, ending.begin(), [](unsigned char sign) { return std::tolower(sign); });
+    return ending == ".pdf";
+}
+
 void WriteOutput(const std::string& file, const std::string& bytes) {
     if (file == kStandardOutput) {
         Print(bytes);
@@ -85,6 +96,9 @@ void WriteReport(const ReportSources& sources, const CLoadProfile& profile,
     std::string report;
     try {
         report = MakeReport(reports, sources, arguments);
+        if (!report.empty() && IsPdf(arguments.output)) {
+            report = PdfOf(report, sources.project.ProjName(), arguments.now);
+        }
     } catch (const RaisedError& failure) {
         throw ProjectFailure{Status::RunFailed, failure};
     }

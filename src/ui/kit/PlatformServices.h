@@ -38,9 +38,10 @@ struct Message {
 struct FileRequest {
     std::string title;
     std::string initialName{};
-    std::string initialFolder{};     ///< empty for wherever the desktop begins
-    std::string defaultExtension{};  ///< with its point; added to a name without any
-    std::string filter{};            ///< "Name (*.x)|*.x|All Files (*.*)|*.*", the first one chosen
+    std::string initialFolder{};       ///< empty for wherever the desktop begins
+    std::string defaultExtension{};    ///< with its point; added to a name without any
+    std::string filter{};              ///< "Name (*.x)|*.x|All Files (*.*)|*.*", the first one chosen
+    bool asksBeforeReplacing = false;  ///< a file that is there
 };
 
 /// What the windows ask of the desktop. The one real implementation talks to it; tests answer from a script
@@ -54,7 +55,7 @@ class PlatformServices {
     /// An existing file to read.
     /// @throws RaisedError 32755 if the user cancels, as all file dialogs.
     virtual std::string OpenFileName(QWidget* owner, const FileRequest& request) = 0;
-    /// A file to write. Nobody is asked before an existing one is replaced.
+    /// A file to write.
     /// @throws RaisedError 32755 if the user cancels.
     virtual std::string SaveFileName(QWidget* owner, const FileRequest& request) = 0;
     /// A folder; empty if the user cancels.

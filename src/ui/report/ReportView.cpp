@@ -14,6 +14,7 @@
 
 #include "ReportAccessible.h"
 #include "ReportFooter.h"
+#include "ReportPdf.h"
 #include "ReportPrinter.h"
 
 namespace genvara {
@@ -110,6 +111,10 @@ void ReportView::SetOnPages() {
 
 bool ReportView::Print(QPrinter& printer) const {
     return PrintReport(m_layout, m_footerName, printer);
+}
+
+QByteArray ReportView::Pdf(const DateTime& created) const {
+    return ReportPdf(m_layout, m_footerName, created);
 }
 
 QString ReportView::SelectedText() const {

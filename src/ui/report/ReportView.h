@@ -2,10 +2,12 @@
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
+#include <QByteArray>
 #include <QString>
 #include <optional>
 #include <string>
 
+#include "DateTime.h"
 #include "ReportLayout.h"
 #include "ReportSelection.h"
 #include "SheetGeometry.h"
@@ -42,6 +44,10 @@ class ReportView : public QAbstractScrollArea {
     /// Prints the whole report, or those of its pages that the printer is told to.
     /// @return false if the printer does not take the pages.
     bool Print(QPrinter& printer) const;
+    /// The whole report as a PDF file.
+    /// @param created local time that the file states as its own
+    /// @return nothing if it cannot be made.
+    [[nodiscard]] QByteArray Pdf(const DateTime& created) const;
 
     /// Characters that are selected; 0 for none.
     [[nodiscard]] int SelLength() const noexcept { return m_selection.To() - m_selection.From(); }

@@ -126,7 +126,7 @@ std::string QtPlatformServices::SaveFileName(QWidget* owner, const FileRequest& 
     QFileDialog dialog(owner);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.asksBeforeReplacing);
     return Choose(dialog, request);
 }
 

@@ -194,6 +194,10 @@ std::size_t panRecommend::ExportSpec(const std::filesystem::path& path) const {
     return genvara::ExportSpec(path, m_reports, m_application->Project(), m_application->PowerSystem());
 }
 
+bool panRecommend::HasReport() const {
+    return !m_rtfRecommend->RichText().empty();
+}
+
 void panRecommend::PrintReport() {
     m_platform->Print(this, FromQt(Heading()), m_printSetup, [this](QPrinter& printer) {
         UsePrintSetup();
@@ -219,6 +223,17 @@ void panRecommend::UsePrintSetup() {
 void panRecommend::SaveReport(const std::filesystem::path& path) const {
     AtomicFile file(path);
     file.Write(m_rtfRecommend->RichText());
+    file.Commit();
+}
+
+void panRecommend::SaveReportAsPdf(const std::filesystem::path& path) const {
+    const WaitCursor busy;
+    const QByteArray pdf = m_rtfRecommend->Pdf(m_application->Now()());
+    if (pdf.isEmpty()) {
+        throw RaisedError(kPrinterError, "panRecommend::SaveReportAsPdf", "The pages cannot be made.");
+    }
+    AtomicFile file(path);
+    file.Write({pdf.constData(), static_cast<std::size_t>(pdf.size())});
     file.Commit();
 }
 

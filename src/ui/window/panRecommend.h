@@ -42,6 +42,8 @@ class panRecommend final : public Panel {
     /// @return characters that the file's code page could not hold: each stands there as a question mark.
     /// @throws RaisedError with the system's number.
     std::size_t ExportSpec(const std::filesystem::path& path) const;
+    /// Whether anything is shown.
+    [[nodiscard]] bool HasReport() const;
     /// Prints the whole report.
     /// @throws RaisedError 482 of the printer.
     void PrintReport();
@@ -50,6 +52,9 @@ class panRecommend final : public Panel {
     /// Saves the report's very bytes.
     /// @throws RaisedError with the system's number; the old file is then whole.
     void SaveReport(const std::filesystem::path& path) const;
+    /// Saves the report as a PDF file, with the pages that are shown.
+    /// @throws RaisedError with the system's number; 482 if it cannot be made. The old file is then whole.
+    void SaveReportAsPdf(const std::filesystem::path& path) const;
     void ClearReport();
 
   private:
