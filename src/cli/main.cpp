@@ -220,8 +220,8 @@ class CommandLine {
     }
 
     void AddReport() {
-        CLI::App* report = m_app.add_subcommand("report", "Write a report on a set as rich text");
-        AddOneProject(*report, "FILE.rtf");
+        CLI::App* report = m_app.add_subcommand("report", "Write a report on a set as rich text or PDF");
+        AddOneProject(*report, "FILE.rtf|FILE.pdf");
         CLI::Option* chosen = AddSets(*report);
         report->add_flag("--no-match", m_report.noMatch, "The search failure report, whatever was found")
             ->excludes(chosen)
