@@ -41,6 +41,14 @@ void Complain(std::string_view line) noexcept {
     }
 }
 
+void ComplainOf(const std::vector<std::string>& lines) noexcept {
+    for (const std::string& line : lines) {
+        if (!line.empty()) {
+            Complain(line);
+        }
+    }
+}
+
 std::string FailureLine(std::string_view file, const RaisedError& failure) {
     std::string line = fmt::format("{}: error", file);
     if (failure.Number() != 0) {

@@ -5,6 +5,7 @@
 #include "AtomicFile.h"
 #include "Brand.h"
 #include "CReports.h"
+#include "DistortionWarning.h"
 #include "OpenCatalogue.h"
 #include "Output.h"
 #include "ReportFiller.h"
@@ -124,9 +125,7 @@ int WriteAbout(const ProjectArguments& project, const ReportArguments& arguments
                              .designer = sized.Designer(),
                              .metricUnits = arguments.metric},
                sized.LoadProfile(), arguments);
-        if (const std::string warning = skipped.Warning(file); !warning.empty()) {
-            Complain(warning);
-        }
+        ComplainOf({skipped.Warning(file), DistortionWarning(file, sized.PowerSystem())});
         return static_cast<int>(Status::Done);
     } catch (const ProjectFailure& failure) {
         Complain(FailureLine(file, failure.error));

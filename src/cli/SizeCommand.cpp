@@ -13,6 +13,7 @@
 
 #include "CachedGensets.h"
 #include "CommandLine.h"
+#include "DistortionWarning.h"
 #include "OpenCatalogue.h"
 #include "Output.h"
 #include "SizedProject.h"
@@ -27,7 +28,7 @@ namespace {
 struct Outcome {
     Status status = Status::Done;
     std::string output;
-    std::string complaint;  ///< for standard error, if not empty
+    std::vector<std::string> complaints;  ///< lines for standard error; an empty one is none
 };
 
 Outcome SizeOne(const std::string& file, const ProjectArguments& arguments,
@@ -37,13 +38,13 @@ Outcome SizeOne(const std::string& file, const ProjectArguments& arguments,
     const auto fail = [&](Status status, const RaisedError& error) {
         outcome.status = status;
         outcome.output = arguments.json ? ErrorJson(file, error) + "\n" : std::string();
-        outcome.complaint = FailureLine(file, error);
+        outcome.complaints = {FailureLine(file, error)};
     };
     try {
         SizedProject sized(file, catalogue, skipped);
         sized.Size(arguments.limits);
         outcome.output = arguments.json ? SizingJson(file, sized) + "\n" : SizingTable(file, sized);
-        outcome.complaint = skipped.Warning(file);
+        outcome.complaints = {skipped.Warning(file), DistortionWarning(file, sized.PowerSystem())};
     } catch (const ProjectFailure& failure) {
         fail(failure.status, failure.error);
     } catch (const RaisedError& failure) {
@@ -141,9 +142,7 @@ int RunSize(const ProjectArguments& arguments) {
     Batch batch(arguments, catalogue, [&](const Outcome& outcome) {
         const bool separate = !arguments.json && !first && !outcome.output.empty();
         Print(separate ? "\n" + outcome.output : outcome.output);
-        if (!outcome.complaint.empty()) {
-            Complain(outcome.complaint);
-        }
+        ComplainOf(outcome.complaints);
         worst = std::max(worst, outcome.status);
         first = first && outcome.output.empty();
     });

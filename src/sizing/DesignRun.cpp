@@ -104,7 +104,8 @@ DesignRun::AlternatorRecord DesignRun::ReadAlternator(std::int32_t id) const {
     record.SubtransReact = row.SubtransReact.Real(kReadAlternator);
     record.hasDistortion = m_requirements->distortionValid && record.BasekW > 0.0 && record.BaseVolts > 0.0;
     if (record.hasDistortion) {
-        const bool fixed = m_requirements->connectCode == kFixedScalingConnection;
+        const bool fixed =
+            TreatmentOf(m_requirements->connectCode).distortion == DistortionModel::FixedScaling;
         record.generatorPower = m_requirements->gensets * record.BasekW;
         record.generatorImpedance =
             ScaleReactance(record.SubtransReact, record.BaseVolts, m_requirements->voltage, fixed);
