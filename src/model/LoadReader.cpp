@@ -1,7 +1,6 @@
 #include "LoadReader.h"
 
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <string>
 
@@ -15,14 +14,11 @@
 #include "CUPSLoad.h"
 #include "CVFDLoad.h"
 #include "CompressorSize.h"
-#include "LanguageErrors.h"
+#include "MotorPower.h"
 #include "ReadStatement.h"
-#include "mdlUtility.h"
 
 namespace genvara {
 namespace {
-
-constexpr double kWattsPerKilowatt = 1000.0;
 
 template <typename... Targets>
 void Require(ValueReader& reader, Targets&... targets) {
@@ -50,17 +46,6 @@ void SetCommon(Load& load, const CommonFields& common) {
     load.Description(common.description);
     load.Quantity(common.quantity);
     load.Phases(common.phases);
-}
-
-/// Running powers of a motor, in kW and kVA or in W and VA.
-struct RunningPower {
-    double real = 0.0;
-    double apparent = 0.0;
-};
-
-RunningPower PowerOfHorsepower(double horsepower, const MotorConversions& motors) {
-    const double kW = InterpolateXY(horsepower, motors.MotorHP, motors.MotorRunningKW);
-    return {.real = kW, .apparent = InterpolateXY(kW, motors.MotorRunningKW, motors.MotorRunningKVA)};
 }
 
 std::unique_ptr<Load> ReadAirCond(ValueReader& reader, const LoadContext& context) {
@@ -143,49 +128,38 @@ std::unique_ptr<Load> ReadMisc(ValueReader& reader, const LoadContext& /*context
     return load;
 }
 
-/// Running power of a motor given by its running kW. The apparent power is looked up by watts and kept
-/// without a factor, as files of this format always reopened.
-RunningPower PowerOfRunningWatts(double watts, const MotorConversions& motors) {
-    return {.real = watts, .apparent = InterpolateXY(watts, motors.MotorRunningKW, motors.MotorRunningKVA)};
+/// A motor's size: its unit, and for the last method the starting current, depend on the entry method.
+struct MotorFigures {
+    double size = 0.0;
+    double startingAmps = 0.0;
+};
+
+MotorFigures ReadMotorFigures(std::int32_t method, ValueReader& reader) {
+    MotorFigures figures;
+    if (method == motor_entry::kAmps) {
+        Require(reader, figures.size, figures.startingAmps);
+    } else if (method == motor_entry::kHorsepower || method == motor_entry::kRunningKW) {
+        Require(reader, figures.size);
+    }
+    return figures;
 }
 
-RunningPower PowerOfAmps(double amperes, std::int32_t phases, const LoadContext& context) {
-    const double factor = phases == 0 ? 3.0 : 1.0;
-    const double kVA = amperes * context.voltage * std::sqrt(factor) / kWattsPerKilowatt;
-    return {.real = InterpolateXY(kVA, context.motors.MotorRunningKVA, context.motors.MotorRunningKW),
-            .apparent = kVA};
-}
-
-/// Reads a motor's size and works out its running powers in W and VA. The size is set as soon as it is read;
-/// setting the method later clears the inputs of the other methods only.
-RunningPower ReadMotorSize(CMtrLoad& load, std::int32_t method, std::int32_t phases, ValueReader& reader,
-                           const LoadContext& context) {
-    const auto inWatts = [](const RunningPower& power) {
-        return RunningPower{.real = power.real * kWattsPerKilowatt,
-                            .apparent = power.apparent * kWattsPerKilowatt};
-    };
+/// Sets the method, which clears the inputs of the others, and its own inputs.
+void SetMotorSize(CMtrLoad& load, std::int32_t method, const MotorFigures& figures) {
+    load.DataEntryMethod(method);
     switch (method) {
-        case motor_entry::kHorsepower: {
-            double horsepower = 0.0;
-            Require(reader, horsepower);
-            load.HP(horsepower);
-            return inWatts(PowerOfHorsepower(horsepower, context.motors));
-        }
-        case motor_entry::kRunningKW: {
-            double watts = 0.0;
-            Require(reader, watts);
-            return PowerOfRunningWatts(watts, context.motors);
-        }
-        case motor_entry::kAmps: {
-            double running = 0.0;
-            double starting = 0.0;
-            Require(reader, running, starting);
-            load.RunningAmps(running);
-            load.StartingAmps(starting);
-            return inWatts(PowerOfAmps(running, phases, context));
-        }
+        case motor_entry::kHorsepower:
+            load.HP(figures.size);
+            break;
+        case motor_entry::kRunningKW:
+            load.RunningRealPower(figures.size);
+            break;
+        case motor_entry::kAmps:
+            load.RunningAmps(figures.size);
+            load.StartingAmps(figures.startingAmps);
+            break;
         default:
-            return {};
+            break;
     }
 }
 
@@ -198,19 +172,18 @@ std::unique_ptr<Load> ReadMotor(ValueReader& reader, const LoadContext& context)
     bool startsLoaded = false;
     bool firePump = false;
     Require(reader, method, codeLetter, startingMethod, startsLoaded, firePump);
-    const RunningPower power = ReadMotorSize(*load, method, common.phases, reader, context);
+    const MotorFigures figures = ReadMotorFigures(method, reader);
     double startingVA = 0.0;
     double startingPF = 0.0;
     std::int32_t currentLimit = 0;
     Require(reader, startingVA, startingPF, currentLimit);
     SetCommon(*load, common);
-    load->DataEntryMethod(method);
+    SetMotorSize(*load, method, figures);
     load->CodeLetter(codeLetter);
     load->StartingMethod(startingMethod);
     load->StartsLoaded(startsLoaded);
     load->FirePump(firePump);
-    load->RunningRealPower(power.real);
-    load->RunningAppPower(power.apparent);
+    RebuildPowers(*load, context.voltage, context.motors);
     load->StartingAppPower(startingVA);
     load->StartingPF(startingPF);
     load->SolidStateCurrentLimit(currentLimit);
