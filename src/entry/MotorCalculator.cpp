@@ -370,12 +370,14 @@ std::string MotorCalculator::Shown(std::string number) const {
 std::optional<std::int32_t> ParseCurrentLimit(std::string_view text, std::string_view separator) {
     const std::optional<double> number = ParseNumber(WithPoint(text, separator));
     const std::optional<std::int32_t> limit = number ? RoundToInteger(*number) : std::nullopt;
-    const bool within = limit && *limit >= kLeastCurrentLimit && *limit <= kMostCurrentLimit;
+    const bool within = limit && *limit >= motor_limits::kEnteredCurrentLimit.least &&
+                        *limit <= motor_limits::kEnteredCurrentLimit.greatest;
     return within ? limit : std::nullopt;
 }
 
 std::string CurrentLimitBounds() {
-    return fmt::format("( {}% - {}% )", kLeastCurrentLimit, kMostCurrentLimit);
+    return fmt::format("( {}% - {}% )", motor_limits::kEnteredCurrentLimit.least,
+                       motor_limits::kEnteredCurrentLimit.greatest);
 }
 
 }  // namespace genvara
