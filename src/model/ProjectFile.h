@@ -50,6 +50,9 @@ ReadResult ReadProjectFile(const std::filesystem::path& file, const ProjectModel
 /// The same from any source.
 ReadResult ReadProject(ByteSource& source, const ProjectModel& model, ProjectReadObserver& observer);
 
+/// Version of the file format, the only one that there is.
+inline constexpr std::int32_t kProjectFormat = 1;
+
 /// Version that a file's first record states: major, minor, revision of the program.
 using ProgramVersion = std::array<std::int32_t, 3>;
 

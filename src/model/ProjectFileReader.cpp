@@ -2,10 +2,10 @@
 
 #include <memory>
 #include <optional>
-#include <string_view>
 #include <utility>
 
 #include "FailureRegion.h"
+#include "LoadFactory.h"
 #include "LoadReader.h"
 #include "ProjectFile.h"
 #include "ReadStatement.h"
@@ -13,8 +13,6 @@
 
 namespace genvara {
 namespace {
-
-constexpr std::int32_t kFormatVersion = 1;
 
 /// Reads one project. Every step goes on whatever became of the one before; what was passed over is told.
 class ProjectReader {
@@ -45,7 +43,7 @@ class ProjectReader {
         // The version of the writing program plays no part.
         (void)ReadStatement(m_reader, major, minor, revision, format);
         m_reader.PassOverLongValues();
-        return format == kFormatVersion;
+        return format == kProjectFormat;
     }
 
     void ReadProjectRecord() {
@@ -153,8 +151,8 @@ class ProjectReader {
         std::int32_t position = 0;  // the load belongs to the step whose loads are read
         std::int32_t loadType = 0;
         Read(record, position, loadType);
-        if (const std::string_view kind = LoadClassName(loadType); !kind.empty()) {
-            record += fmt::format(" ({})", kind);
+        if (const LoadKindRow* kind = FindLoadKindRow(loadType); kind != nullptr) {
+            record += fmt::format(" ({})", kind->className);
         }
         try {
             const LoadContext context{.motors = m_model->motors, .voltage = m_model->powerSystem.Voltage()};
