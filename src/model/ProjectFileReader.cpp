@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "FailureRegion.h"
+#include "JsonProject.h"
 #include "LoadFactory.h"
 #include "LoadReader.h"
 #include "ProjectFile.h"
@@ -100,6 +101,7 @@ class ProjectReader {
         Set(lineC, "power system C", [&] { site.MaxVoltageDip(maxVoltageDip); });
         site.RiseDutyCode(riseDuty);
         site.Voltage(voltage);
+        m_hooks.Run([this, phases] { m_observer->PhasesPassedOver(phases); });
         m_hooks.Run([this] { m_observer->PowerSystemRead(); });
     }
 
@@ -230,7 +232,14 @@ ReadResult ReadProject(ByteSource& source, const ProjectModel& model, ProjectRea
 ReadResult ReadProjectFile(const std::filesystem::path& file, const ProjectModel& model,
                            ProjectReadObserver& observer) {
     FileSource source(file, "frmMain::ReadProjectFile");
-    return ReadProject(source, model, observer);
+    PeekedSource peeked(source);
+    const ProjectFormat format = FormatOf(peeked, file);
+    FailureRegion().Run([&] { observer.FormatFound(format); });
+    if (format == ProjectFormat::Json) {
+        ReadJsonProject(peeked, file.string(), model, observer);
+        return ReadResult::Done;
+    }
+    return ReadProject(peeked, model, observer);
 }
 
 }  // namespace genvara

@@ -7,6 +7,7 @@
 
 #include "AtomicFile.h"
 #include "CodePage.h"
+#include "JsonProject.h"
 #include "NumberText.h"
 #include "ProjectFile.h"
 #include "Properties.h"
@@ -128,7 +129,9 @@ std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectVie
         if (opened) {
             opened();
         }
-        const ProjectText text = RenderProject(project, version, clock());
+        const ProjectText text = FormatOfName(file) == ProjectFormat::Json
+                                     ? ProjectText{.bytes = RenderJsonProject(project, clock())}
+                                     : RenderProject(project, version, clock());
         target.Write(text.bytes);
         target.Commit();
         return text.lostCharacters;
