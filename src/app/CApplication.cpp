@@ -29,7 +29,7 @@ CApplication::CApplication(StartConditions conditions)
 
 CApplication::~CApplication() {
     // An application that never came to its designer has no options of its own to keep.
-    if (m_registry && m_designer) {
+    if (m_registry && m_document) {
         StoreOptions();
     }
 }
@@ -59,7 +59,7 @@ std::filesystem::path CApplication::ProgramFile(std::string_view relative) const
 
 void CApplication::LoadMotorConversions() noexcept {
     FailureRegion region;
-    region.Run([this] { m_motors = GensetDatabase(DatabaseFile()).ReadMotorConversions(); });
+    region.Run([this] { m_catalogue->ReadMotorConversions(); });
 }
 
 bool CApplication::Run(const std::function<void(CApplication&)>& showMainWindow) {
@@ -80,11 +80,8 @@ void CApplication::Initialize() {
     region.Run([this] { m_defaults->ReadDefaults(*m_registry, BaseRegistrySubkey() + "Defaults"); });
 
     // A failure of any of these ends the start.
-    m_project = std::make_unique<CProject>(*m_defaults, m_conditions.clock);
-    m_powerSystem = std::make_unique<CPwrSys>(*m_defaults);
-    m_loadProfile = std::make_unique<CLoadProfile>();
-    m_database = std::make_unique<GensetDatabase>(DatabaseFile());
-    m_designer = std::make_unique<CDesigner>(*m_database, *m_powerSystem, *m_loadProfile);
+    m_catalogue = std::make_unique<genvara::Catalogue>(DatabaseFile());
+    m_document = std::make_unique<genvara::Document>(*m_defaults, *m_catalogue, m_conditions.clock);
 
     RestoreOptions();
 }
@@ -93,20 +90,20 @@ void CApplication::RestoreOptions() {
     ReadOptions(*m_registry, BaseRegistrySubkey(),
                 {.setProjectPath = [this](const std::string& folder) { ProjectPath(folder); },
                  .setIsMetric = [this](bool metric) { IsMetric(metric); },
-                 .setMaxSetsRecommended = [this](std::int32_t n) { m_designer->MaxSetsRecommended(n); },
-                 .setMaxSetsUndersized = [this](std::int32_t n) { m_designer->MaxSetsUndersized(n); },
-                 .setMaxLoading = [this](std::int32_t percent) { m_designer->MaxLoading(percent); },
-                 .setMinLoading = [this](std::int32_t percent) { m_designer->MinLoading(percent); }});
+                 .setMaxSetsRecommended = [this](std::int32_t n) { Designer().MaxSetsRecommended(n); },
+                 .setMaxSetsUndersized = [this](std::int32_t n) { Designer().MaxSetsUndersized(n); },
+                 .setMaxLoading = [this](std::int32_t percent) { Designer().MaxLoading(percent); },
+                 .setMinLoading = [this](std::int32_t percent) { Designer().MinLoading(percent); }});
 }
 
 void CApplication::StoreOptions() {
     WriteOptions(*m_registry, BaseRegistrySubkey(),
                  {.projectPath = m_projectPath,
                   .isMetric = m_isMetric,
-                  .maxSetsRecommended = m_designer->MaxSetsRecommended(),
-                  .maxSetsUndersized = m_designer->MaxSetsUndersized(),
-                  .maxLoading = m_designer->MaxLoading(),
-                  .minLoading = m_designer->MinLoading()});
+                  .maxSetsRecommended = Designer().MaxSetsRecommended(),
+                  .maxSetsUndersized = Designer().MaxSetsUndersized(),
+                  .maxLoading = Designer().MaxLoading(),
+                  .minLoading = Designer().MinLoading()});
 }
 
 }  // namespace genvara

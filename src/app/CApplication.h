@@ -9,13 +9,9 @@
 
 #include "Brand.h"
 #include "CDefaults.h"
-#include "CDesigner.h"
-#include "CLoadProfile.h"
-#include "CProject.h"
-#include "CPwrSys.h"
+#include "Catalogue.h"
 #include "DateTime.h"
-#include "GensetDatabase.h"
-#include "MotorConversions.h"
+#include "Document.h"
 #include "SettingsFile.h"
 #include "clsTRX_HelpFile.h"
 #include "clsTRX_Registry.h"
@@ -33,8 +29,8 @@ struct StartConditions {
     Clock clock = LocalTime;
 };
 
-/// Root of the object graph: owns one of each model object, the sizing engine, the user's defaults and the
-/// settings store, and wires them. The model objects are refilled in place and never replaced.
+/// Root of the object graph: owns the catalogue, the project at hand with its designer, the user's defaults
+/// and the settings store, and wires them.
 class CApplication {
   public:
     explicit CApplication(StartConditions conditions = {});
@@ -81,12 +77,13 @@ class CApplication {
     // The objects of the graph; there from the end of `Run`'s initialisation on.
     [[nodiscard]] clsTRX_Registry& Registry() noexcept { return *m_registry; }
     [[nodiscard]] CDefaults& Defaults() noexcept { return *m_defaults; }
-    [[nodiscard]] CProject& Project() noexcept { return *m_project; }
-    [[nodiscard]] CPwrSys& PowerSystem() noexcept { return *m_powerSystem; }
-    [[nodiscard]] CDesigner& Designer() noexcept { return *m_designer; }
-    [[nodiscard]] CLoadProfile& LoadProfile() noexcept { return *m_loadProfile; }
-    [[nodiscard]] GensetDatabase& Database() noexcept { return *m_database; }
-    [[nodiscard]] const MotorConversions& Motors() const noexcept { return m_motors; }
+    [[nodiscard]] genvara::Document& Document() noexcept { return *m_document; }
+    [[nodiscard]] CProject& Project() noexcept { return m_document->Project(); }
+    [[nodiscard]] CPwrSys& PowerSystem() noexcept { return m_document->PowerSystem(); }
+    [[nodiscard]] CDesigner& Designer() noexcept { return m_document->Designer(); }
+    [[nodiscard]] CLoadProfile& LoadProfile() noexcept { return m_document->LoadProfile(); }
+    [[nodiscard]] genvara::Catalogue& Catalogue() noexcept { return *m_catalogue; }
+    [[nodiscard]] const MotorConversions& Motors() const noexcept { return m_catalogue->Motors(); }
 
     /// Reads the motor tables into the object that loads and reader share; what cannot be read is left out
     /// without a word.
@@ -107,14 +104,10 @@ class CApplication {
     bool m_isMetric = false;
     clsTRX_HelpFile m_helpFile;
     SettingsFile m_settings;
-    MotorConversions m_motors;
     std::unique_ptr<clsTRX_Registry> m_registry;
     std::unique_ptr<CDefaults> m_defaults;
-    std::unique_ptr<CProject> m_project;
-    std::unique_ptr<CPwrSys> m_powerSystem;
-    std::unique_ptr<CLoadProfile> m_loadProfile;
-    std::unique_ptr<GensetDatabase> m_database;
-    std::unique_ptr<CDesigner> m_designer;
+    std::unique_ptr<genvara::Catalogue> m_catalogue;
+    std::unique_ptr<genvara::Document> m_document;
 };
 
 }  // namespace genvara

@@ -68,7 +68,7 @@ int RunCheck(const ProjectArguments& arguments) {
     Status worst = Status::Done;
     try {
         OpenCatalogue open(arguments.database);
-        const SharedCatalogue catalogue = open.Shared(open.Database());
+        const SharedCatalogue catalogue{.catalogue = open, .gensets = open.Gensets()};
         for (const std::string& file : arguments.files) {
             worst = std::max(worst, CheckOne(file, catalogue));
         }

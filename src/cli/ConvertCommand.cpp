@@ -109,7 +109,7 @@ void Convert(const std::string& file, const std::filesystem::path& database,
              fmt::format("{} is the project that is read; it is not written over.", output.string()));
     }
     OpenCatalogue catalogue(database);
-    const MotorConversions& motors = catalogue.Shared(catalogue.Database()).motors;
+    const MotorConversions& motors = catalogue.Motors();
     Records records;
     ConversionObserver observer;
     Read(file, records, motors, observer);

@@ -9,6 +9,7 @@
 #include "OpenCatalogue.h"
 #include "Output.h"
 #include "ReportFiller.h"
+#include "SizedProject.h"
 #include "SkipCounter.h"
 #include "SpecExport.h"
 
@@ -118,13 +119,9 @@ int WriteAbout(const ProjectArguments& project, const ReportArguments& arguments
     try {
         OpenCatalogue catalogue(project.database);
         SkipCounter skipped;
-        SizedProject sized(file, catalogue.Shared(catalogue.Database()), skipped);
+        SizedProject sized(file, {.catalogue = catalogue, .gensets = catalogue.Gensets()}, skipped);
         sized.Size(project.limits);
-        writer(ReportSources{.project = sized.Project(),
-                             .site = sized.PowerSystem(),
-                             .designer = sized.Designer(),
-                             .metricUnits = arguments.metric},
-               sized.LoadProfile(), arguments);
+        writer(sized.Read().Sources(arguments.metric), sized.LoadProfile(), arguments);
         ComplainOf({skipped.Warning(file), DistortionWarning(file, sized.PowerSystem())});
         return static_cast<int>(Status::Done);
     } catch (const ProjectFailure& failure) {

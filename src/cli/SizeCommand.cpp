@@ -132,11 +132,11 @@ int RunSize(const ProjectArguments& arguments) {
     } catch (const RaisedError& failure) {
         return FailAll(arguments, failure);
     }
-    CachedGensets cache(open->Database());
+    CachedGensets cache(open->Gensets());
     // One project alone streams its candidates; several share what has been read.
     const bool several = arguments.files.size() > 1;
-    const SharedCatalogue catalogue =
-        open->Shared(several ? static_cast<GensetSource&>(cache) : open->Database());
+    const SharedCatalogue catalogue{.catalogue = *open,
+                                    .gensets = several ? static_cast<GensetSource&>(cache) : open->Gensets()};
     Status worst = Status::Done;
     bool first = true;
     Batch batch(arguments, catalogue, [&](const Outcome& outcome) {

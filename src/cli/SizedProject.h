@@ -2,25 +2,17 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <vector>
 
 #include "CDefaults.h"
-#include "CDesigner.h"
-#include "CLoadProfile.h"
-#include "CProject.h"
-#include "CPwrSys.h"
-#include "GensetDatabase.h"
-#include "MotorConversions.h"
-#include "ProjectFile.h"
+#include "Document.h"
 #include "RaisedError.h"
 
 namespace genvara {
 
-/// What all projects of a call share. It is only read, so that threads may share it.
+/// What all projects of a call share; nobody changes it, so that threads may share it.
 struct SharedCatalogue {
-    GensetSource& gensets;
-    const MotorConversions& motors;
-    const std::vector<ConnectionRecord>& connections;
+    Catalogue& catalogue;
+    GensetSource& gensets;  ///< candidates of the runs
 };
 
 /// Exit status of the program for what a project can come to.
@@ -32,30 +24,26 @@ struct ProjectFailure {
     RaisedError error;
 };
 
-/// One project, read from its file into a profile of its own that starts from the factory defaults, with the
-/// designer that sizes it.
+/// A document that starts from the factory defaults, read from its file; its failures are those of a command.
 class SizedProject {
   public:
-    /// Reads the file and takes the site's phases from its connection.
     /// @throws ProjectFailure if the file cannot be read or its connection is not in the catalogue.
-    SizedProject(const std::filesystem::path& file, const SharedCatalogue& catalogue,
+    SizedProject(const std::filesystem::path& file, const SharedCatalogue& shared,
                  ProjectReadObserver& observer);
 
     /// Runs the design.
     /// @throws ProjectFailure if there is nothing to size or the run fails.
     void Size(const DesignLimits& limits);
 
-    [[nodiscard]] const CProject& Project() const noexcept { return m_project; }
-    [[nodiscard]] const CPwrSys& PowerSystem() const noexcept { return m_powerSystem; }
-    [[nodiscard]] const CLoadProfile& LoadProfile() const noexcept { return m_loadProfile; }
-    [[nodiscard]] const CDesigner& Designer() const noexcept { return m_designer; }
+    [[nodiscard]] const Document& Read() const noexcept { return m_document; }
+    [[nodiscard]] const CProject& Project() const noexcept { return m_document.Project(); }
+    [[nodiscard]] const CPwrSys& PowerSystem() const noexcept { return m_document.PowerSystem(); }
+    [[nodiscard]] const CLoadProfile& LoadProfile() const noexcept { return m_document.LoadProfile(); }
+    [[nodiscard]] const CDesigner& Designer() const noexcept { return m_document.Designer(); }
 
   private:
     CDefaults m_defaults;
-    CProject m_project;
-    CPwrSys m_powerSystem;
-    CLoadProfile m_loadProfile;
-    CDesigner m_designer;
+    Document m_document;
 };
 
 }  // namespace genvara

@@ -3,34 +3,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "CatalogueBuilder.h"
 #include "ProgramOptions.h"
 #include "RaisedError.h"
+#include "SmallCatalogue.h"
 #include "TemporaryFolder.h"
 
 namespace genvara {
 namespace {
 
-/// The smallest catalogue that an application starts with.
+/// A catalogue with two versions and motors that are not in order.
 void BuildDatabase(const TemporaryFolder& folder) {
-    const std::filesystem::path tables = folder / "tables";
-    std::filesystem::create_directory(tables);
-    const std::pair<const char*, const char*> files[] = {
-        {"Gensets",
-         "Frequency,WindingConnection,VoltageLL,Fuel,DerateCode,AltModel,GensetModel,EngineModel,Rating80C,"
-         "Rating105C,Rating125C,Rating130C,Rating150C,LRkVA,StartingPower,BaseFreqDipKW,BaseFreqDip,ExpC\n"},
-        {"Derate Codes", "ID,AltDerateBase,AltDerateSlope,TempDerateBase,TempDerateSlope\n"},
-        {"Alternators", "ID,ModelNum,BasekW,BaseVolts,SubtransReact\n"},
-        {"Properties", "ID,Version,Date,Initials\n1,1.0,today,AB\n2,2.5,today,AB\n"},
-        {"Connections", "ID,Connection Type,Phases\n1,Wye,3\n"},
-        {"Motor Code Letters", "CodeLetter,LRkVAPerHP\nF,5.3\n"},
-        {"Motor Starting Multiplier", "Multiplier\n1\n"},
-        {"Motor Power Conversions", "HP,RunningKW,RunningKVA,SPF\n10,8.5,10,0.5\n1,0.9,1.3,0.7\n"}};
-    for (const auto& [table, content] : files) {
-        WriteBytes(tables / (std::string(table) + ".csv"), content);
-    }
-    ASSERT_TRUE(
-        BuildCatalogue(tables, folder / "Genvara.db", [](std::string_view, std::int64_t) {}).faults.empty());
+    BuildSmallCatalogue(
+        folder, {{"Properties", "ID,Version,Date,Initials\n1,1.0,today,AB\n2,2.5,today,AB\n"},
+                 {"Motor Power Conversions", "HP,RunningKW,RunningKVA,SPF\n10,8.5,10,0.5\n1,0.9,1.3,0.7\n"}});
 }
 
 StartConditions Conditions(const TemporaryFolder& folder) {
@@ -235,8 +220,10 @@ TEST(Application, LooksForItsDatabaseBesideTheProgram) {
 
 TEST(Application, LeavesTheMotorTablesEmptyWhereTheyCannotBeRead) {
     const TemporaryFolder folder;
+    BuildDatabase(folder);
+    DropTable(folder, "Motor Power Conversions");
     CApplication application(Conditions(folder));
-    application.LoadMotorConversions();
+    EXPECT_TRUE(application.Run([](CApplication& started) { started.LoadMotorConversions(); }));
     EXPECT_TRUE(application.Motors().MotorHP.empty());
 }
 

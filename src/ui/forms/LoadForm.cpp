@@ -12,7 +12,6 @@
 #include "DialogKeys.h"
 #include "EntryText.h"
 #include "FailureRegion.h"
-#include "Globals.h"
 #include "KeyFilters.h"
 #include "LanguageErrors.h"
 #include "LastChance.h"
@@ -251,7 +250,7 @@ void LoadForm::ConfirmNew() {
 }
 
 std::unique_ptr<Load> LoadForm::NewLoad() const {
-    return MakeLoad(m_kind->loadType, g_App->Motors());
+    return MakeLoad(m_kind->loadType, Project().catalogue.Motors());
 }
 
 std::unique_ptr<Load> LoadForm::TryNewLoad() {
@@ -272,7 +271,7 @@ std::unique_ptr<Load> LoadForm::TryNewLoad() {
 bool LoadForm::AddToStep(std::unique_ptr<Load> load, std::int32_t& stepNumber, std::int32_t& loadId) {
     try {
         stepNumber = IntegerOf(m_stepNum->Content(), m_separator);
-        loadId = g_App->LoadProfile().LoadStep(stepNumber).AddLoad(std::move(load));
+        loadId = Project().profile.LoadStep(stepNumber).AddLoad(std::move(load));
         return true;
     } catch (const RaisedError& failure) {
         ShowError(AddFailureText(failure));
@@ -289,7 +288,7 @@ void LoadForm::Display(std::int32_t stepNumber, std::int32_t loadId) {
 }
 
 void LoadForm::CloseStored() {
-    g_ProjectDirty = true;
+    m_services.host.ProjectChanged();
     accept();
 }
 

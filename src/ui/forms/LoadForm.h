@@ -23,13 +23,6 @@ namespace genvara {
 /// Watts in a kilowatt, and so for VA: loads hold the one, fields show the other.
 inline constexpr double kPerKilo = 1000.0;
 
-/// Who opens a form, and whom it may ask; all outlive it.
-struct LoadFormServices {
-    QWidget* owner;
-    PlatformServices& platform;
-    LoadFormHost& host;
-};
-
 /// What all entry forms of loads are: number of the step, quantity, name, description and phases, the way in
 /// for a new or a stored load, and the way out by OK or Cancel. A kind adds its own fields.
 ///
@@ -127,6 +120,7 @@ class LoadForm : public QDialog {
     [[nodiscard]] std::int32_t SystemPhases() const noexcept { return m_systemPhases; }
     [[nodiscard]] bool IsEdit() const noexcept { return m_load != nullptr; }
     [[nodiscard]] PlatformServices& Platform() noexcept { return m_services.platform; }
+    [[nodiscard]] const LoadFormProject& Project() const noexcept { return m_services.project; }
 
     void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;

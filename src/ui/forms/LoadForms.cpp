@@ -59,17 +59,14 @@ std::unique_ptr<LoadForm> MakeLoadForm(std::int32_t loadType, const LoadFormServ
     return form == kForms.end() ? nullptr : form->make(services);
 }
 
-void DisplayNewLoadInputForm(std::int32_t loadType, QWidget* owner, PlatformServices& platform,
-                             LoadFormHost& host) {
-    if (const auto form = RequireForm(loadType, {.owner = owner, .platform = platform, .host = host})) {
+void DisplayNewLoadInputForm(std::int32_t loadType, const LoadFormServices& services) {
+    if (const auto form = RequireForm(loadType, services)) {
         form->exec();
     }
 }
 
-void EditLoad(Load& load, std::int32_t stepNumber, QWidget* owner, PlatformServices& platform,
-              LoadFormHost& host) {
-    if (const auto form =
-            RequireForm(load.LoadType(), {.owner = owner, .platform = platform, .host = host})) {
+void EditLoad(Load& load, std::int32_t stepNumber, const LoadFormServices& services) {
+    if (const auto form = RequireForm(load.LoadType(), services)) {
         form->CurrentLoad(load, stepNumber);
         form->exec();
     }

@@ -2,7 +2,9 @@
 
 #include <cstdint>
 
-#include "Load.h"
+#include "CLoadProfile.h"
+#include "CPwrSys.h"
+#include "Catalogue.h"
 
 class QWidget;
 
@@ -10,7 +12,14 @@ namespace genvara {
 
 class PlatformServices;
 
-/// What an entry form asks of the window.
+/// The project that an entry form works on. All of it outlives the form.
+struct LoadFormProject {
+    CLoadProfile& profile;
+    const CPwrSys& site;
+    Catalogue& catalogue;
+};
+
+/// What an entry form asks and tells of the window.
 class LoadFormHost {
   public:
     virtual ~LoadFormHost() = default;
@@ -20,16 +29,24 @@ class LoadFormHost {
     [[nodiscard]] virtual std::int32_t Phases() const = 0;
     /// Shows a load that a step has just taken. May raise.
     virtual void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) = 0;
+    /// A load was added or changed.
+    virtual void ProjectChanged() = 0;
+};
+
+/// Who opens a form, and whom it may ask; all outlive it.
+struct LoadFormServices {
+    QWidget* owner;
+    PlatformServices& platform;
+    LoadFormHost& host;
+    LoadFormProject project;
 };
 
 /// Opens the entry form of a kind for a new load, modally. A code of no kind brings the message "Load not
 /// implemented.".
-void DisplayNewLoadInputForm(std::int32_t loadType, QWidget* owner, PlatformServices& platform,
-                             LoadFormHost& host);
+void DisplayNewLoadInputForm(std::int32_t loadType, const LoadFormServices& services);
 
 /// Opens the entry form of a stored load, modally.
 /// @param stepNumber position of the load's step.
-void EditLoad(Load& load, std::int32_t stepNumber, QWidget* owner, PlatformServices& platform,
-              LoadFormHost& host);
+void EditLoad(Load& load, std::int32_t stepNumber, const LoadFormServices& services);
 
 }  // namespace genvara

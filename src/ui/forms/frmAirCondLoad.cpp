@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "CompressorSize.h"
-#include "Globals.h"
 #include "LastChance.h"
 #include "Texts.h"
 
@@ -66,7 +65,7 @@ void frmAirCondLoad::ShowKind(const CAirCondLoad& load) {
 bool frmAirCondLoad::StoreKind(CAirCondLoad& load) {
     StoreQuantity(load);
     StoreCompressorSize(load, m_method->Code().value_or(aircond_entry::kBTU), Number(*m_power),
-                        g_App->Motors());
+                        Project().catalogue.Motors());
     return true;
 }
 

@@ -2,7 +2,6 @@
 
 #include <QSignalBlocker>
 
-#include "Globals.h"
 #include "LastChance.h"
 
 namespace genvara {
@@ -13,8 +12,7 @@ constexpr int kDigits = 10;
 }  // namespace
 
 frmChargerLoad::frmChargerLoad(const LoadFormServices& services)
-    : LoadFormOf(load_type::kBatteryCharger, services),
-      m_entry(SystemPhases(), g_App->PowerSystem().Phases()) {
+    : LoadFormOf(load_type::kBatteryCharger, services), m_entry(SystemPhases(), Project().site.Phases()) {
     AddOptions();
     m_voltage = AddField({.labelName = "lblBatVolts",
                           .name = "txtBatVolts",

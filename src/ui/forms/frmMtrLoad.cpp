@@ -11,7 +11,6 @@
 #include "ErrorNumbers.h"
 #include "FailureRegion.h"
 #include "GensetDatabase.h"
-#include "Globals.h"
 #include "LastChance.h"
 #include "Texts.h"
 #include "frmSSCurrentLimit.h"
@@ -49,7 +48,7 @@ QString PowerCaption(std::int32_t method) {
 
 frmMtrLoad::frmMtrLoad(const LoadFormServices& services)
     : LoadFormOf(load_type::kMotor, services),
-      m_calculator({g_App->Motors(), m_codeLetters, m_multipliers}, g_App->PowerSystem().Voltage(),
+      m_calculator({Project().catalogue.Motors(), m_codeLetters, m_multipliers}, Project().site.Voltage(),
                    SystemPhases(), Separator()) {
     ReadTables();
     AddSizeFields();
@@ -62,10 +61,9 @@ frmMtrLoad::frmMtrLoad(const LoadFormServices& services)
 }
 
 void frmMtrLoad::ReadTables() {
-    const std::filesystem::path file = g_App->DatabaseFile();
     FailureRegion region;
-    region.Run([&] { m_codeLetters = GensetDatabase(file).MotorCodeLetters(); });
-    region.Run([&] { m_multipliers = GensetDatabase(file).MotorStartingMultipliers(); });
+    region.Run([&] { m_codeLetters = Project().catalogue.MotorCodeLetters(); });
+    region.Run([&] { m_multipliers = Project().catalogue.MotorStartingMultipliers(); });
 }
 
 void frmMtrLoad::AddSizeFields() {

@@ -3,7 +3,6 @@
 #include <QCheckBox>
 
 #include "ChoiceBox.h"
-#include "Globals.h"
 #include "InputTypes.h"
 #include "LastChance.h"
 
@@ -57,7 +56,7 @@ void frmVFDLoad::ShowFigures(const CVFDLoad& load) {
 }
 
 void frmVFDLoad::SetDefaults() {
-    ShowFigures(CVFDLoad(g_App->Motors()));
+    ShowFigures(CVFDLoad(Project().catalogue.Motors()));
 }
 
 void frmVFDLoad::ShowKind(const CVFDLoad& load) {

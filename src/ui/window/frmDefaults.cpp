@@ -130,9 +130,9 @@ EntryField* frmDefaults::AddLimit(FormGrid& grid, const NumberNames& names, cons
 
 void frmDefaults::FillLists() {
     try {
-        GensetDatabase database(m_application->DatabaseFile());
-        FillConnections(*m_cboConn, database.Connections());
-        FillVoltages(*m_cboVolts, database.VoltagesLL());
+        Catalogue& catalogue = m_application->Catalogue();
+        FillConnections(*m_cboConn, catalogue.Connections());
+        FillVoltages(*m_cboVolts, catalogue.VoltagesLL());
     } catch (const RaisedError& failure) {
         m_platform->ShowMessage(
             parentWidget(),

@@ -79,7 +79,7 @@ void frmMain::LoadFirstHalf() {
     region.Run([this] { m_application->Project().SetCreationTime(); });
     setWindowTitle(ToQt(WindowCaption(m_application->BrandLabel(), "")));
     g_ProjectDirty = false;
-    m_projectFile.clear();
+    m_application->Document().ProjectFile({});
     region.Run([this] { SetWebItems(); });
 }
 
@@ -118,19 +118,13 @@ void frmMain::InitializeProjPanel() {
 
 void frmMain::InitializePwrSysPanel() {
     FailureRegion region;
-    std::vector<ConnectionRecord> connections;
-    std::vector<std::int32_t> volts;
-    const bool connected =
-        region.Run([&] { connections = GensetDatabase(m_application->DatabaseFile()).Connections(); });
+    Catalogue& catalogue = m_application->Catalogue();
+    const bool connected = region.Run([&] { m_panPwrSys->Connections(catalogue.Connections()); });
     if (!connected) {
         throw RaisedError(kConnectionOptionsError, "frmMain.InitializePwrSysPanel",
                           "Error initializing connection options in power system panel.");
     }
-    m_panPwrSys->Connections(connections);
-    region.Run([&] {
-        volts = GensetDatabase(m_application->DatabaseFile()).VoltagesLL();
-        m_panPwrSys->Voltages(volts);
-    });
+    region.Run([&] { m_panPwrSys->Voltages(catalogue.VoltagesLL()); });
     if (region.Pending()) {
         Tell("An error occured while filling voltage selections.\r\nDefault values have been used.",
              MessageIcon::None);
@@ -158,6 +152,10 @@ void frmMain::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) {
     m_panLoadProfile->DisplayNewLoad(stepNumber, loadId);
 }
 
+void frmMain::ProjectChanged() {
+    g_ProjectDirty = true;
+}
+
 void frmMain::SideBarClicked(std::int32_t index) {
     m_panProject->Store(m_application->Project());
     m_panPwrSys->Store(m_application->PowerSystem());
@@ -181,20 +179,17 @@ void frmMain::SideBarClicked(std::int32_t index) {
 }
 
 void frmMain::Recommend() {
-    const CLoadProfile& profile = m_application->LoadProfile();
-    // Only the first step counts: later ones may be empty.
-    if (profile.NumLoadSteps() < 1 || profile.LoadStep(1).NumLoads() < 1) {
+    Document& document = m_application->Document();
+    if (!document.HasLoads()) {
         m_platform->Beep();
-        Tell("At least one load and load step must be entered.", MessageIcon::Exclamation);
+        Tell(kNothingToSize, MessageIcon::Exclamation);
         return;
     }
     const WaitCursor busy;
     ShowPanel(*m_panRecommend, kRecommend);
     EnableReportCommands(true);
-    CDesigner& designer = m_application->Designer();
-    m_panRecommend->Designer(designer);
-    designer.SelectGensets();
-    designer.ChooseSets();
+    m_panRecommend->Designer(document.Designer());
+    document.Size();
     m_panRecommend->DisplayChosenSets();
 }
 
@@ -217,13 +212,6 @@ void frmMain::ShowCaption() {
 
 std::string frmMain::ProductName() const {
     return std::string(WordsOf(m_application->BrandLabel()).productName);
-}
-
-ProjectModel frmMain::Model() {
-    return {.project = m_application->Project(),
-            .powerSystem = m_application->PowerSystem(),
-            .loadProfile = m_application->LoadProfile(),
-            .motors = m_application->Motors()};
 }
 
 void frmMain::Tell(const std::string& text, MessageIcon icon, const std::string& title) {

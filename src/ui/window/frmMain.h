@@ -14,7 +14,6 @@
 #include "ErrorLog.h"
 #include "LoadForms.h"
 #include "PlatformServices.h"
-#include "ProjectModel.h"
 #include "RecentFiles.h"
 
 class QAction;
@@ -54,7 +53,9 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void PwrSysUnitsChanged(bool metric);
 
     /// Full name of the project's file; empty for one that was never saved or opened.
-    [[nodiscard]] const std::string& ProjectFile() const noexcept { return m_projectFile; }
+    [[nodiscard]] const std::string& ProjectFile() const noexcept {
+        return m_application->Document().ProjectFile();
+    }
 
     /// Opens a project file that the desktop hands over; tells why it cannot be read.
     void OpenFile(const std::string& file);
@@ -67,6 +68,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     [[nodiscard]] std::int32_t SelectedStep() const override;
     [[nodiscard]] std::int32_t Phases() const override;
     void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) override;
+    void ProjectChanged() override;
 
     /// The side bar's item click: stores the panels and shows one of them.
     /// @throws RaisedError of a panel that does not store, and of the sizing run.
@@ -135,7 +137,6 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     /// Runs a command on a file; a failure other than the user's cancel is told in one sentence.
     void RunOrTell(const char* complaint, const std::function<void()>& command);
     [[nodiscard]] std::string ProductName() const;
-    [[nodiscard]] ProjectModel Model();
     [[nodiscard]] QAction* Command(const std::string& name) const { return m_commands.at(name); }
     void Tell(const std::string& text, MessageIcon icon, const std::string& title = {});
 
@@ -143,7 +144,6 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     PlatformServices* m_platform;
     ErrorLog m_log;
     RecentFiles m_recent;
-    std::string m_projectFile;
     std::map<std::string, QMenu*> m_menus;
     std::map<std::string, QAction*> m_commands;
     std::map<std::string, QAction*> m_toolButtons;

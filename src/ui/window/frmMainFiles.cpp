@@ -40,18 +40,18 @@ std::string Text(std::int32_t id) {
     return std::string(StringTable::Text(id));
 }
 
-/// Shows each part of a project on its panel as soon as it has been read.
-class ShownWhileRead final : public ProjectReadObserver {
+/// Shows each part of a project on its panel as soon as it has been read or begun.
+class Shown final : public ProjectReadObserver {
   public:
-    ShownWhileRead(CApplication& application, panProject& project, panPwrSys& site, panLoadProfile& profile)
+    Shown(CApplication& application, panProject& project, panPwrSys& site, panLoadProfile& profile)
         : m_application(&application), m_project(&project), m_site(&site), m_profile(&profile) {
         m_profile->HoldDrawing(true);
     }
-    ~ShownWhileRead() override { m_profile->HoldDrawing(false); }
-    ShownWhileRead(const ShownWhileRead&) = delete;
-    ShownWhileRead& operator=(const ShownWhileRead&) = delete;
-    ShownWhileRead(ShownWhileRead&&) = delete;
-    ShownWhileRead& operator=(ShownWhileRead&&) = delete;
+    ~Shown() override { m_profile->HoldDrawing(false); }
+    Shown(const Shown&) = delete;
+    Shown& operator=(const Shown&) = delete;
+    Shown(Shown&&) = delete;
+    Shown& operator=(Shown&&) = delete;
 
     void ProjectRead() override { m_application->Project().Display(*m_project); }
     void PowerSystemRead() override {
@@ -124,18 +124,12 @@ void frmMain::FileNew() {
 
 void frmMain::NewProject() {
     g_ProjectDirty = false;
-    m_projectFile.clear();
-    CPwrSys& site = m_application->PowerSystem();
-    site.ResetDefaults();
-    site.Display(*m_panPwrSys, m_application->IsMetric());
+    {
+        Shown shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
+        m_application->Document().New(shown);
+    }
     m_panPwrSys->ProjectName("");
-    CProject& project = m_application->Project();
-    project.SetCreationTime();
-    project.ResetDefaults();
-    project.Display(*m_panProject);
     m_panProject->ProjectName("");
-    m_application->LoadProfile().DeleteAllLoadSteps();
-    m_panLoadProfile->ClearAllLoads();
     m_panLoadProfile->ProjectName("");
     m_panRecommend->ClearReport();
     SideBarClicked(0);
@@ -165,11 +159,11 @@ void frmMain::TellWhyNotOpened(const RaisedError& failure) {
 
 void frmMain::OpenFile(const std::string& file) {
     try {
-        m_projectFile = file;
+        m_application->Document().ProjectFile(file);
         ReadProjectFile(file);
         g_ProjectDirty = false;
     } catch (const RaisedError& failure) {
-        m_projectFile.clear();
+        m_application->Document().ProjectFile({});
         TellWhyNotOpened(failure);
     }
 }
@@ -177,12 +171,12 @@ void frmMain::OpenFile(const std::string& file) {
 void frmMain::OpenProject() {
     const std::string& folder = m_application->ProjectPath();
     try {
-        m_projectFile = m_platform->OpenFileName(
+        m_application->Document().ProjectFile(m_platform->OpenFileName(
             this, {.title = Text(kOpenProjectString),
                    .initialFolder = folder.empty() ? m_application->Folder().string() : folder,
                    .defaultExtension = ".prj",
-                   .filter = kProjectFilter});
-        ReadProjectFile(m_projectFile);
+                   .filter = kProjectFilter}));
+        ReadProjectFile(ProjectFile());
         g_ProjectDirty = false;
     } catch (const RaisedError& failure) {
         if (failure.Number() == errors::kDialogCancelled) {
@@ -197,8 +191,8 @@ void frmMain::ReadProjectFile(const std::string& file) {
     int skipped = 0;
     {
         const WaitCursor busy;
-        ShownWhileRead shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
-        result = genvara::ReadProjectFile(file, Model(), shown);
+        Shown shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
+        result = m_application->Document().Read(file, shown);
         skipped = shown.CountSkipped();
     }
     if (result == ReadResult::Incompatible) {
@@ -215,9 +209,9 @@ void frmMain::ReadProjectFile(const std::string& file) {
 }
 
 void frmMain::OpenRecent(std::size_t index) {
-    m_projectFile = RecentName(index);
+    m_application->Document().ProjectFile(RecentName(index));
     try {
-        ReadProjectFile(m_projectFile);
+        ReadProjectFile(ProjectFile());
     } catch (const RaisedError& failure) {
         if (failure.Number() == errors::kFileNotFound) {
             const MessageAnswer answer =
@@ -235,7 +229,7 @@ void frmMain::OpenRecent(std::size_t index) {
 }
 
 void frmMain::SaveProject() {
-    if (m_projectFile.empty()) {
+    if (ProjectFile().empty()) {
         SaveProjectAs();
         return;
     }
@@ -245,10 +239,11 @@ void frmMain::SaveProject() {
 
 void frmMain::SaveProjectAs() {
     try {
-        m_projectFile = m_platform->SaveFileName(this, {.title = Text(kSaveProjectString),
-                                                        .initialFolder = m_application->ProjectPath(),
-                                                        .defaultExtension = ".prj",
-                                                        .filter = kProjectFilter});
+        m_application->Document().ProjectFile(
+            m_platform->SaveFileName(this, {.title = Text(kSaveProjectString),
+                                            .initialFolder = m_application->ProjectPath(),
+                                            .defaultExtension = ".prj",
+                                            .filter = kProjectFilter}));
         WriteProjectFile();
     } catch (const RaisedError& failure) {
         if (failure.Number() == errors::kDialogCancelled) {
@@ -267,8 +262,7 @@ void frmMain::WriteProjectFile() {
         region.Run([this] { m_panProject->Store(m_application->Project()); });
         region.Run([this] { m_panPwrSys->Store(m_application->PowerSystem()); });
     };
-    const std::size_t lost =
-        genvara::WriteProjectFile(m_projectFile, Model(), kProgramVersion, m_application->Now(), store);
+    const std::size_t lost = m_application->Document().Write(store);
     m_panProject->ModifiedDateTime(m_application->Now()());
     g_ProjectDirty = false;
     if (lost > 0) {
@@ -285,15 +279,7 @@ std::filesystem::path frmMain::Rescue(const std::filesystem::path& folder) {
     FailureRegion region;
     region.Run([this] { m_panProject->Store(m_application->Project()); });
     region.Run([this] { m_panPwrSys->Store(m_application->PowerSystem()); });
-    std::filesystem::create_directories(folder);
-    std::string moment = RenderIso(m_application->Now()());
-    std::erase(moment, ':');
-    std::filesystem::path file;
-    for (int number = 1; file.empty() || std::filesystem::exists(file); ++number) {
-        file = folder / ("rescued-" + moment + (number == 1 ? "" : "-" + std::to_string(number)) + ".prj");
-    }
-    genvara::WriteProjectFile(file, Model(), kProgramVersion, m_application->Now());
-    return file;
+    return m_application->Document().Rescue(folder);
 }
 
 std::string frmMain::RecentName(std::size_t index) const {
@@ -304,10 +290,10 @@ void frmMain::AddRecent() {
     FailureRegion region;
     bool listed = false;
     for (std::size_t index = 0; index < RecentFiles::kMost; ++index) {
-        listed = listed || RecentName(index) == m_projectFile;
+        listed = listed || RecentName(index) == ProjectFile();
     }
     if (!listed) {
-        region.Run([this] { m_recent.Add(m_projectFile); });
+        region.Run([this] { m_recent.Add(ProjectFile()); });
     }
     region.Run([this] { RebuildRecentMenu(); });
 }
@@ -331,10 +317,10 @@ void frmMain::SendMail() {
         Tell("Can not save project file for attachment.", MessageIcon::Stop);
         return;
     }
-    if (m_projectFile.empty()) {
+    if (ProjectFile().empty()) {
         return;
     }
-    region.Run([this] { m_platform->NewMail(m_projectFile); });
+    region.Run([this] { m_platform->NewMail(ProjectFile()); });
     if (region.Pending()) {
         Tell("Unable to open Microsoft Outlook(tm).", MessageIcon::Stop);
     }

@@ -130,8 +130,11 @@ void frmMain::BuildPanels() {
     m_panels = new QStackedWidget;
     m_panProject = new panProject(*m_platform);
     m_panPwrSys = new panPwrSys(*m_platform, m_application->PowerSystem());
-    m_panLoadProfile =
-        new panLoadProfile(*m_platform, m_application->LoadProfile(), m_application->PowerSystem(), *this);
+    m_panLoadProfile = new panLoadProfile(*m_platform,
+                                          {.profile = m_application->LoadProfile(),
+                                           .site = m_application->PowerSystem(),
+                                           .catalogue = m_application->Catalogue()},
+                                          *this);
     m_panRecommend =
         new panRecommend(*m_platform, *m_application, m_log, [this](bool on) { EnableExport(on); });
     for (QWidget* panel :

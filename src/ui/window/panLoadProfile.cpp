@@ -10,7 +10,6 @@
 #include "ErrorNumbers.h"
 #include "FailureRegion.h"
 #include "FormGrid.h"
-#include "Globals.h"
 #include "LastChance.h"
 #include "ProfileTree.h"
 #include "Texts.h"
@@ -34,12 +33,11 @@ int LabelWidth(const QWidget& list, const QString& label) {
 
 }  // namespace
 
-panLoadProfile::panLoadProfile(PlatformServices& platform, CLoadProfile& profile, const CPwrSys& site,
-                               LoadFormHost& host, QWidget* parent)
+panLoadProfile::panLoadProfile(PlatformServices& platform, const LoadFormProject& project, LoadFormHost& host,
+                               QWidget* parent)
     : Panel("panLoadProfile", Caption(127), "lblProjName", parent),
       m_platform(&platform),
-      m_profile(&profile),
-      m_site(&site),
+      m_project(project),
       m_host(&host),
       m_tree(new ProfileTree("tlsProfileDisplay")),
       m_properties(new QTreeWidget),
@@ -112,20 +110,20 @@ void panLoadProfile::HoldDrawing(bool hold) {
 }
 
 void panLoadProfile::DisplayNewStep(std::int32_t stepNumber, std::int32_t stepId) {
-    const std::int32_t position = stepNumber < 1 ? m_profile->NumLoadSteps() : stepNumber;
-    const CLoadStep& step = m_profile->LoadStep(position);
+    const std::int32_t position = stepNumber < 1 ? m_project.profile.NumLoadSteps() : stepNumber;
+    const CLoadStep& step = m_project.profile.LoadStep(position);
     m_tree->setCurrentItem(m_tree->InsertStep(position, ToQt(step.Description()), stepId));
     LimitSteps();
 }
 
 void panLoadProfile::LimitSteps() {
-    if (m_profile->NumLoadSteps() >= kMostSteps) {
+    if (m_project.profile.NumLoadSteps() >= kMostSteps) {
         SetEnabled(*m_cmdAddStep, false);
     }
 }
 
 void panLoadProfile::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) {
-    const Load* load = m_profile->LoadStep(stepNumber).LoadItem(loadId);
+    const Load* load = m_project.profile.LoadStep(stepNumber).LoadItem(loadId);
     QTreeWidgetItem* step = m_tree->topLevelItem(stepNumber - 1);
     if (load == nullptr || step == nullptr) {
         throw RaisedError(errors::FromBase(2), "panLoadProfile::DisplayNewLoad",
@@ -177,7 +175,7 @@ void panLoadProfile::SetEnabled(QPushButton& button, bool enabled) {
 }
 
 std::vector<std::string> panLoadProfile::PropertiesOf(const QTreeWidgetItem& node) const {
-    const CLoadStep& step = m_profile->LoadStep(m_tree->StepPosition(node));
+    const CLoadStep& step = m_project.profile.LoadStep(m_tree->StepPosition(node));
     try {
         if (ProfileTree::IsStep(node)) {
             return step.GetProps();
@@ -207,16 +205,20 @@ void panLoadProfile::RefreshProperties() {
 }
 
 void panLoadProfile::AddStep() {
-    frmAddStep dialog(*m_platform, *m_profile, *m_site, window());
+    frmAddStep dialog(*m_platform, m_project.profile, m_project.site, window());
     dialog.Show([this](std::int32_t number, std::int32_t id) { DisplayNewStep(number, id); });
     LimitSteps();
+}
+
+LoadFormServices panLoadProfile::FormServices(QWidget* owner) const {
+    return {.owner = owner, .platform = *m_platform, .host = *m_host, .project = m_project};
 }
 
 void panLoadProfile::AddLoad() {
     frmAddLoad dialog(
         *m_platform,
         [this](std::int32_t loadType, QWidget* owner) {
-            DisplayNewLoadInputForm(loadType, owner, *m_platform, *m_host);
+            DisplayNewLoadInputForm(loadType, FormServices(owner));
         },
         window());
     dialog.exec();
@@ -229,24 +231,25 @@ void panLoadProfile::DeleteStep() {
     if (node == nullptr) {
         return;
     }
-    region.Run([&] { m_profile->DeleteLoadStep(ProfileTree::StepID(*node)); });
+    region.Run([&] { m_project.profile.DeleteLoadStep(ProfileTree::StepID(*node)); });
     m_tree->Remove(*node);
     SelectionChanged();
-    if (m_profile->NumLoadSteps() < kMostSteps) {
+    if (m_project.profile.NumLoadSteps() < kMostSteps) {
         m_cmdAddStep->setEnabled(true);
     }
-    g_ProjectDirty = true;
+    m_host->ProjectChanged();
 }
 
 void panLoadProfile::DeleteLoad() {
     QTreeWidgetItem* node = m_tree->Selected();
     FailureRegion region;
-    region.Run(
-        [&] { m_profile->LoadStep(m_tree->StepPosition(*node)).DeleteLoad(ProfileTree::LoadID(*node)); });
+    region.Run([&] {
+        m_project.profile.LoadStep(m_tree->StepPosition(*node)).DeleteLoad(ProfileTree::LoadID(*node));
+    });
     if (!region.Pending()) {
         m_tree->Remove(*node);
         SelectionChanged();
-        g_ProjectDirty = true;
+        m_host->ProjectChanged();
     }
 }
 
@@ -271,17 +274,17 @@ void panLoadProfile::Edit() {
 
 void panLoadProfile::EditLoadNode(QTreeWidgetItem& node) {
     const std::int32_t position = m_tree->StepPosition(node);
-    Load* load = m_profile->LoadStep(position).LoadItem(ProfileTree::LoadID(node));
+    Load* load = m_project.profile.LoadStep(position).LoadItem(ProfileTree::LoadID(node));
     if (load == nullptr) {
         return;
     }
-    EditLoad(*load, position, window(), *m_platform, *m_host);
+    EditLoad(*load, position, FormServices(window()));
     node.setText(0, ToQt(load->name()));
 }
 
 void panLoadProfile::EditStepNode(QTreeWidgetItem& node) {
-    CLoadStep& step = m_profile->LoadStep(m_tree->StepPosition(node));
-    frmEditStep dialog(*m_platform, *m_site, window());
+    CLoadStep& step = m_project.profile.LoadStep(m_tree->StepPosition(node));
+    frmEditStep dialog(*m_platform, m_project.site, window());
     dialog.StepNum(m_tree->StepPosition(node));
     dialog.Description(step.Description());
     dialog.MaxVoltDip(step.MaxVoltageDipOverride());
@@ -311,9 +314,9 @@ void panLoadProfile::Move(int by) {
 void panLoadProfile::MoveStep(QTreeWidgetItem& node, int by) {
     const std::int32_t position = m_tree->StepPosition(node);
     if (by < 0) {
-        m_profile->LowerLoadStep(position);
+        m_project.profile.LowerLoadStep(position);
     } else {
-        m_profile->RaiseLoadStep(position);
+        m_project.profile.RaiseLoadStep(position);
     }
     const QSignalBlocker quiet(m_tree);
     const bool expanded = node.isExpanded();
@@ -324,8 +327,8 @@ void panLoadProfile::MoveStep(QTreeWidgetItem& node, int by) {
 
 void panLoadProfile::MoveLoad(QTreeWidgetItem& node, int by) {
     const std::int32_t position = m_tree->StepPosition(node);
-    CLoadStep& from = m_profile->LoadStep(position);
-    CLoadStep& to = m_profile->LoadStep(position + by);
+    CLoadStep& from = m_project.profile.LoadStep(position);
+    CLoadStep& to = m_project.profile.LoadStep(position + by);
     to.RequireRoom();  // before the load leaves its step, so that a refusal loses nothing
     ProfileTree::LoadID(node, to.AddLoad(from.TakeLoad(ProfileTree::LoadID(node))));
     const QSignalBlocker quiet(m_tree);

@@ -24,7 +24,7 @@ class panLoadProfile final : public Panel {
 
   public:
     /// Everything outlives the panel.
-    panLoadProfile(PlatformServices& platform, CLoadProfile& profile, const CPwrSys& site, LoadFormHost& host,
+    panLoadProfile(PlatformServices& platform, const LoadFormProject& project, LoadFormHost& host,
                    QWidget* parent = nullptr);
 
     void ProjectName(const std::string& text);
@@ -57,6 +57,7 @@ class panLoadProfile final : public Panel {
     [[nodiscard]] std::vector<std::string> PropertiesOf(const QTreeWidgetItem& node) const;
 
     void AddStep();
+    [[nodiscard]] LoadFormServices FormServices(QWidget* owner) const;
     void AddLoad();
     void DeleteStep();
     void DeleteLoad();
@@ -72,8 +73,7 @@ class panLoadProfile final : public Panel {
     void MoveLoad(QTreeWidgetItem& node, int by);
 
     PlatformServices* m_platform;
-    CLoadProfile* m_profile;
-    const CPwrSys* m_site;
+    LoadFormProject m_project;
     LoadFormHost* m_host;
     std::int32_t m_selectedStep = 0;
     bool m_held = false;  ///< many nodes are being added; the properties are shown when that is done

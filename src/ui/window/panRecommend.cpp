@@ -177,10 +177,7 @@ void panRecommend::UndersizedClicked() {
 }
 
 ReportSources panRecommend::Sources() const {
-    return {.project = m_application->Project(),
-            .site = m_application->PowerSystem(),
-            .designer = *m_designer,
-            .metricUnits = m_application->IsMetric()};
+    return m_application->Document().Sources(m_application->IsMetric());
 }
 
 std::size_t panRecommend::ExportSpec(const std::filesystem::path& path) const {

@@ -11,7 +11,6 @@
 #include <random>
 
 #include "FormsFixture.h"
-#include "Globals.h"
 #include "LoadFactory.h"
 #include "MakeLoadForm.h"
 
@@ -156,7 +155,7 @@ TEST_F(AllForms, RandomTypingAddsLoadsThatHoldTheirRangesAndNothingElse) {
         }
     }
     std::int32_t loads = 0;
-    for (const CLoadStep& step : g_App->LoadProfile()) {
+    for (const CLoadStep& step : App().LoadProfile()) {
         for (const Load& load : step) {
             ++loads;
             EXPECT_GE(load.Quantity(), 1);
@@ -166,7 +165,7 @@ TEST_F(AllForms, RandomTypingAddsLoadsThatHoldTheirRangesAndNothingElse) {
         }
     }
     EXPECT_EQ(loads, static_cast<std::int32_t>(host.displayed.size()));
-    EXPECT_EQ(g_ProjectDirty, loads > 0);
+    EXPECT_EQ(host.changed, loads > 0);
 }
 
 /// Draws all forms, into the folder that GENVARA_PICTURES names if somebody wants to look at them.
@@ -181,7 +180,7 @@ TEST_F(AllForms, CanBeLookedAt) {
             QCoreApplication::processEvents();
             EXPECT_TRUE(
                 form->grab().save(QString("%1/%2-new-%3.png").arg(pictures, form->objectName()).arg(phases)));
-            const auto load = MakeLoad(type, g_App->Motors());
+            const auto load = MakeLoad(type, App().Motors());
             load->name("Chiller 2");
             load->Description("Roof of the east wing");
             const auto edit = MakeLoadForm(type, Services());

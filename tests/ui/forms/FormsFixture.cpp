@@ -14,36 +14,21 @@
 #include "COfficeLoad.h"
 #include "CUPSLoad.h"
 #include "CVFDLoad.h"
-#include "CatalogueBuilder.h"
-#include "Globals.h"
 #include "LastChance.h"
 #include "NumberText.h"
+#include "SmallCatalogue.h"
 
 namespace genvara {
 namespace {
 
-/// The smallest catalogue that an application starts with; its motors run at 0.8 kW and 1 kVA a horsepower
-/// and start at 0.4.
+/// Motors that run at 0.8 kW and 1 kVA a horsepower and start at 0.4.
 void BuildDatabase(const TemporaryFolder& folder) {
-    const std::filesystem::path tables = folder / "tables";
-    std::filesystem::create_directory(tables);
-    const std::pair<const char*, const char*> files[] = {
-        {"Gensets",
-         "Frequency,WindingConnection,VoltageLL,Fuel,DerateCode,AltModel,GensetModel,EngineModel,Rating80C,"
-         "Rating105C,Rating125C,Rating130C,Rating150C,LRkVA,StartingPower,BaseFreqDipKW,BaseFreqDip,ExpC\n"},
-        {"Derate Codes", "ID,AltDerateBase,AltDerateSlope,TempDerateBase,TempDerateSlope\n"},
-        {"Alternators", "ID,ModelNum,BasekW,BaseVolts,SubtransReact\n"},
-        {"Properties", "ID,Version,Date,Initials\n1,1.0,today,AB\n"},
-        {"Connections", "ID,Connection Type,Phases\n1,Wye,3\n"},
-        {"Motor Code Letters", "CodeLetter,LRkVAPerHP\nA,3\nF,5.3\nG,6\nH,7\nJ,8\nK,9\nL,10\nM,11\n"},
-        {"Motor Starting Multiplier", "Multiplier\n1\n0.64\n0.4225\n0.7\n0.33\n0.33\n"},
-        {"Motor Power Conversions",
-         "HP,RunningKW,RunningKVA,SPF\n1,0.8,1,0.4\n10,8,10,0.4\n1000,800,1000,0.4\n"}};
-    for (const auto& [table, content] : files) {
-        WriteBytes(tables / (std::string(table) + ".csv"), content);
-    }
-    EXPECT_TRUE(
-        BuildCatalogue(tables, folder / "Genvara.db", [](std::string_view, std::int64_t) {}).faults.empty());
+    BuildSmallCatalogue(
+        folder,
+        {{"Motor Code Letters", "CodeLetter,LRkVAPerHP\nA,3\nF,5.3\nG,6\nH,7\nJ,8\nK,9\nL,10\nM,11\n"},
+         {"Motor Starting Multiplier", "Multiplier\n1\n0.64\n0.4225\n0.7\n0.33\n0.33\n"},
+         {"Motor Power Conversions",
+          "HP,RunningKW,RunningKVA,SPF\n1,0.8,1,0.4\n10,8,10,0.4\n1000,800,1000,0.4\n"}});
 }
 
 std::string Cell(double value) {
@@ -113,21 +98,18 @@ FormsTest::FormsTest() {
     m_application = std::make_unique<CApplication>(
         StartConditions{.programFolder = folder.Path(), .settingsFile = folder / "settings.json"});
     EXPECT_TRUE(m_application->Run([](CApplication& started) { started.LoadMotorConversions(); }));
-    g_App = m_application.get();
-    g_ProjectDirty = false;
-    g_App->LoadProfile().AddLoadStep("first", 20, 0);
-    g_App->LoadProfile().AddLoadStep("second", 20, 0);
+    App().LoadProfile().AddLoadStep("first", 20, 0);
+    App().LoadProfile().AddLoadStep("second", 20, 0);
     SetLastChance(platform, [] { return std::filesystem::path(); });
 }
 
 FormsTest::~FormsTest() {
     EXPECT_TRUE(platform.ends.empty()) << platform.ends.front().Description();
     ClearLastChance();
-    g_App = nullptr;
 }
 
-CLoadStep& FormsTest::Step(std::int32_t number) {
-    return g_App->LoadProfile().LoadStep(number);
+CLoadStep& FormsTest::Step(std::int32_t number) const {
+    return App().LoadProfile().LoadStep(number);
 }
 
 EntryField& Field(const QWidget& form, const char* name) {

@@ -29,6 +29,7 @@ class ScriptedHost final : public LoadFormHost {
     std::int32_t phases = 3;
     std::optional<RaisedError> stepFails;
     std::optional<RaisedError> displayFails;
+    bool changed = false;
     std::vector<std::pair<std::int32_t, std::int32_t>> displayed;  ///< step number and load ID
 
     [[nodiscard]] std::int32_t SelectedStep() const override {
@@ -38,6 +39,7 @@ class ScriptedHost final : public LoadFormHost {
         return step;
     }
     [[nodiscard]] std::int32_t Phases() const override { return phases; }
+    void ProjectChanged() override { changed = true; }
     void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) override {
         if (displayFails) {
             throw RaisedError(*displayFails);
@@ -58,8 +60,14 @@ class FormsTest : public testing::Test {
     ~FormsTest() override;
 
     [[nodiscard]] LoadFormServices Services() {
-        return {.owner = nullptr, .platform = platform, .host = host};
+        return {
+            .owner = nullptr,
+            .platform = platform,
+            .host = host,
+            .project = {
+                .profile = App().LoadProfile(), .site = App().PowerSystem(), .catalogue = App().Catalogue()}};
     }
+    [[nodiscard]] CApplication& App() const { return *m_application; }
 
     /// A form for a new load, on screen.
     template <typename Form>
@@ -91,10 +99,10 @@ class FormsTest : public testing::Test {
         EXPECT_TRUE(platform.Take().empty());
     }
 
-    [[nodiscard]] static CLoadStep& Step(std::int32_t number = 1);
+    [[nodiscard]] CLoadStep& Step(std::int32_t number = 1) const;
     /// The one load of step 1, as what it is; null unless there is exactly one.
     template <typename LoadClass>
-    static LoadClass* Added() {
+    LoadClass* Added() const {
         EXPECT_EQ(Step().NumLoads(), 1);
         return Step().NumLoads() == 1 ? dynamic_cast<LoadClass*>(&*Step().begin()) : nullptr;
     }

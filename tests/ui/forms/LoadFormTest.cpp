@@ -10,7 +10,6 @@
 #include "CMiscLoad.h"
 #include "ErrorNumbers.h"
 #include "FormsFixture.h"
-#include "Globals.h"
 #include "frmMiscLoad.h"
 
 namespace genvara {
@@ -42,7 +41,7 @@ TEST_F(LoadFormSkeleton, OpensForANewLoadOfTheSelectedStep) {
     EXPECT_EQ(Field(*form, "txtQty").toolTip(), "Number of Identical Loads");
     EXPECT_EQ(Field(*form, "txtName").toolTip(), "Brief Name of Load");
     EXPECT_EQ(Field(*form, "txtDecription").toolTip(), "Detailed Description of Load");
-    EXPECT_FALSE(g_ProjectDirty);
+    EXPECT_FALSE(host.changed);
 }
 
 TEST_F(LoadFormSkeleton, AWindowThatTellsNoStepLeavesBothNumbersBlank) {
@@ -81,7 +80,7 @@ TEST_F(LoadFormSkeleton, OkAddsTheLoadShowsItAndMarksTheProject) {
     ASSERT_EQ(Step(2).NumLoads(), 1);
     const Load& load = *Step(2).begin();
     EXPECT_EQ(host.displayed, (std::vector<std::pair<std::int32_t, std::int32_t>>{{2, load.ID()}}));
-    EXPECT_TRUE(g_ProjectDirty);
+    EXPECT_TRUE(host.changed);
     EXPECT_TRUE(platform.asked.empty());
 }
 
@@ -121,7 +120,7 @@ TEST_F(LoadFormSkeleton, ABlankQuantityKeepsTheFormOpen) {
     EXPECT_TRUE(Field(*form, "txtQty").InError());
     EXPECT_TRUE(Field(*form, "txtQty").hasFocus());
     EXPECT_EQ(Step().NumLoads(), 0);
-    EXPECT_FALSE(g_ProjectDirty);
+    EXPECT_FALSE(host.changed);
     Type(*form, "txtQty", "3");
     Click(*form, "cmdOK");
     EXPECT_EQ(Added<CMiscLoad>()->Quantity(), 3);
@@ -164,7 +163,7 @@ TEST_F(LoadFormSkeleton, AStepThatIsNotThereIsReported) {
     Click(*form, "cmdOK");
     EXPECT_EQ(platform.TakeMessage().text, "Error #2147221517\r\nType mismatch");  // 13 + 2147221504
     EXPECT_TRUE(form->isVisible());
-    EXPECT_FALSE(g_ProjectDirty);
+    EXPECT_FALSE(host.changed);
     EXPECT_TRUE(host.displayed.empty());
 }
 
@@ -176,7 +175,7 @@ TEST_F(LoadFormSkeleton, AFullStepIsReported) {
     Click(*form, "cmdOK");
     EXPECT_EQ(platform.TakeMessage().text, "Error #3\r\nMaximum number of loads per step exceeded.");
     EXPECT_TRUE(form->isVisible());
-    EXPECT_FALSE(g_ProjectDirty);
+    EXPECT_FALSE(host.changed);
 }
 
 TEST_F(LoadFormSkeleton, ALoadThatCannotBeShownStaysInItsStep) {
@@ -190,7 +189,7 @@ TEST_F(LoadFormSkeleton, ALoadThatCannotBeShownStaysInItsStep) {
     EXPECT_EQ(message.icon, MessageIcon::Stop);
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(Step().NumLoads(), 1);
-    EXPECT_TRUE(g_ProjectDirty);
+    EXPECT_TRUE(host.changed);
 }
 
 /// A form whose loads cannot be made.
@@ -229,7 +228,7 @@ TEST_F(LoadFormSkeleton, ALoadThatCannotBeMadeMayBeTriedAgain) {
     EXPECT_EQ(platform.TakeMessage().text, "Error #7\r\nUnable to create load.\r\nDo you want to try again?");
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(Step().NumLoads(), 0);
-    EXPECT_FALSE(g_ProjectDirty);
+    EXPECT_FALSE(host.changed);
 }
 
 TEST_F(LoadFormSkeleton, EditingLocksTheStepAndWritesTheSameLoad) {
@@ -255,7 +254,7 @@ TEST_F(LoadFormSkeleton, EditingLocksTheStepAndWritesTheSameLoad) {
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(load.Quantity(), 5);
     EXPECT_EQ(load.name(), "Heater");
-    EXPECT_TRUE(g_ProjectDirty);
+    EXPECT_TRUE(host.changed);
     EXPECT_TRUE(host.displayed.empty());
     EXPECT_EQ(Step().NumLoads(), 0);
 }
@@ -276,7 +275,7 @@ TEST_F(LoadFormSkeleton, CancelAndEscapeLetAnEditedLoadAlone) {
         }
         EXPECT_FALSE(form->isVisible());
         EXPECT_EQ(Members(load), before);
-        EXPECT_FALSE(g_ProjectDirty);
+        EXPECT_FALSE(host.changed);
     }
 }
 
@@ -293,7 +292,7 @@ TEST_F(LoadFormSkeleton, AnOkThatFailedHalfWayLeavesNothingBehindForCancel) {
     EXPECT_TRUE(form->isVisible());
     Click(*form, "cmdCancel");
     EXPECT_EQ(Members(load), before);
-    EXPECT_FALSE(g_ProjectDirty);
+    EXPECT_FALSE(host.changed);
 }
 
 TEST_F(LoadFormSkeleton, CancelIsReachedFromABadText) {
@@ -353,12 +352,12 @@ TEST_F(LoadFormSkeleton, AFieldSelectsItsTextForTheMouseToo) {
 }
 
 TEST_F(LoadFormSkeleton, AnUnknownKindHasNoForm) {
-    DisplayNewLoadInputForm(9, nullptr, platform, host);
+    DisplayNewLoadInputForm(9, Services());
     const Message message = platform.TakeMessage();
     EXPECT_EQ(message.text, "Load not implemented.");
     EXPECT_EQ(message.title, "DEBUG");
     EXPECT_EQ(message.icon, MessageIcon::Information);
-    DisplayNewLoadInputForm(-1, nullptr, platform, host);
+    DisplayNewLoadInputForm(-1, Services());
     EXPECT_EQ(platform.TakeMessage().text, "Load not implemented.");
 }
 
@@ -369,7 +368,7 @@ TEST_F(LoadFormSkeleton, IsModalFromTheOutside) {
         Type(*form, "txtkW", "4");
         Click(*form, "cmdOK");
     });
-    DisplayNewLoadInputForm(load_type::kMiscellaneous, nullptr, platform, host);
+    DisplayNewLoadInputForm(load_type::kMiscellaneous, Services());
     ASSERT_NE(Added<CMiscLoad>(), nullptr);
     EXPECT_EQ(Added<CMiscLoad>()->RunningRealPower(), 4000.0);
     QTimer::singleShot(0, [] {
@@ -379,7 +378,7 @@ TEST_F(LoadFormSkeleton, IsModalFromTheOutside) {
         Type(*form, "txtkW", "5");
         Click(*form, "cmdOK");
     });
-    EditLoad(*Added<CMiscLoad>(), 1, nullptr, platform, host);
+    EditLoad(*Added<CMiscLoad>(), 1, Services());
     EXPECT_EQ(Added<CMiscLoad>()->RunningRealPower(), 5000.0);
 }
 

@@ -7,7 +7,6 @@
 #include <set>
 
 #include "FormsFixture.h"
-#include "Globals.h"
 #include "Texts.h"
 
 namespace genvara {
@@ -145,7 +144,7 @@ TEST_F(AirCondForm, ReportsInItsOwnWords) {
         EXPECT_TRUE(Field(*form, row.field).hasFocus());
         EXPECT_EQ(Step().NumLoads(), 0);
     }
-    EXPECT_FALSE(g_ProjectDirty);
+    EXPECT_FALSE(host.changed);
 }
 
 TEST_F(AirCondForm, KeepsBackInSilenceWhosePowersAreOutOfRange) {

@@ -6,7 +6,6 @@
 #include <random>
 
 #include "FormsFixture.h"
-#include "Globals.h"
 
 namespace genvara {
 namespace {
@@ -22,7 +21,7 @@ class ChargerForm : public FormsTest {
     /// The site, as it is stored and as the window shows it.
     void System(std::int32_t phases) {
         host.phases = phases;
-        g_App->PowerSystem().Phases(phases);
+        App().PowerSystem().Phases(phases);
     }
 };
 

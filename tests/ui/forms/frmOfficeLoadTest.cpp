@@ -5,7 +5,6 @@
 #include <QTest>
 
 #include "FormsFixture.h"
-#include "Globals.h"
 
 namespace genvara {
 namespace {
@@ -89,7 +88,7 @@ TEST_F(OfficeForm, AsksForOneCountAtLeast) {
             EXPECT_FALSE(Field(*form, count).InError()) << count;
         }
         EXPECT_EQ(Step().NumLoads(), 0);
-        EXPECT_FALSE(g_ProjectDirty);
+        EXPECT_FALSE(host.changed);
     }
 }
 

@@ -9,7 +9,6 @@
 
 #include "ChoiceBox.h"
 #include "FormsFixture.h"
-#include "Globals.h"
 
 namespace genvara {
 namespace {
@@ -25,7 +24,7 @@ class UPSForm : public FormsTest {
         auto& list = Find<ChoiceBox>(form, "cboType");
         list.SelectRow(list.findText(text));
     }
-    static const CUPSLoad& Last() { return dynamic_cast<const CUPSLoad&>(*std::prev(Step().end())); }
+    const CUPSLoad& Last() const { return dynamic_cast<const CUPSLoad&>(*std::prev(Step().end())); }
 };
 
 /// What of the four phase buttons, the fast family, the power figures, the list and the filter is enabled.
@@ -227,7 +226,7 @@ TEST_F(UPSForm, ReportsAFieldThatCannotBeStored) {
         EXPECT_TRUE(form->isVisible());
         EXPECT_EQ(Step().NumLoads(), 0);
     }
-    EXPECT_FALSE(g_ProjectDirty);
+    EXPECT_FALSE(host.changed);
 }
 
 TEST_F(UPSForm, TheRatingIsStoredBeforeTheQuantityAndThatBeforeThePercentages) {

@@ -6,7 +6,6 @@
 
 #include "ChoiceBox.h"
 #include "FormsFixture.h"
-#include "Globals.h"
 
 namespace genvara {
 namespace {
@@ -172,7 +171,7 @@ void Fill(CVFDLoad& load, std::int32_t phases, std::int32_t inputType) {
 }
 
 TEST_F(VFDForm, ShowsAStoredLoad) {
-    CVFDLoad load(g_App->Motors());
+    CVFDLoad load(App().Motors());
     Fill(load, 0, input_type::kActive);
     auto form = Edit<frmVFDLoad>(load);
     EXPECT_EQ(TextOf(*form, "txtMtrRating"), "12.75");
@@ -192,7 +191,7 @@ TEST_F(VFDForm, OkAtOnceChangesNothing) {
         host.phases = system;
         for (const std::int32_t phases : {0, 1, 2, 3}) {
             for (const std::int32_t inputType : {1, 2, 3, 4}) {
-                CVFDLoad load(g_App->Motors());
+                CVFDLoad load(App().Motors());
                 Fill(load, phases, phases == 0 ? inputType : 5);
                 ExpectOkChangesNothing<frmVFDLoad>(load);
             }
@@ -208,10 +207,10 @@ TEST_F(VFDForm, OkAtOnceMendsAnInputStageThatDoesNotGoWithThePhases) {
         std::int32_t after;
     } rows[] = {{1, 2, 5}, {2, 0, 5}, {0, 5, 1}, {0, 0, 1}};
     for (const auto& row : rows) {
-        CVFDLoad load(g_App->Motors());
+        CVFDLoad load(App().Motors());
         Fill(load, row.phases, row.before);
         Click(*Edit<frmVFDLoad>(load), "cmdOK");
-        CVFDLoad expected(g_App->Motors());
+        CVFDLoad expected(App().Motors());
         Fill(expected, row.phases, row.after);
         EXPECT_EQ(Members(load), Members(expected));
     }

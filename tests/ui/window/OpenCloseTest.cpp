@@ -111,7 +111,14 @@ class OpenClose : public WindowTest {
         (void)window.grab();
         window.close();
     }
-    [[nodiscard]] LoadFormServices Services() { return {&Window(), platform, Window()}; }
+    [[nodiscard]] LoadFormServices Services() {
+        return {
+            .owner = &Window(),
+            .platform = platform,
+            .host = Window(),
+            .project = {
+                .profile = App().LoadProfile(), .site = App().PowerSystem(), .catalogue = App().Catalogue()}};
+    }
 };
 
 TEST_F(OpenClose, ALeakWouldBeSeen) {

@@ -9,8 +9,10 @@
 
 #include "ChoiceBox.h"
 #include "EntryField.h"
+#include "SmallCatalogue.h"
 #include "Texts.h"
 #include "WindowFixture.h"
+#include "frmDefaults.h"
 
 namespace genvara {
 namespace {
@@ -490,12 +492,15 @@ TEST_F(DefaultsDialog, AValueInNoRowSelectsNothing) {
 }
 
 TEST_F(DefaultsDialog, ACatalogueThatCannotBeReadIsToldAndLeavesTheListsEmpty) {
-    std::filesystem::remove(folder / "program/Genvara.db");
-    InDefaults([](QDialog& dialog) {
-        EXPECT_EQ(Find<ChoiceBox>(dialog, "cboVolts").count(), 0);
-        EXPECT_EQ(Find<ChoiceBox>(dialog, "cboConn").count(), 0);
-        EXPECT_EQ(Field(dialog, "txtAltitude").text(), "500") << "the rest is shown";
-    });
+    const TemporaryFolder unfit;
+    BuildSmallCatalogue(unfit);
+    DropTable(unfit, "Connections");
+    CApplication application({.programFolder = unfit.Path(), .settingsFile = unfit / "settings.json"});
+    ASSERT_TRUE(application.Run([](CApplication&) {}));
+    frmDefaults dialog(platform, application, &Window());
+    EXPECT_EQ(Find<ChoiceBox>(dialog, "cboVolts").count(), 0);
+    EXPECT_EQ(Find<ChoiceBox>(dialog, "cboConn").count(), 0);
+    EXPECT_EQ(Field(dialog, "txtAltitude").text(), "500") << "the rest is shown";
     const Message message = platform.TakeMessage();
     const std::string sentence =
         "An error occured while attempting to populate the voltage and connection dropdown boxes.\r\n";

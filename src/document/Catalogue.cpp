@@ -1,0 +1,48 @@
+#include "Catalogue.h"
+
+#include <algorithm>
+
+namespace genvara {
+namespace {
+
+/// What is kept, read by the first who asks.
+template <typename Rows, typename Query>
+const Rows& Once(std::optional<Rows>& kept, Query query) {
+    if (!kept) {
+        kept = query();
+    }
+    return *kept;
+}
+
+}  // namespace
+
+void Catalogue::RequireFit() {
+    m_database.RequireSchema();
+    (void)m_database.Properties();
+    ReadMotorConversions();
+    (void)Connections();
+}
+
+const std::vector<ConnectionRecord>& Catalogue::Connections() {
+    return Once(m_connections, [this] { return m_database.Connections(); });
+}
+
+const std::vector<std::int32_t>& Catalogue::VoltagesLL() {
+    return Once(m_volts, [this] { return m_database.VoltagesLL(); });
+}
+
+const std::vector<CodeLetterRecord>& Catalogue::MotorCodeLetters() {
+    return Once(m_codeLetters, [this] { return m_database.MotorCodeLetters(); });
+}
+
+const std::vector<double>& Catalogue::MotorStartingMultipliers() {
+    return Once(m_multipliers, [this] { return m_database.MotorStartingMultipliers(); });
+}
+
+std::optional<std::int32_t> Catalogue::PhasesOf(std::int32_t connectCode) {
+    const std::vector<ConnectionRecord>& connections = Connections();
+    const auto found = std::ranges::find(connections, connectCode, &ConnectionRecord::ID);
+    return found == connections.end() ? std::nullopt : std::optional(found->phases);
+}
+
+}  // namespace genvara

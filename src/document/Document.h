@@ -1,0 +1,101 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "CDefaults.h"
+#include "CDesigner.h"
+#include "CLoadProfile.h"
+#include "CProject.h"
+#include "CPwrSys.h"
+#include "Catalogue.h"
+#include "DateTime.h"
+#include "ProjectFile.h"
+#include "ReportFiller.h"
+
+namespace genvara {
+
+/// A project being worked on: its records, the file that holds it, and the designer that sizes it. Window,
+/// console and scripts are faces of it.
+///
+/// The records are refilled in place and never replaced, so that whoever holds one sees the project at hand.
+class Document {
+  public:
+    /// A new project from the user's defaults. All of these outlive the document.
+    /// @param gensets candidates of its runs: the catalogue's own database, or one that several documents
+    /// share.
+    /// @throws RaisedError of the designer, which reads the catalogue's properties.
+    Document(const CDefaults& defaults, Catalogue& catalogue, GensetSource& gensets, Clock clock = LocalTime);
+    Document(const CDefaults& defaults, Catalogue& catalogue, Clock clock = LocalTime)
+        : Document(defaults, catalogue, catalogue.Gensets(), std::move(clock)) {}
+
+    [[nodiscard]] CProject& Project() noexcept { return m_project; }
+    [[nodiscard]] const CProject& Project() const noexcept { return m_project; }
+    [[nodiscard]] CPwrSys& PowerSystem() noexcept { return m_powerSystem; }
+    [[nodiscard]] const CPwrSys& PowerSystem() const noexcept { return m_powerSystem; }
+    [[nodiscard]] CLoadProfile& LoadProfile() noexcept { return m_loadProfile; }
+    [[nodiscard]] const CLoadProfile& LoadProfile() const noexcept { return m_loadProfile; }
+    [[nodiscard]] CDesigner& Designer() noexcept { return m_designer; }
+    [[nodiscard]] const CDesigner& Designer() const noexcept { return m_designer; }
+    [[nodiscard]] Catalogue& Gensets() noexcept { return *m_catalogue; }
+
+    /// Full name of the file; empty for a project that was never saved or opened.
+    [[nodiscard]] const std::string& ProjectFile() const noexcept { return m_file; }
+    void ProjectFile(std::string file) { m_file = std::move(file); }
+
+    /// Begins a new project without a file, in the records' order: site, project, load profile. The observer
+    /// is told of each, as by a reader.
+    void New(ProjectReadObserver& observer);
+
+    /// Fills the records from a file; the document's own file is the caller's to name. The site's phases are
+    /// then those of its connection, if the catalogue knows it.
+    /// @throws RaisedError as `ReadProjectFile`; the records are then as before.
+    ReadResult Read(const std::filesystem::path& file, ProjectReadObserver& observer);
+
+    /// Saves the records to the document's file.
+    /// @param opened called once the file can be written, to bring the records up to date.
+    /// @return the number of characters that the file's code page could not hold, each now a question mark.
+    /// @throws RaisedError as `WriteProjectFile`.
+    std::size_t Write(const std::function<void()>& opened = {});
+
+    /// Writes the records to a new file of a folder, which is created if need be; the document keeps its own
+    /// file.
+    /// @throws RaisedError with the system's number; std::filesystem::filesystem_error for the folder.
+    [[nodiscard]] std::filesystem::path Rescue(const std::filesystem::path& folder);
+
+    /// Gives the site the phases of its connection; one that the catalogue does not know leaves them.
+    /// @throws RaisedError of `Catalogue::Connections`.
+    void FollowConnection();
+    /// Whether the catalogue knows the site's connection.
+    /// @throws RaisedError of `Catalogue::Connections`.
+    [[nodiscard]] bool KnowsConnection() const;
+
+    /// Whether there is anything to size: only the first step counts, later ones may be empty.
+    [[nodiscard]] bool HasLoads() const;
+
+    /// Runs the design; its results stay with the designer.
+    /// @throws RaisedError of the run.
+    void Size();
+
+    /// What reports take their values from.
+    /// @param metricUnits whether they show m and °C, or ft and °F.
+    [[nodiscard]] ReportSources Sources(bool metricUnits) const noexcept;
+
+  private:
+    [[nodiscard]] ProjectModel Model() noexcept;
+
+    Catalogue* m_catalogue;
+    Clock m_clock;
+    CProject m_project;
+    CPwrSys m_powerSystem;
+    CLoadProfile m_loadProfile;
+    CDesigner m_designer;
+    std::string m_file;
+};
+
+/// Sentence for a document without anything to size.
+inline constexpr const char* kNothingToSize = "At least one load and load step must be entered.";
+
+}  // namespace genvara

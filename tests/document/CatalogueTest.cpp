@@ -1,0 +1,78 @@
+#include "Catalogue.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "RaisedErrorMatcher.h"
+#include "SmallCatalogue.h"
+
+namespace genvara {
+namespace {
+
+using testing::ElementsAre;
+
+class CatalogueTest : public testing::Test {
+  protected:
+    CatalogueTest() {
+        BuildSmallCatalogue(
+            folder,
+            {{"Connections", "ID,Connection Type,Phases\n7,Delta,3\n5,Series,1\n"},
+             {"Gensets",
+              "Frequency,WindingConnection,VoltageLL,Fuel,DerateCode,AltModel,GensetModel,EngineModel,"
+              "Rating80C,"
+              "Rating105C,Rating125C,Rating130C,Rating150C,LRkVA,StartingPower,BaseFreqDipKW,BaseFreqDip,"
+              "ExpC\n"
+              "60,7,416,1,1,1,A,E,1,2,3,4,5,6,7,8,9,1\n60,7,208,1,1,1,A,E,1,2,3,4,5,6,7,8,9,1\n"
+              "50,7,416,1,1,1,A,E,1,2,3,4,5,6,7,8,9,1\n"},
+             {"Motor Code Letters", "CodeLetter,LRkVAPerHP\nG,6.1\nF,5.3\n"},
+             {"Motor Starting Multiplier", "Multiplier\n1\n0.64\n"},
+             {"Derate Codes", "ID,AltDerateBase,AltDerateSlope,TempDerateBase,TempDerateSlope\n1,1,1,1,1\n"},
+             {"Alternators", "ID,ModelNum,BasekW,BaseVolts,SubtransReact\n1,AA,1,1,1\n"}});
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(CatalogueTest, AnswersWhatSiteAndFormsAsk) {
+    Catalogue catalogue(folder / "Genvara.db");
+    EXPECT_EQ(catalogue.File(), folder / "Genvara.db");
+    ASSERT_EQ(catalogue.Connections().size(), 2U);
+    EXPECT_EQ(catalogue.Connections()[1].ID, 5);
+    EXPECT_THAT(catalogue.VoltagesLL(), testing::UnorderedElementsAre(416, 208));
+    ASSERT_EQ(catalogue.MotorCodeLetters().size(), 2U);
+    EXPECT_EQ(catalogue.MotorCodeLetters()[0].CodeLetter, "G");
+    EXPECT_THAT(catalogue.MotorStartingMultipliers(), ElementsAre(1.0, 0.64));
+    EXPECT_EQ(catalogue.PhasesOf(7), 3);
+    EXPECT_EQ(catalogue.PhasesOf(5), 1);
+    EXPECT_EQ(catalogue.PhasesOf(6), std::nullopt);
+}
+
+TEST_F(CatalogueTest, ReadsTheMotorTablesIntoOneObjectWhenAsked) {
+    Catalogue catalogue(folder / "Genvara.db");
+    const MotorConversions& motors = catalogue.Motors();
+    EXPECT_TRUE(motors.MotorHP.empty());
+    catalogue.ReadMotorConversions();
+    EXPECT_THAT(motors.MotorHP, ElementsAre(1.0, 10.0));
+    EXPECT_THAT(motors.MotorRunningKW, ElementsAre(0.9, 8.5));
+    EXPECT_THAT(motors.MotorRunningKVA, ElementsAre(1.3, 10.0));
+    EXPECT_THAT(motors.MotorStartPF, ElementsAre(0.7, 0.5));
+}
+
+TEST_F(CatalogueTest, KeepsWhatItHasRead) {
+    Catalogue catalogue(folder / "Genvara.db");
+    catalogue.RequireFit();
+    const std::vector<ConnectionRecord>* connections = &catalogue.Connections();
+    EXPECT_EQ(&catalogue.Connections(), connections);
+    EXPECT_EQ(catalogue.Motors().MotorHP.size(), 2U);
+}
+
+TEST(CatalogueFile, ThatIsMissingOrNoDatabaseIsRefused) {
+    const TemporaryFolder folder;
+    EXPECT_THROW(Catalogue(folder / "none.db"), RaisedError);
+    WriteBytes(folder / "text.db",
+               "no database, but long enough to be looked at as one, and then refused as unfit");
+    EXPECT_THROW(Catalogue(folder / "text.db").RequireFit(), RaisedError);
+}
+
+}  // namespace
+}  // namespace genvara

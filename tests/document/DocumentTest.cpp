@@ -1,0 +1,148 @@
+#include "Document.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "CMiscLoad.h"
+#include "RaisedErrorMatcher.h"
+#include "SmallCatalogue.h"
+
+namespace genvara {
+namespace {
+
+using testing::ElementsAre;
+
+/// Writes down what it is told.
+class Order final : public ProjectReadObserver {
+  public:
+    void ProjectRead() override { told.emplace_back("project"); }
+    void PowerSystemRead() override { told.emplace_back("site"); }
+    void StepsCleared() override { told.emplace_back("steps"); }
+    std::vector<std::string> told;
+};
+
+class DocumentTest : public testing::Test {
+  protected:
+    DocumentTest() {
+        BuildSmallCatalogue(folder, {{"Connections", "ID,Connection Type,Phases\n1,Wye,3\n4,Series,1\n"}});
+        catalogue.emplace(folder / "Genvara.db");
+        catalogue->RequireFit();
+        defaults.CustomerName("A customer");
+        defaults.VoltageLL(416);
+        document.emplace(defaults, *catalogue, [this] { return now; });
+    }
+
+    void AddLoad(std::int32_t step, double watts) {
+        auto load = std::make_unique<CMiscLoad>();
+        load->RunningRealPower(watts);
+        document->LoadProfile().LoadStep(step).AddLoad(std::move(load));
+    }
+
+    TemporaryFolder folder;
+    CDefaults defaults;
+    std::optional<Catalogue> catalogue;
+    DateTime now{2026, 3, 4, 5, 6, 7};
+    std::optional<Document> document;
+    Order order;
+};
+
+TEST_F(DocumentTest, BeginsFromTheUsersDefaults) {
+    EXPECT_EQ(document->Project().Customer(), "A customer");
+    EXPECT_EQ(document->PowerSystem().Voltage(), 416);
+    EXPECT_EQ(document->ProjectFile(), "");
+    EXPECT_FALSE(document->HasLoads());
+}
+
+TEST_F(DocumentTest, NewForgetsTheProjectAndItsFile) {
+    document->ProjectFile("/some/file.prj");
+    document->Project().ProjName("Old");
+    document->PowerSystem().Voltage(240);
+    document->LoadProfile().AddLoadStep("old", 20, 0);
+    document->New(order);
+    EXPECT_EQ(document->ProjectFile(), "");
+    EXPECT_EQ(document->Project().ProjName(), "");
+    EXPECT_EQ(document->Project().Created(), now);
+    EXPECT_EQ(document->PowerSystem().Voltage(), 416);
+    EXPECT_EQ(document->LoadProfile().NumLoadSteps(), 0);
+    EXPECT_THAT(order.told, ElementsAre("site", "project", "steps"));
+}
+
+TEST_F(DocumentTest, ComesBackFromItsFileWithThePhasesOfItsConnection) {
+    document->ProjectFile((folder / "a.prj").string());
+    document->PowerSystem().ConnectCode(4);
+    document->PowerSystem().Phases(3);  // not what the catalogue says: the file's figure must play no part
+    document->LoadProfile().AddLoadStep("first", 17, 0);
+    AddLoad(1, 1234.5);
+    EXPECT_EQ(document->Write(), 0U);
+    Document other(defaults, *catalogue);
+    EXPECT_EQ(other.Read(folder / "a.prj", order), ReadResult::Done);
+    EXPECT_EQ(other.PowerSystem().Phases(), 1);
+    EXPECT_TRUE(other.KnowsConnection());
+    EXPECT_EQ(other.LoadProfile().LoadStep(1).TotalRunningRealPower(0), 1234.5);
+    EXPECT_EQ(other.ProjectFile(), "");  // the caller names it
+    EXPECT_EQ(other.Project().LastModified(), now);
+}
+
+TEST_F(DocumentTest, KeepsItsPhasesForAConnectionThatTheCatalogueLacks) {
+    document->PowerSystem().ConnectCode(4);
+    document->FollowConnection();
+    EXPECT_EQ(document->PowerSystem().Phases(), 1);
+    document->PowerSystem().ConnectCode(9);
+    document->FollowConnection();
+    EXPECT_EQ(document->PowerSystem().Phases(), 1);
+    EXPECT_FALSE(document->KnowsConnection());
+}
+
+TEST_F(DocumentTest, LeavesItsRecordsWhenAFileCannotBeRead) {
+    document->Project().ProjName("Mine");
+    document->PowerSystem().Phases(1);
+    EXPECT_THROW(document->Read(folder / "none.prj", order), RaisedError);
+    WriteBytes(folder / "garbage.prj", "this is no project");
+    EXPECT_EQ(document->Read(folder / "garbage.prj", order), ReadResult::Incompatible);
+    EXPECT_EQ(document->Project().ProjName(), "Mine");
+    EXPECT_EQ(document->PowerSystem().Phases(), 1);
+    EXPECT_THAT(order.told, testing::IsEmpty());
+}
+
+TEST_F(DocumentTest, HasLoadsOnlyIfItsFirstStepDoes) {
+    document->LoadProfile().AddLoadStep("first", 20, 0);
+    document->LoadProfile().AddLoadStep("second", 20, 0);
+    AddLoad(2, 1000);
+    EXPECT_FALSE(document->HasLoads());
+    AddLoad(1, 1000);
+    EXPECT_TRUE(document->HasLoads());
+}
+
+TEST_F(DocumentTest, AsksForTheRecordsOnlyOnceItsFileIsOpen) {
+    document->ProjectFile((folder / "no folder/a.prj").string());
+    bool asked = false;
+    EXPECT_THROW(document->Write([&] { asked = true; }), RaisedError);
+    EXPECT_FALSE(asked);
+    document->ProjectFile((folder / "a.prj").string());
+    document->Write([&] { document->Project().ProjName("late"); });
+    Document other(defaults, *catalogue);
+    other.Read(folder / "a.prj", order);
+    EXPECT_EQ(other.Project().ProjName(), "late");
+}
+
+TEST_F(DocumentTest, RescuesToAFileOfItsOwnEachTime) {
+    document->ProjectFile("/mine.prj");
+    const auto first = document->Rescue(folder / "new/state");
+    const auto second = document->Rescue(folder / "new/state");
+    EXPECT_EQ(first, folder / "new/state/rescued-2026-03-04T050607.prj");
+    EXPECT_EQ(second, folder / "new/state/rescued-2026-03-04T050607-2.prj");
+    EXPECT_TRUE(std::filesystem::exists(first) && std::filesystem::exists(second));
+    EXPECT_EQ(document->ProjectFile(), "/mine.prj");
+}
+
+TEST_F(DocumentTest, HandsReportsItsOwnRecords) {
+    const ReportSources sources = document->Sources(true);
+    EXPECT_EQ(&sources.project, &document->Project());
+    EXPECT_EQ(&sources.site, &document->PowerSystem());
+    EXPECT_EQ(&sources.designer, &document->Designer());
+    EXPECT_TRUE(sources.metricUnits);
+    EXPECT_FALSE(document->Sources(false).metricUnits);
+}
+
+}  // namespace
+}  // namespace genvara
