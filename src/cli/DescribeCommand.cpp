@@ -1,7 +1,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
 
 #include "CommandLine.h"
 #include "JsonProject.h"
@@ -11,6 +10,7 @@
 #include "Properties.h"
 #include "PropertyText.h"
 #include "SizedProject.h"
+#include "TextTable.h"
 
 namespace genvara {
 namespace {
@@ -49,22 +49,27 @@ std::string ValuesOf(const PropertyFacts& facts) {
     return std::string(TypeName(facts.type));
 }
 
-void AddText(std::string& text, const RecordKind& kind) {
-    const auto end = std::back_inserter(text);
-    fmt::format_to(end, "{}{}\n", text.empty() ? "" : "\n", kind.name);
+std::string CodesText(const PropertyFacts& facts) {
+    std::string text;
+    for (const CodeName& code : facts.codes) {
+        text += fmt::format("{}{} \"{}\"", text.empty() ? "" : ", ", code.Code(), code.Name());
+    }
+    return text;
+}
+
+/// The kind's name, and a table of its members; a code's names stand in a row of their own.
+std::string TextOf(const RecordKind& kind) {
+    using Align = TextTable::Align;
+    TextTable table(
+        {{"Name", Align::Left}, {"Unit", Align::Left}, {"Values", Align::Left}, {"Meaning", Align::Left}});
     for (const PropertyFacts* facts : kind.members) {
-        // The degree sign is one column and two bytes, which the width of a field does not know.
-        const std::size_t unitWidth = facts->unit.starts_with("\u00B0") ? 8 : 7;
-        fmt::format_to(end, "  {:<22} {:<{}} {:<20} {}\n", facts->name, facts->unit, unitWidth,
-                       ValuesOf(*facts), MeaningOf(kind, *facts));
+        table.AddRow(
+            {std::string(facts->name), std::string(facts->unit), ValuesOf(*facts), MeaningOf(kind, *facts)});
         if (facts->type == PropertyType::Code) {
-            std::string codes;
-            for (const CodeName& code : facts->codes) {
-                codes += fmt::format("{}{} \"{}\"", codes.empty() ? "" : ", ", code.Code(), code.Name());
-            }
-            fmt::format_to(end, "  {:<22} {}\n", "", codes);
+            table.AddRow({"", "", "", CodesText(*facts)});
         }
     }
+    return fmt::format("{}\n{}", kind.name, table.Text());
 }
 
 void AddBound(JsonText& json, std::string_view name, const std::optional<double>& bound) {
@@ -86,6 +91,7 @@ std::string JsonOf(const RecordKind& kind, const PropertyFacts& facts) {
         .Member("Unit", facts.unit);
     AddBound(json, "Least", facts.Enterable().least);
     AddBound(json, "Greatest", facts.Enterable().greatest);
+    json.Member("AboveLeast", facts.Enterable().aboveLeast);
     json.Key("Codes").BeginArray();
     for (const CodeName& code : facts.codes) {
         json.BeginObject().Member("Code", code.Code()).Member("Name", code.Name()).EndObject();
@@ -121,7 +127,7 @@ int RunDescribe(const DescribeArguments& arguments) {
             continue;
         }
         if (!arguments.json) {
-            AddText(text, kind);
+            text += (text.empty() ? "" : "\n") + TextOf(kind);
             continue;
         }
         for (const PropertyFacts* facts : kind.members) {
