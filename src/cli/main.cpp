@@ -35,7 +35,7 @@ void AddDatabase(CLI::App& command, ProjectArguments& arguments) {
 }
 
 void AddProjects(CLI::App& command, ProjectArguments& arguments) {
-    command.add_option("PROJECT.prj", arguments.files, "Project files")->required()->type_name("");
+    command.add_option("PROJECT.prj", arguments.files, "Project files, .prj or .json")->required()->type_name("");
 }
 
 /// A limit of a run, set through the designer's own check.
@@ -191,7 +191,7 @@ class CommandLine {
     }
 
     void AddOneProject(CLI::App& command, const char* output) {
-        command.add_option("PROJECT.prj", m_arguments.files, "Project file")
+        command.add_option("PROJECT.prj", m_arguments.files, "Project file, .prj or .json")
             ->required()
             ->expected(1)
             ->type_name("");
