@@ -35,7 +35,9 @@ void AddDatabase(CLI::App& command, ProjectArguments& arguments) {
 }
 
 void AddProjects(CLI::App& command, ProjectArguments& arguments) {
-    command.add_option("PROJECT.prj", arguments.files, "Project files, .prj or .json")->required()->type_name("");
+    command.add_option("PROJECT.prj", arguments.files, "Project files, .prj or .json")
+        ->required()
+        ->type_name("");
 }
 
 /// A limit of a run, set through the designer's own check.
