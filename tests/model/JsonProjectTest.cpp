@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <ostream>
 
 #include "AllKindsOfLoad.h"
 #include "PrjLosses.h"
@@ -280,6 +281,11 @@ struct Damage {
     std::string json;
     std::vector<std::string> faults;
 };
+
+/// Without it the names of the tests would hold addresses.
+void PrintTo(const Damage& damage, std::ostream* stream) {
+    *stream << damage.name;
+}
 
 class DamagedJson : public testing::TestWithParam<Damage> {};
 
