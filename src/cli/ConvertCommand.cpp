@@ -1,10 +1,11 @@
 #include <fmt/format.h>
 
+#include <array>
 #include <optional>
-#include <system_error>
 
 #include "AtomicFile.h"
 #include "CommandLine.h"
+#include "FileIdentity.h"
 #include "JsonProject.h"
 #include "OpenCatalogue.h"
 #include "Output.h"
@@ -24,7 +25,11 @@ namespace {
 /// Notes what of a file counts for its conversion.
 class ConversionObserver final : public ProjectReadObserver {
   public:
-    void FormatFound(ProjectFormat format) override { m_format = format; }
+    void FormatFound(ProjectFormat format) override {
+        m_format = format;
+        m_counter.FormatFound(format);
+    }
+    void ProjectRead() override { m_counter.ProjectRead(); }
     void Skipped(const SkippedItem& item) override {
         ++m_skipped;
         m_counter.Skipped(item);
@@ -103,10 +108,9 @@ void Convert(const std::string& file, const std::filesystem::path& database,
              fmt::format("The name of a project ends with .prj or .json, which {} does not.",
                          output.string()));
     }
-    std::error_code none;
-    if (std::filesystem::equivalent(file, output, none)) {
-        Fail(Status::BadArguments,
-             fmt::format("{} is the project that is read; it is not written over.", output.string()));
+    const std::array<InputFile, 2> inputs{{{file, "the project"}, {database, "the genset database"}}};
+    if (const std::optional<std::string> refusal = OverwriteRefusal(output, inputs)) {
+        Fail(Status::BadArguments, *refusal);
     }
     OpenCatalogue catalogue(database);
     const MotorConversions& motors = catalogue.Motors();
@@ -114,7 +118,7 @@ void Convert(const std::string& file, const std::filesystem::path& database,
     ConversionObserver observer;
     Read(file, records, motors, observer);
     Write(output, Rendered(records, motors, *format, output));
-    ComplainOf({observer.Warning(file)});
+    ComplainIfAny(observer.Warning(file));
 }
 
 }  // namespace

@@ -77,7 +77,7 @@ void AddBound(JsonText& json, std::string_view name, const std::optional<double>
     if (bound) {
         json.Value(*bound);
     } else {
-        json.Raw("null");
+        json.Null();
     }
 }
 

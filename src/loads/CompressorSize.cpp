@@ -1,5 +1,8 @@
 #include "CompressorSize.h"
 
+#include <algorithm>
+
+#include "CMtrLoad.h"
 #include "mdlConvert.h"
 #include "mdlUtility.h"
 
@@ -11,7 +14,9 @@ constexpr double kWattsPerKilowatt = 1000.0;
 double HorsepowerOf(const CAirCondLoad& load) {
     switch (load.DataEntryMethod()) {
         case aircond_entry::kBTU:
-            return BTUToHP(load.BTU());
+            // A size within its limit is one of at most 1000 hp, but 0.00016 is no binary fraction: the
+            // largest size comes out one bit above, and the powers that follow from it would be out of range.
+            return std::min(BTUToHP(load.BTU()), motor_limits::kHP.greatest);
         case aircond_entry::kTonnage:
             return TonsToHP(load.Tonnage());
         case aircond_entry::kHorsepower:

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "DesignRun.h"
+#include "FailureRegion.h"
+#include "SiteCandidates.h"
 #include "StepDistortion.h"
 
 namespace genvara {
@@ -12,29 +14,35 @@ CDesigner::CDesigner(GensetSource& gensets, const CPwrSys& site, const CLoadProf
 CDesigner::~CDesigner() = default;
 
 void CDesigner::SelectGensets() {
-    m_candidates = m_gensets->SelectGensets({.frequency = m_site->Freq(),
-                                             .connectCode = m_site->ConnectCode(),
-                                             .voltage = m_site->Voltage(),
-                                             .fuel = m_site->Fuel()});
+    m_stoppedAt.reset();
+    m_candidates = m_gensets->SelectGensets(FilterOf(*m_site));
 }
 
 std::int32_t CDesigner::ChooseSets() {
     m_chosen.clear();
     m_rejected.clear();
+    m_counts = {};
+    m_stoppedAt.reset();
     const std::unique_ptr<GensetCursor> candidates = std::move(m_candidates);
     const GensetRow* row = candidates ? candidates->Next() : nullptr;
     if (row == nullptr) {
         return 0;
     }
     m_vthdCalcsValid = HasDistortionModel(m_site->ConnectCode());
-    m_requirements = ReadSite();
+    m_requirements = RequirementsOf(*m_site, *this);
     m_figures = FiguresOf(*m_profile, *m_site);
-    DesignRun run(*m_gensets, *m_site, m_requirements, m_figures, *this);
+    DesignRun run(*m_gensets, m_requirements, m_figures, *this);
     for (; row != nullptr; row = candidates->Next()) {
-        run.Judge(*row);
+        try {
+            run.Judge(*row);
+        } catch (const RaisedError&) {
+            m_stoppedAt = Describe(*row, run.Counts().Candidates());
+            throw;
+        }
     }
     m_chosen = run.ReleaseChosen();
     m_rejected = run.ReleaseRejected();
+    m_counts = run.Counts();
     return NumChosenSets();
 }
 
@@ -42,18 +50,19 @@ std::string CDesigner::TrimModelNum(std::string_view text) {
     return std::string(text.substr(0, text.find('-')));
 }
 
-SiteRequirements CDesigner::ReadSite() const {
-    return {.gensets = static_cast<double>(m_site->GensetsInParallel()),
-            .phases = static_cast<double>(m_site->Phases()),
-            .voltage = static_cast<double>(m_site->Voltage()),
-            .connectCode = m_site->ConnectCode(),
-            .maxFreqDipEnabled = m_site->MaxFreqDipEnabled(),
-            .maxFreqDip = static_cast<double>(m_site->MaxFreqDip()),
-            .maxHarmonicsEnabled = m_site->MaxHarmonicsEnabled(),
-            .maxHarmonics = static_cast<double>(m_site->MaxHarmonics()),
-            .minLoading = MinLoading(),
-            .maxLoading = MaxLoading(),
-            .distortionValid = m_vthdCalcsValid};
+SetAtFault CDesigner::Describe(const GensetRow& row, std::int64_t position) const {
+    constexpr std::string_view kMember = "CDesigner::Describe";
+    SetAtFault set;
+    set.row = m_gensets->RowNumber(FilterOf(*m_site), position);
+    // Any field may be the one that cannot be read.
+    FailureRegion region;
+    region.Run([&] { set.model = row.GensetModel.Text(kMember); });
+    region.Run([&] {
+        const std::int32_t id = row.AltModel.Integer(kMember);
+        set.alternator = std::to_string(id);
+        set.alternator = m_gensets->Alternator(id).ModelNum.Text(kMember);
+    });
+    return set;
 }
 
 }  // namespace genvara

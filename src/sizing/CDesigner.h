@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,8 @@
 #include "DesignResults.h"
 #include "GensetSource.h"
 #include "ProfileFigures.h"
+#include "SetAtFault.h"
+#include "SiteRequirements.h"
 #include "StepTests.h"
 
 namespace genvara {
@@ -50,6 +53,12 @@ class CDesigner : public DesignLimits {
     /// Judges the candidates; the number of recommended sets. Without a candidate the totals of the run
     /// before stay.
     std::int32_t ChooseSets();
+
+    /// What became of the candidates of the last run.
+    [[nodiscard]] const RunCounts& Counts() const noexcept { return m_counts; }
+
+    /// The set that the last run stopped at, if it failed at one.
+    [[nodiscard]] const std::optional<SetAtFault>& StoppedAt() const noexcept { return m_stoppedAt; }
 
     /// The recommended sets, smallest first.
     [[nodiscard]] const std::vector<ChosenSet>& ChosenSets() const noexcept { return m_chosen; }
@@ -105,15 +114,14 @@ class CDesigner : public DesignLimits {
 
     /// The undersized set at a position, and why: for each step the verdict of each test, in the order of
     /// `kStepTests`. Worked out by the very tests that decided, from the profile of the last run.
-    [[nodiscard]] std::vector<std::vector<Verdict>> VerdictsRej(std::int32_t index) const;
+    [[nodiscard]] std::vector<StepVerdicts> VerdictsRej(std::int32_t index) const;
     /// The same of a recommended set.
-    [[nodiscard]] std::vector<std::vector<Verdict>> Verdicts(std::int32_t index) const;
+    [[nodiscard]] std::vector<StepVerdicts> Verdicts(std::int32_t index) const;
 
   private:
     [[nodiscard]] const ChosenSet& Chosen(std::int32_t index, std::string_view reader) const;
     [[nodiscard]] const RejectedSet& Rejected(std::int32_t index, std::string_view reader) const;
-    [[nodiscard]] std::vector<std::vector<Verdict>> VerdictsOf(const ChosenSet& set) const;
-    [[nodiscard]] SiteRequirements ReadSite() const;
+    [[nodiscard]] SetAtFault Describe(const GensetRow& row, std::int64_t position) const;
 
     GensetSource* m_gensets;
     const CPwrSys* m_site;
@@ -124,6 +132,8 @@ class CDesigner : public DesignLimits {
     std::vector<RejectedSet> m_rejected;
     SiteRequirements m_requirements;
     ProfileFigures m_figures;
+    RunCounts m_counts;
+    std::optional<SetAtFault> m_stoppedAt;
     bool m_vthdCalcsValid = false;
 };
 

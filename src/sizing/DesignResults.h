@@ -5,6 +5,9 @@
 #include <vector>
 
 #include "Candidate.h"
+#include "ProfileFigures.h"
+#include "SiteRequirements.h"
+#include "StepTests.h"
 
 namespace genvara {
 
@@ -33,9 +36,22 @@ struct ChosenSet {
     Candidate figures;
 };
 
+/// How many candidates a run met, and what became of them, before the lists are cut.
+struct RunCounts {
+    std::int64_t recommended = 0;
+    std::int64_t undersized = 0;
+    std::int64_t underloaded = 0;  ///< passed everything and were dropped below their minimum loading
+
+    [[nodiscard]] std::int64_t Candidates() const noexcept { return recommended + undersized + underloaded; }
+};
+
 /// A set that failed a test, with the bits of all that it failed.
 struct RejectedSet : ChosenSet {
     std::int32_t RejectionReason = 0;
 };
+
+/// The verdicts of each step of the profile that a set was judged by, from the figures that its record keeps.
+[[nodiscard]] std::vector<StepVerdicts> VerdictsOf(const ChosenSet& set, const ProfileFigures& profile,
+                                                   const SiteRequirements& site);
 
 }  // namespace genvara
