@@ -11,6 +11,7 @@
 #include "AtomicFile.h"
 #include "Brand.h"
 #include "CReports.h"
+#include "DistortionWarning.h"
 #include "OpenCatalogue.h"
 #include "Output.h"
 #include "OutputFile.h"
@@ -166,6 +167,7 @@ Status SizeAndWrite(const ProjectArguments& project, const ReportArguments& argu
                        skipped);
     sized.Size(project.limits);
     WriteAbout(sized, arguments, writer);
+    ComplainIfAny(DistortionWarning(project.files.front(), sized.PowerSystem()));
     return Status::Done;
 }
 

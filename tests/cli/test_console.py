@@ -222,6 +222,23 @@ class Console(unittest.TestCase):
         error = self.error(self.project(HEAD.format(connection=99) + "0\r\n"), status=3)
         self.assertIn("99", error["Description"])
 
+    def test_a_limit_without_distortion_figures_is_told(self):
+        for connection, volts, told in ((1, 480, False), (2, 240, False), (3, 240, True), (4, 240, True),
+                                        (6, 240, True)):
+            head = HEAD.format(connection=connection).replace(",480\r\n", f",{volts}\r\n")
+            load = PUMPS.replace(",1,0\r\n", ",1,1\r\n")
+            for enabled in (False, True):
+                limited = head.replace("15,#FALSE#", "15,#TRUE#") if enabled else head
+                file = self.project(limited + STEP + load)
+                done = self.size(file)
+                self.assertEqual(done.returncode, 0, done.stderr)
+                self.assertEqual("no distortion figures for this connection\n" in done.stdout, told)
+                warning = (f"{file}: warning: no distortion figures for this connection; the limit of 15 % was not "
+                           "tested.\n")
+                self.assertEqual(done.stderr, warning if told and enabled else "")
+                done = self.run_program("report", file, "--db", self.database, "-o", self.folder / "a.rtf")
+                self.assertEqual(done.stderr, warning if told and enabled else "")
+
     def test_an_empty_profile_is_not_sized(self):
         for text in ("0\r\n", '1\r\n"Step 1",15\r\n0\r\n'):
             error = self.error(self.project(HEAD.format(connection=1) + text), status=4)

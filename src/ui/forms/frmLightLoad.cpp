@@ -30,17 +30,19 @@ constexpr std::int32_t kRunningPF = 641;
 }  // namespace
 
 frmLightLoad::frmLightLoad(const LoadFormServices& services) : LoadFormOf(load_type::kLighting, services) {
-    m_runKW = AddField({.labelName = "lblRunKW",
-                        .name = "txtRunKW",
-                        .caption = Caption(strings::kRunningKW),
-                        .digits = kDigits,
-                        .note = ToQt(BoundsNote("0", Plain(kMostLinearPower / kPerKilo), " kW"))},
-                       key_filters::Numeric(), true);
+    m_runKW =
+        AddField({.labelName = "lblRunKW",
+                  .name = "txtRunKW",
+                  .caption = Caption(strings::kRunningKW),
+                  .digits = kDigits,
+                  .note = ToQt(BoundsNote("0", Plain(linear_limits::kRealPower.greatest / kPerKilo), " kW"))},
+                 key_filters::Numeric(), true);
     m_runPF = AddField({.labelName = "lblRunPF",
                         .name = "txtRunPF",
                         .caption = Caption(strings::kRunningPF),
                         .digits = kDigits,
-                        .note = ToQt(BoundsNote(Fixed(kLeastPowerFactor, 2), Fixed(kMostPowerFactor, 2)))},
+                        .note = ToQt(BoundsNote(Fixed(linear_limits::kPowerFactor.least, 2),
+                                                Fixed(linear_limits::kPowerFactor.greatest, 2)))},
                        key_filters::Numeric(), true);
     m_runPFLabel = findChild<QLabel*>("lblRunPF");
     AddOptions();
@@ -68,7 +70,7 @@ void frmLightLoad::LampClicked(std::int32_t lightType) {
     m_runPFLabel->setEnabled(hasBallast);
     m_runPF->setEnabled(hasBallast);
     if (!hasBallast) {
-        m_runPF->Content(Fixed(kMostPowerFactor, 2));
+        m_runPF->Content(Fixed(linear_limits::kPowerFactor.greatest, 2));
         m_runPF->ClearError();
     }
 }

@@ -56,12 +56,13 @@ frmMedLoad::Demand frmMedLoad::AddDemand(const FieldLook& look, double limit, st
 }
 
 void frmMedLoad::AddDip() {
-    const Spinner dip = AddSpinner({.labelName = "lblMaxVoltDip",
-                                    .name = "txtMaxVoltDip",
-                                    .caption = "Max. Voltage Dip @ Peak Demand  (%)",
-                                    .digits = kDipDigits},
-                                   key_filters::DigitsUpTo(kMostDipDigits), "updMaxVoltDip",
-                                   {.least = kLeastMedVoltDip, .most = kMostMedVoltDip});
+    const Spinner dip = AddSpinner(
+        {.labelName = "lblMaxVoltDip",
+         .name = "txtMaxVoltDip",
+         .caption = "Max. Voltage Dip @ Peak Demand  (%)",
+         .digits = kDipDigits},
+        key_filters::DigitsUpTo(kMostDipDigits), "updMaxVoltDip",
+        {.least = medical_limits::kEnteredVoltDip.least, .most = medical_limits::kEnteredVoltDip.greatest});
     m_maxVoltDip = dip.field;
     connect(dip.arrows, &UpDown::Stepped, this, Event([this](std::int32_t value) { DipStepped(value); }));
     m_warning = new QLabel("WARNING: Voltage dip during peak demand effects image quality.");

@@ -7,23 +7,25 @@
 namespace genvara {
 
 frmMiscLoad::frmMiscLoad(const LoadFormServices& services) : LoadFormOf(load_type::kMiscellaneous, services) {
-    m_kW = AddField({.labelName = "lblkW",
-                     .name = "txtkW",
-                     .caption = "kW",
-                     .digits = 10,
-                     .note = ToQt(BoundsNote("0", Plain(kMostLinearPower / kPerKilo), " kW"))},
-                    key_filters::Numeric(), true);
+    m_kW =
+        AddField({.labelName = "lblkW",
+                  .name = "txtkW",
+                  .caption = "kW",
+                  .digits = 10,
+                  .note = ToQt(BoundsNote("0", Plain(linear_limits::kRealPower.greatest / kPerKilo), " kW"))},
+                 key_filters::Numeric(), true);
     m_pF = AddField({.labelName = "lblPF",
                      .name = "txtPF",
                      .caption = "pF",
                      .digits = 10,
-                     .note = ToQt(BoundsNote(Fixed(kLeastPowerFactor, 2), Fixed(kMostPowerFactor, 2)))},
+                     .note = ToQt(BoundsNote(Fixed(linear_limits::kPowerFactor.least, 2),
+                                             Fixed(linear_limits::kPowerFactor.greatest, 2)))},
                     key_filters::Numeric(), true);
     OpenForNewLoad();
 }
 
 void frmMiscLoad::SetDefaults() {
-    m_pF->Content(Fixed(kMostPowerFactor, 2));
+    m_pF->Content(Fixed(linear_limits::kPowerFactor.greatest, 2));
 }
 
 void frmMiscLoad::ShowKind(const CMiscLoad& load) {

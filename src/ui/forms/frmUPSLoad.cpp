@@ -55,7 +55,7 @@ void frmUPSLoad::AddFigures() {
                             .note = "( 50% - 100% )",
                             .noteName = "lblLoadingUnits"},
                            key_filters::UpTo(3, key_filters::NonZeroDigits()), "updLoading",
-                           {.least = kUPSLoading.least, .most = kUPSLoading.most});
+                           {.least = ups_limits::kLoading.least, .most = ups_limits::kLoading.greatest});
     m_charging = AddSpinner({.labelName = "lblCharging",
                              .name = "txtCharging",
                              .caption = Caption(strings::kCharging),
@@ -63,7 +63,7 @@ void frmUPSLoad::AddFigures() {
                              .note = "( 0% - 25% )",
                              .noteName = "lblChargingUnits"},
                             key_filters::DigitsUpTo(2), "updCharging",
-                            {.least = kUPSCharging.least, .most = kUPSCharging.most});
+                            {.least = ups_limits::kCharging.least, .most = ups_limits::kCharging.greatest});
     m_input = AddInputTypes(Fields(), Caption(strings::kType), Caption(strings::kFilter));
 }
 

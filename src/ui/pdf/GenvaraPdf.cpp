@@ -5,6 +5,7 @@
 #include <QCommandLineParser>
 #include <QFile>
 #include <QGuiApplication>
+#include <QHashSeed>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -92,6 +93,8 @@ Status Convert(const Arguments& arguments) {
 }
 
 int Main(int argc, char** argv) {
+    // Fonts go into the file in the order of a hash table.
+    QHashSeed::setDeterministicGlobalSeed();
     LeaveTheDesktop();
     QGuiApplication::setApplicationName("genvara-pdf");
     QGuiApplication::setApplicationVersion(QString::fromUtf8(kProgramVersionText));
