@@ -5,7 +5,7 @@ _genvara_cli() {
     local limits="--db --min-loading --max-loading --max-sets --max-undersized"
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case $word in
-            size|explain|report|export-spec|check) command=$word ;;
+            size|explain|report|export-spec|check|convert|describe) command=$word ;;
             catalog) command=catalog ;;
             build) [ "$command" = catalog ] && command="catalog build" ;;
         esac
@@ -18,12 +18,14 @@ _genvara_cli() {
     esac
     local words
     case $command in
-        "") words="size explain report export-spec check catalog --help --version" ;;
+        "") words="size explain report export-spec check convert describe catalog --help --version" ;;
         size) words="$limits --json --jobs --help" ;;
         explain) words="$limits --json --jobs --model --all --steps --help" ;;
         report) words="$limits -o --set --undersized --no-match --type --metric --now --help" ;;
         export-spec) words="$limits -o --set --undersized --help" ;;
         check) words="--db --help" ;;
+        convert) words="--db -o --help" ;;
+        describe) words="--json --schema --help" ;;
         catalog) words="build check --help" ;;
         "catalog build") words="-o --help" ;;
         *) words="--help" ;;
@@ -34,9 +36,18 @@ _genvara_cli() {
     fi
     compopt -o filenames
     case $command in
+        describe)
+            words="Project PowerSystem Designer Step AirConditioner BatteryCharger Lighting MedicalImaging Miscellaneous"
+            words="$words Motor Office UPS Drive"
+            compopt +o filenames
+            mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+            ;;
         "catalog build") mapfile -t COMPREPLY < <(compgen -d -- "$current") ;;
         "catalog check") mapfile -t COMPREPLY < <(compgen -f -X '!*.db' -- "$current"; compgen -d -- "$current") ;;
-        *) mapfile -t COMPREPLY < <(compgen -f -X '!*.prj' -- "$current"; compgen -d -- "$current") ;;
+        *)
+            mapfile -t COMPREPLY < <(compgen -f -X '!*.prj' -- "$current"; compgen -f -X '!*.json' -- "$current"
+                compgen -d -- "$current")
+            ;;
     esac
 }
 

@@ -8,6 +8,18 @@
 
 namespace genvara {
 
+/// The least and the greatest value of a range that holds both.
+template <typename Value>
+struct Range {
+    Value least;
+    Value greatest;
+};
+
+/// A range from above 0 to `greatest`, which it holds.
+struct PositiveRange {
+    double greatest;
+};
+
 /// What a setter raises when it refuses a value.
 struct Refusal {
     std::int32_t number;
@@ -23,9 +35,14 @@ void RequireRange(Value value, Value lowest, Value highest, const Refusal& refus
     }
 }
 
-/// @throws RaisedError of the refusal unless 0 < value <= highest; a NaN is refused.
-inline void RequirePositive(double value, double highest, const Refusal& refusal) {
-    if (!(value > 0.0 && value <= highest)) {
+template <typename Value>
+void RequireRange(Value value, const Range<Value>& range, const Refusal& refusal) {
+    RequireRange(value, range.least, range.greatest, refusal);
+}
+
+/// @throws RaisedError of the refusal unless 0 < value <= greatest; a NaN is refused.
+inline void RequireRange(double value, const PositiveRange& range, const Refusal& refusal) {
+    if (!(value > 0.0 && value <= range.greatest)) {
         throw RaisedError(refusal.number, std::string(refusal.source), std::string(refusal.description));
     }
 }

@@ -15,13 +15,28 @@ constexpr double kTonsPerHP = 0.5;
 
 struct LockedRotorBand {
     double fromHP;
+    std::string_view codeLetter;
     double kVAPerHP;
 };
 
-/// Middle of the locked-rotor band of the code letter that is usual for a motor of the size
-/// (F, G, H, J, K, L, M of NEMA MG 1), largest motors first; the first band that holds counts.
-constexpr std::array<LockedRotorBand, 7> kLockedRotorBands{
-    {{15.0, 5.3}, {7.5, 5.95}, {5.0, 6.7}, {3.0, 7.55}, {1.5, 8.5}, {1.0, 9.5}, {0.0, 10.6}}};
+/// Code letter of NEMA MG 1 that is usual for a motor of the size, and the middle of the letter's band of
+/// locked-rotor kVA, largest motors first; the first band that holds counts.
+constexpr std::array<LockedRotorBand, 7> kLockedRotorBands{{{15.0, "F", 5.3},
+                                                            {7.5, "G", 5.95},
+                                                            {5.0, "H", 6.7},
+                                                            {3.0, "J", 7.55},
+                                                            {1.5, "K", 8.5},
+                                                            {1.0, "L", 9.5},
+                                                            {0.0, "M", 10.6}}};
+
+const LockedRotorBand* FindBand(double horsepower) noexcept {
+    for (const LockedRotorBand& band : kLockedRotorBands) {
+        if (horsepower >= band.fromHP) {
+            return &band;
+        }
+    }
+    return nullptr;
+}
 
 }  // namespace
 
@@ -57,13 +72,14 @@ double TonsToHP(double tons) noexcept {
     return tons + tons;
 }
 
+std::string_view UsualCodeLetter(double horsepower) noexcept {
+    const LockedRotorBand* band = FindBand(horsepower);
+    return band != nullptr ? band->codeLetter : std::string_view{};
+}
+
 double LockedRotorKVAPerHP(double horsepower) noexcept {
-    for (const LockedRotorBand& band : kLockedRotorBands) {
-        if (horsepower >= band.fromHP) {
-            return band.kVAPerHP;
-        }
-    }
-    return 0.0;
+    const LockedRotorBand* band = FindBand(horsepower);
+    return band != nullptr ? band->kVAPerHP : 0.0;
 }
 
 }  // namespace genvara

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 namespace genvara {
 
 /// Degrees Fahrenheit to degrees Celsius.
@@ -22,6 +24,9 @@ namespace genvara {
 [[nodiscard]] double HPToTons(double horsepower) noexcept;
 /// Tons of refrigeration to compressor horsepower.
 [[nodiscard]] double TonsToHP(double tons) noexcept;
+
+/// Code letter that is usual for a motor of the given size [hp]; empty below 0 hp.
+[[nodiscard]] std::string_view UsualCodeLetter(double horsepower) noexcept;
 
 /// Locked-rotor kVA per horsepower of a motor of the given size [hp]; 0 below 0 hp.
 [[nodiscard]] double LockedRotorKVAPerHP(double horsepower) noexcept;

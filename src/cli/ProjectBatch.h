@@ -19,7 +19,7 @@ namespace genvara {
 struct ProjectOutcome {
     Status status = Status::Done;
     std::string output;
-    std::array<std::string, 2> complaints;  ///< for standard error, if not empty: warning and failure
+    std::array<std::string, 3> complaints;  ///< for standard error, if not empty: warnings and failure
 };
 
 /// Works on every project, on as many threads as asked for. Outcomes are handed over in the order of the

@@ -2,15 +2,20 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <cerrno>
+#include <filesystem>
 
 #include "AtomicFile.h"
 #include "Brand.h"
 #include "CReports.h"
+#include "DistortionWarning.h"
 #include "OpenCatalogue.h"
 #include "Output.h"
 #include "OutputFile.h"
+#include "PdfHelper.h"
 #include "ReportFiller.h"
 #include "SizedProject.h"
 #include "SkipCounter.h"
@@ -20,9 +25,9 @@ namespace genvara {
 namespace {
 
 // What the commands write, with the endings that tell the truth of it.
-constexpr auto kReportEndings = std::to_array<std::string_view>({".rtf"});
+constexpr auto kReportEndings = std::to_array<std::string_view>({".rtf", ".pdf"});
 constexpr auto kSpecEndings = std::to_array<std::string_view>({".gvx", ".ini", ".txt"});
-constexpr OutputKind kReportFile{.meaning = "rich text", .endings = kReportEndings};
+constexpr OutputKind kReportFile{.meaning = "a report", .endings = kReportEndings};
 constexpr OutputKind kSpecFile{.meaning = "a profile file", .endings = kSpecEndings};
 
 [[noreturn]] void Fail(Status status, const std::string& description) {
@@ -63,6 +68,12 @@ std::string MakeReport(CReports& reports, const ReportSources& sources, const Re
     return reports.CreateReport(arguments.type, undersized);
 }
 
+bool IsPdf(const std::filesystem::path& file) {
+    std::string ending = file.extension().string();
+    std::ranges::transform(ending, ending.begin(), [](unsigned char sign) { return std::tolower(sign); });
+    return ending == ".pdf";
+}
+
 void WriteOutput(const std::string& file, const std::string& bytes) {
     if (file == kStandardOutput) {
         Print(bytes);
@@ -88,12 +99,24 @@ void Writing(const std::string& file, Work work) {
     }
 }
 
+/// The pages of a report as PDF. That they cannot be drawn is no fault of a load.
+std::string Drawn(const std::string& report, const std::string& project, const std::optional<DateTime>& now) {
+    try {
+        return PdfOf(report, project, now);
+    } catch (const RaisedError& failure) {
+        throw ProjectFailure{.status = Status::RunFailed, .error = failure};
+    }
+}
+
 void WriteReport(const ReportSources& sources, const CLoadProfile& profile,
                  const ReportArguments& arguments) {
     ErrorLog log(".");
     const Clock clock = [&arguments] { return arguments.now.value_or(LocalTime()); };
     CReports reports(BuiltBrand(), profile, clock, log);
-    const std::string report = MakeReport(reports, sources, arguments);
+    std::string report = MakeReport(reports, sources, arguments);
+    if (!report.empty() && IsPdf(arguments.output)) {
+        report = Drawn(report, sources.project.ProjName(), arguments.now);
+    }
     if (report.empty()) {
         Fail(Status::RunFailed, "The report came back empty: " + log.Text());
     }
@@ -144,6 +167,7 @@ Status SizeAndWrite(const ProjectArguments& project, const ReportArguments& argu
                        skipped);
     sized.Size(project.limits);
     WriteAbout(sized, arguments, writer);
+    ComplainIfAny(DistortionWarning(project.files.front(), sized.PowerSystem()));
     return Status::Done;
 }
 

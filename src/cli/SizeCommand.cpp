@@ -3,6 +3,7 @@
 
 #include "CachedGensets.h"
 #include "CommandLine.h"
+#include "DistortionWarning.h"
 #include "OpenCatalogue.h"
 #include "Output.h"
 #include "ProjectBatch.h"
@@ -34,6 +35,7 @@ ProjectOutcome SizeAndShow(const std::string& file, const ProjectArguments& argu
                            const SharedCatalogue& catalogue, const ShowProject& show) {
     SkipCounter skipped;
     ProjectOutcome outcome;
+    std::string noDistortion;
     std::string failureLine;
     const auto fail = [&](const ProjectFailure& failure) {
         outcome.status = failure.status;
@@ -44,13 +46,14 @@ ProjectOutcome SizeAndShow(const std::string& file, const ProjectArguments& argu
         SizedProject sized(file, catalogue, skipped);
         sized.Size(arguments.limits);
         outcome.output = ShownOrBlamed(sized, show);
+        noDistortion = DistortionWarning(file, sized.PowerSystem());
     } catch (const ProjectFailure& failure) {
         fail(failure);
     } catch (const RaisedError& failure) {
         fail({.status = Status::RunFailed, .error = failure});
     }
     // What could not be read may well be why the run fails, and so it is told in any case.
-    outcome.complaints = {skipped.Warning(file), failureLine};
+    outcome.complaints = {skipped.Warning(file), noDistortion, failureLine};
     return outcome;
 }
 

@@ -22,14 +22,11 @@ using Align = TextTable::Align;
 constexpr std::size_t kLongestName = 40;
 constexpr std::string_view kNoFigure = "-";
 
-// Strings of the fuels and of the temperature rises and duties, by code.
-constexpr std::array<std::int32_t, 5> kFuels{149, 145, 146, 147, 148};
-constexpr std::array<std::int32_t, 5> kDuties{520, 521, 522, 523, 524};
-
-std::string TextOf(const std::array<std::int32_t, 5>& strings, std::int32_t code) {
-    const bool known = code >= 0 && code < static_cast<std::int32_t>(strings.size());
-    return known ? std::string(StringTable::Text(strings[static_cast<std::size_t>(code)]))
-                 : fmt::format("code {}", code);
+/// Caption of a code.
+template <typename Table>
+std::string TextOf(const Table& table, std::int32_t code) {
+    const auto* row = FindRow(table, code);
+    return row != nullptr ? std::string(StringTable::Text(row->caption)) : fmt::format("code {}", code);
 }
 
 std::string Percent(double figure) {
@@ -55,13 +52,16 @@ void AddSite(std::string& text, const CPwrSys& site) {
         fmt::format_to(std::back_inserter(text), "  {:<16}{}\n", label, value);
     };
     line("Site", fmt::format("{} V, {} Hz, {} phase, {}, {}", site.Voltage(), site.Freq(), site.Phases(),
-                             TextOf(kFuels, site.Fuel()), TextOf(kDuties, site.RiseDutyCode())));
+                             TextOf(kFuels, site.Fuel()), TextOf(kRiseDuties, site.RiseDutyCode())));
     line("", fmt::format("{} m above sea level, {} \u00B0C, {} set{}", RenderFixed(site.Altitude(), 0),
                          RenderFixed(site.AmbTemp(), 0), site.GensetsInParallel(),
                          site.GensetsInParallel() == 1 ? "" : "s in parallel"));
     line("Limits", fmt::format("voltage dip {} %, frequency dip {}, distortion {}", site.MaxVoltageDip(),
                                Limit(site.MaxFreqDipEnabled(), site.MaxFreqDip()),
                                Limit(site.MaxHarmonicsEnabled(), site.MaxHarmonics())));
+    if (!HasDistortionModel(site.ConnectCode())) {
+        line("", std::string(kNoDistortionFigures));
+    }
 }
 
 void AddProfile(std::string& text, const SizedProject& sized) {

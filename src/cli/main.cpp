@@ -97,7 +97,9 @@ void AddDatabase(CLI::App& command, ProjectArguments& arguments) {
 }
 
 void AddProjects(CLI::App& command, ProjectArguments& arguments) {
-    command.add_option("PROJECT.prj", arguments.files, "Project files")->required()->type_name("");
+    command.add_option("PROJECT.prj", arguments.files, "Project files, .prj or .json")
+        ->required()
+        ->type_name("");
 }
 
 /// A limit of a run, set through the designer's own check.
@@ -152,6 +154,8 @@ class CommandLine {
         AddCheck();
         AddReport();
         AddExportSpec();
+        AddConvert();
+        AddDescribe();
         AddCatalog();
     }
 
@@ -220,8 +224,8 @@ class CommandLine {
     }
 
     void AddReport() {
-        CLI::App* report = m_app.add_subcommand("report", "Write a report on a set as rich text");
-        AddOneProject(*report, "FILE.rtf");
+        CLI::App* report = m_app.add_subcommand("report", "Write a report on a set as rich text or PDF");
+        AddOneProject(*report, "FILE.rtf|FILE.pdf");
         CLI::Option* chosen = AddSets(*report);
         report->add_flag("--no-match", m_report.noMatch, "The search failure report, whatever was found")
             ->excludes(chosen)
@@ -257,8 +261,34 @@ class CommandLine {
         spec->callback([this] { m_todo = [this] { return RunExportSpec(m_arguments, m_report); }; });
     }
 
+    void AddConvert() {
+        CLI::App* convert =
+            m_app.add_subcommand("convert", "Turn a project into its other format, .prj or .json");
+        convert->add_option("PROJECT", m_arguments.files, "Project file")
+            ->required()
+            ->expected(1)
+            ->type_name("");
+        convert->add_option("-o", m_report.output, "File to write, ending with .prj or .json")
+            ->required()
+            ->type_name("FILE");
+        AddDatabase(*convert, m_arguments);
+        convert->callback([this] { m_todo = [this] { return RunConvert(m_arguments, m_report.output); }; });
+    }
+
+    void AddDescribe() {
+        CLI::App* describe = m_app.add_subcommand(
+            "describe", "List every member of a project: name, unit, range or codes, meaning");
+        describe
+            ->add_option("KIND", m_describe.kind,
+                         "Project, PowerSystem, Designer, Step or a kind of load [all]")
+            ->type_name("");
+        CLI::Option* json = describe->add_flag("--json", m_describe.json, "One JSON object a line");
+        describe->add_flag("--schema", m_describe.schema, "The JSON schema of JSON projects")->excludes(json);
+        describe->callback([this] { m_todo = [this] { return RunDescribe(m_describe); }; });
+    }
+
     void AddOneProject(CLI::App& command, const char* output) {
-        command.add_option("PROJECT.prj", m_arguments.files, "Project file")
+        command.add_option("PROJECT.prj", m_arguments.files, "Project file, .prj or .json")
             ->required()
             ->expected(1)
             ->type_name("");
@@ -308,6 +338,7 @@ class CommandLine {
     CLI::App m_app{"Sizes electric generator sets for a site and its load profile.", "genvara-cli"};
     ProjectArguments m_arguments;
     ReportArguments m_report;
+    DescribeArguments m_describe;
     ExplainArguments m_explain;
     std::string m_folder;
     std::string m_file;

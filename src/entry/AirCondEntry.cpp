@@ -2,12 +2,10 @@
 
 #include <algorithm>
 
-#include "CMtrLoad.h"
 #include "ErrorNumbers.h"
 #include "LoadKinds.h"
 #include "LoadMessages.h"
 #include "StringTable.h"
-#include "mdlConvert.h"
 
 namespace genvara {
 namespace {
@@ -32,11 +30,11 @@ constexpr std::array<SizeFailure, 6> kSizeFailures{
 double MostOf(std::int32_t method) {
     switch (method) {
         case aircond_entry::kBTU:
-            return HPToBTU(kMostMotorHP);
+            return aircond_limits::kBTU.greatest;
         case aircond_entry::kTonnage:
-            return HPToTons(kMostMotorHP);
+            return aircond_limits::kTonnage.greatest;
         default:
-            return kMostMotorHP;
+            return aircond_limits::kHP.greatest;
     }
 }
 

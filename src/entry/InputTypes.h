@@ -32,24 +32,12 @@ inline constexpr std::array<InputTypeRow, 4> kInputTypes{{{input_type::kSixPulse
     return HasInputTypes(phases) ? selected : input_type::kSinglePhase;
 }
 
-/// Least and most of a percentage.
-struct Percents {
-    std::int32_t least;
-    std::int32_t most;
-};
-
 /// A percentage's bounds for its field.
-[[nodiscard]] inline NumberBounds PercentBounds(const Percents& percents) {
+[[nodiscard]] inline NumberBounds PercentBounds(const Range<std::int32_t>& percents) {
     return {.least = static_cast<double>(percents.least),
-            .most = static_cast<double>(percents.most),
+            .most = static_cast<double>(percents.greatest),
             .whole = true,
             .unit = "%"};
 }
-
-// The bounds that the setters of `CUPSLoad` and `CVFDLoad` enforce.
-inline constexpr Percents kUPSLoading{50, 100};
-inline constexpr Percents kUPSCharging{0, 25};
-inline constexpr Percents kDriveEfficiency{70, 99};
-inline constexpr Percents kDriveKVALimit{100, 150};
 
 }  // namespace genvara

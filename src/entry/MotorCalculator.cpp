@@ -1,12 +1,13 @@
 #include "MotorCalculator.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <utility>
 
 #include "LanguageErrors.h"
+#include "MotorPower.h"
 #include "NumberText.h"
+#include "mdlConvert.h"
 #include "mdlUtility.h"
 
 namespace genvara {
@@ -19,20 +20,6 @@ constexpr double kRootOfThree = 1.73205;
 constexpr double kPerKilo = 1000.0;
 constexpr std::int32_t kNoIndex = -1;
 constexpr std::int32_t kSolidStateIndex = starting_method::kSolidState - 1;
-
-struct LetterBand {
-    double fromHP;
-    std::string_view letter;
-};
-
-/// Usual code letter by size, largest motors first; the first band that holds counts.
-constexpr std::array<LetterBand, 7> kLetterBands{
-    {{15.0, "F"}, {7.5, "G"}, {5.0, "H"}, {3.0, "J"}, {1.5, "K"}, {1.0, "L"}, {0.0, "M"}}};
-
-/// kW or kVA to W or VA.
-double FromKilo(double kilo) {
-    return Finite(kilo * kPerKilo, "MotorCalculator::StoreInLoad");
-}
 
 }  // namespace
 
@@ -205,40 +192,31 @@ void MotorCalculator::StoreInLoad(CMtrLoad& load, Field& current) const {
 
 /// The data entry block: the method, its inputs, and the running powers that follow.
 void MotorCalculator::StoreSize(CMtrLoad& load, Field& current) const {
-    const MotorConversions& motors = m_tables.conversions;
-    double kW = 0.0;
-    double kVA = 0.0;
     load.DataEntryMethod(m_fields.entryMethod);
     current = Field::Power;
-    const double power = m_numbers.Number(m_fields.txtPower);
+    double figure = m_numbers.Number(m_fields.txtPower);
     if (m_fields.entryMethod == motor_entry::kAmps) {
-        load.StartingAmps(power);
+        load.StartingAmps(figure);
         current = Field::RunAmps;
-        const double amperes = m_numbers.Number(m_fields.txtRunAmps);
-        load.RunningAmps(amperes);
-        kVA = KVAOfAmps(amperes);
-        kW = InterpolateXY(kVA, motors.MotorRunningKVA, motors.MotorRunningKW);
-    } else {
-        if (m_fields.entryMethod == motor_entry::kHorsepower) {
-            load.HP(power);
-            kW = InterpolateXY(power, motors.MotorHP, motors.MotorRunningKW);
-        } else {
-            kW = power;
-        }
-        kVA = InterpolateXY(kW, motors.MotorRunningKW, motors.MotorRunningKVA);
+        figure = m_numbers.Number(m_fields.txtRunAmps);
+        load.RunningAmps(figure);
+    } else if (m_fields.entryMethod == motor_entry::kHorsepower) {
+        load.HP(figure);
     }
+    const MotorPower running = RunningPowerOf({.method = m_fields.entryMethod,
+                                               .figure = figure,
+                                               .phases = m_fields.phases,
+                                               .volts = m_voltage,
+                                               .unit = RunningUnit::Kilowatts},
+                                              m_tables.conversions, "MotorCalculator::StoreInLoad");
     current = Field::Power;
-    load.RunningRealPower(FromKilo(kW));
-    load.RunningAppPower(FromKilo(kVA));
+    load.RunningRealPower(running.watts);
+    load.RunningAppPower(running.voltAmperes);
 }
 
 void MotorCalculator::SetDefaultCodeLetter(double hp) {
-    for (const LetterBand& band : kLetterBands) {
-        if (hp < band.fromHP) {
-            continue;
-        }
-        SelectLetter(band.letter);
-        return;
+    if (const std::string_view letter = UsualCodeLetter(hp); !letter.empty()) {
+        SelectLetter(letter);
     }
 }
 
@@ -352,8 +330,7 @@ std::optional<MotorCalculator::Size> MotorCalculator::EnteredSize() const {
 }
 
 double MotorCalculator::KVAOfAmps(double amperes) const {
-    const double factor = m_fields.phases == 0 ? 3.0 : 1.0;
-    return Finite(amperes * m_voltage * std::sqrt(factor) / kPerKilo, "MotorCalculator::KVAOfAmps");
+    return RunningKVAOfAmps(amperes, m_fields.phases, m_voltage, "MotorCalculator::KVAOfAmps");
 }
 
 double MotorCalculator::HorsepowerOfKVA(double runningKVA) const {
@@ -363,7 +340,8 @@ double MotorCalculator::HorsepowerOfKVA(double runningKVA) const {
 std::optional<std::int32_t> ParseCurrentLimit(std::string_view text, const EntryNumbers& numbers) {
     const std::optional<double> number = numbers.Read(text);
     const std::optional<std::int32_t> limit = number ? RoundToInteger(*number) : std::nullopt;
-    const bool within = limit && *limit >= kLeastCurrentLimit && *limit <= kMostCurrentLimit;
+    const bool within = limit && *limit >= motor_limits::kEnteredCurrentLimit.least &&
+                        *limit <= motor_limits::kEnteredCurrentLimit.greatest;
     return within ? limit : std::nullopt;
 }
 

@@ -131,12 +131,8 @@ class MotorCalculator {
     std::int32_t m_rememberedMethod = 0;
 };
 
-/// Bounds of a solid-state starter's limit [percent of running current].
-inline constexpr std::int32_t kLeastCurrentLimit = 100;
-inline constexpr std::int32_t kMostCurrentLimit = 600;
-
-/// The limit that a text stands for, a broken number rounded; nothing if it is no number or beyond the
-/// bounds.
+/// The limit of a solid-state starter that a text stands for, a broken number rounded; nothing if it is no
+/// number or out of `motor_limits::kEnteredCurrentLimit`.
 [[nodiscard]] std::optional<std::int32_t> ParseCurrentLimit(std::string_view text,
                                                             const EntryNumbers& numbers);
 

@@ -16,7 +16,7 @@ namespace genvara {
 inline constexpr std::array<std::int32_t, 3> kMotorPowerStrings{700, 701, 703};
 
 /// Largest starting apparent power [kVA].
-inline constexpr double kMostMotorStartingKVA = 25000.0;
+inline constexpr double kMostMotorStartingKVA = motor_limits::kStartingAppPower.greatest / 1000.0;
 
 /// The main quantity by entry method: horsepower, running kW or starting amps.
 [[nodiscard]] inline NumberBounds MotorPowerBounds(std::int32_t entryMethod) {
@@ -24,8 +24,8 @@ inline constexpr double kMostMotorStartingKVA = 25000.0;
         double most;
         const char* unit;
     };
-    constexpr std::array<Row, 3> kRows{{{kMostMotorHP, " HP"},
-                                        {kMostMotorRealPower / 1000.0, " kW"},
+    constexpr std::array<Row, 3> kRows{{{motor_limits::kHP.greatest, " HP"},
+                                        {motor_limits::kRunningRealPower.greatest / 1000.0, " kW"},
                                         {std::numeric_limits<double>::infinity(), " A"}}};
     const auto method = static_cast<std::size_t>(entryMethod);
     return {.name = std::string(StringTable::Text(kMotorPowerStrings[method])),

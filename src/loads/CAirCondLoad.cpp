@@ -11,9 +11,6 @@
 namespace genvara {
 namespace {
 
-/// Starting kVA of the largest compressor, 1000 hp at 5.3 kVA per horsepower [VA].
-constexpr double kMostStartingPower = 5300000.0;
-
 /// How a size input is refused.
 struct SizeRefusal {
     std::int32_t number;
@@ -70,20 +67,20 @@ void CAirCondLoad::DataEntryMethod(std::int32_t code) noexcept {
 }
 
 void CAirCondLoad::RunningRealPower(double watts) {
-    RequirePositive(watts, kMostMotorRealPower,
-                    {17, "Running real power out of range.", "CAirCondLoad::RunningRealPower"});
+    RequireRange(watts, motor_limits::kRunningRealPower,
+                 {17, "Running real power out of range.", "CAirCondLoad::RunningRealPower"});
     m_runningRealPower = watts;
 }
 
 void CAirCondLoad::RunningAppPower(double voltAmperes) {
-    RequirePositive(voltAmperes, kMostMotorApparentPower,
-                    {18, "Running apparent power (VA) out of range.", "CAirCondLoad::RunningAppPower"});
+    RequireRange(voltAmperes, motor_limits::kRunningAppPower,
+                 {18, "Running apparent power (VA) out of range.", "CAirCondLoad::RunningAppPower"});
     m_runningAppPower = voltAmperes;
 }
 
 void CAirCondLoad::StartingAppPower(double voltAmperes) {
-    RequirePositive(voltAmperes, kMostStartingPower,
-                    {18, "Starting apparent power (VA) out of range.", "CAirCondLoad::StartingAppPower"});
+    RequireRange(voltAmperes, aircond_limits::kStartingAppPower,
+                 {18, "Starting apparent power (VA) out of range.", "CAirCondLoad::StartingAppPower"});
     m_startingAppPower = voltAmperes;
 }
 

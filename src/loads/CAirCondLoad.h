@@ -12,6 +12,14 @@ inline constexpr std::int32_t kTonnage = 1;
 inline constexpr std::int32_t kHorsepower = 2;
 }  // namespace aircond_entry
 
+/// What the setters of an air conditioner take: what the largest motor comes to.
+namespace aircond_limits {
+inline constexpr PositiveRange kBTU{6250000.0};               // BTU/hr
+inline constexpr PositiveRange kTonnage{500.0};               // tons
+inline constexpr PositiveRange kHP = motor_limits::kHP;       // hp
+inline constexpr PositiveRange kStartingAppPower{5300000.0};  // VA, 1000 hp at 5.3 kVA per horsepower
+}  // namespace aircond_limits
+
 /// An air conditioner, treated as its compressor's motor. The class stores what the entry form or the
 /// project reader worked out.
 class CAirCondLoad final : public Load {

@@ -43,26 +43,26 @@ std::string CLightLoad::Summary() const {
 }
 
 void CLightLoad::RunningRealPower(double watts) {
-    RequireRange(watts, 0.0, kMostLinearPower,
+    RequireRange(watts, linear_limits::kRealPower,
                  {17, "Running real power out of range", "CLightLoad::RunningRealPower"});
     m_runningRealPower = watts;
 }
 
 void CLightLoad::RunningPowerFactor(double perUnit) {
-    RequireRange(perUnit, kLeastPowerFactor, kMostPowerFactor,
+    RequireRange(perUnit, linear_limits::kPowerFactor,
                  {16, "Running power factor out of range", "CLightLoad::RunningPowerFactor"});
     m_runningPowerFactor = perUnit;
 }
 
 // The starting pair raises under crossed texts: users of the messages know them so.
 void CLightLoad::StartingRealPower(double watts) {
-    RequireRange(watts, 0.0, kMostLinearPower,
+    RequireRange(watts, linear_limits::kRealPower,
                  {17, "Starting real power out of range", "CLightLoad::RunningRealPower"});
     m_startingRealPower = watts;
 }
 
 void CLightLoad::StartingPowerFactor(double perUnit) {
-    RequireRange(perUnit, kLeastPowerFactor, kMostPowerFactor,
+    RequireRange(perUnit, linear_limits::kPowerFactor,
                  {16, "Running power factor out of range", "CLightLoad::StartingPowerFactor"});
     m_startingPowerFactor = perUnit;
 }

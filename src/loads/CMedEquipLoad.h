@@ -4,6 +4,14 @@
 
 namespace genvara {
 
+/// What the entry form of medical imaging takes; the class takes anything.
+namespace medical_limits {
+inline constexpr PositiveRange kEnteredContVA{500000.0};      // VA
+inline constexpr PositiveRange kEnteredPeakVA{5000000.0};     // VA
+inline constexpr PositiveRange kEnteredPowerFactor{1.0};      // per unit
+inline constexpr Range<std::int32_t> kEnteredVoltDip{1, 99};  // percent, two digits
+}  // namespace medical_limits
+
 /// Medical imaging equipment: a continuous demand and, during an exposure, a short peak that takes the place
 /// of the starting figures. No setter checks its value: the ranges are the entry form's.
 class CMedEquipLoad final : public Load {

@@ -10,13 +10,13 @@ std::string CMiscLoad::Summary() const {
 }
 
 void CMiscLoad::RunningRealPower(double watts) {
-    RequireRange(watts, 0.0, kMostLinearPower,
+    RequireRange(watts, linear_limits::kRealPower,
                  {17, "Running real power out of range", "CMiscLoad::RunningRealPower"});
     m_runningRealPower = watts;
 }
 
 void CMiscLoad::RunningPowerFactor(double perUnit) {
-    RequireRange(perUnit, kLeastPowerFactor, kMostPowerFactor,
+    RequireRange(perUnit, linear_limits::kPowerFactor,
                  {16, "Running power factor out of range", "CMiscLoad::RunningPowerFactor"});
     m_runningPowerFactor = perUnit;
 }

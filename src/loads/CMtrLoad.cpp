@@ -12,8 +12,6 @@
 namespace genvara {
 namespace {
 
-constexpr double kMostStartingPower = 25000000.0;  // VA
-
 /// What a starting method reads as, and the share of the voltage that it leaves the motor.
 struct MethodTexts {
     std::int32_t code;
@@ -124,25 +122,25 @@ void CMtrLoad::DataEntryMethod(std::int32_t code) noexcept {
 }
 
 void CMtrLoad::HP(double horsepower) {
-    RequirePositive(horsepower, kMostMotorHP, {15, "Horsepower out of range.", "CMtrLoad::HP"});
+    RequireRange(horsepower, motor_limits::kHP, {15, "Horsepower out of range.", "CMtrLoad::HP"});
     m_hp = horsepower;
 }
 
 void CMtrLoad::RunningRealPower(double watts) {
-    RequirePositive(watts, kMostMotorRealPower,
-                    {17, "Running real power out of range.", "CMtrLoad::RunningRealPower"});
+    RequireRange(watts, motor_limits::kRunningRealPower,
+                 {17, "Running real power out of range.", "CMtrLoad::RunningRealPower"});
     m_runningRealPower = watts;
 }
 
 void CMtrLoad::RunningAppPower(double voltAmperes) {
-    RequirePositive(voltAmperes, kMostMotorApparentPower,
-                    {18, "Running apparent power (VA) out of range.", "CMtrLoad::RunningAppPower"});
+    RequireRange(voltAmperes, motor_limits::kRunningAppPower,
+                 {18, "Running apparent power (VA) out of range.", "CMtrLoad::RunningAppPower"});
     m_runningAppPower = voltAmperes;
 }
 
 void CMtrLoad::StartingAppPower(double voltAmperes) {
-    RequirePositive(voltAmperes, kMostStartingPower,
-                    {18, "Starting apparent power (VA) out of range.", "CMtrLoad::StartingAppPower"});
+    RequireRange(voltAmperes, motor_limits::kStartingAppPower,
+                 {18, "Starting apparent power (VA) out of range.", "CMtrLoad::StartingAppPower"});
     m_startingAppPower = voltAmperes;
 }
 

@@ -21,6 +21,17 @@ inline constexpr std::int32_t kWyeDelta = 5;
 inline constexpr std::int32_t kSolidState = 6;
 }  // namespace starting_method
 
+/// What the setters of a motor take; running powers up to those of the largest size.
+inline constexpr double kMostMotorHP = 1000.0;
+namespace motor_limits {
+inline constexpr PositiveRange kHP{kMostMotorHP};
+inline constexpr PositiveRange kRunningRealPower{798000.0};    // W
+inline constexpr PositiveRange kRunningAppPower{887000.0};     // VA
+inline constexpr PositiveRange kStartingAppPower{25000000.0};  // VA
+/// Current limit of a solid-state starter, percent of running current; kept by its dialog alone.
+inline constexpr Range<std::int32_t> kEnteredCurrentLimit{100, 600};
+}  // namespace motor_limits
+
 /// Value of a motor input that was not given.
 inline constexpr double kNotGiven = -10.0;
 
@@ -120,10 +131,5 @@ class CMtrLoad final : public Load {
     double m_startingPF = 0.0;
     std::int32_t m_solidStateCurrentLimit = 300;
 };
-
-/// Limits of a motor's running powers, those of 1000 hp.
-inline constexpr double kMostMotorHP = 1000.0;
-inline constexpr double kMostMotorRealPower = 798000.0;      // W
-inline constexpr double kMostMotorApparentPower = 887000.0;  // VA
 
 }  // namespace genvara

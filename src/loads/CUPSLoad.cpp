@@ -6,8 +6,6 @@
 namespace genvara {
 namespace {
 
-constexpr double kMostRating = 2500000.0;  // VA
-
 // Allowance of the families that follow the rating: efficiency, and battery charging on top.
 constexpr double kRatingEfficiency = 0.9;
 constexpr double kRatingCharging = 1.1;
@@ -25,17 +23,19 @@ std::string CUPSLoad::Summary() const {
 }
 
 void CUPSLoad::OutputRating(double voltAmperes) {
-    RequirePositive(voltAmperes, kMostRating, {22, "Output rating out of range.", "CUPSLoad::OutputRating"});
+    RequireRange(voltAmperes, ups_limits::kOutputRating,
+                 {22, "Output rating out of range.", "CUPSLoad::OutputRating"});
     m_outputRating = voltAmperes;
 }
 
 void CUPSLoad::Loading(std::int32_t percent) {
-    RequireRange(percent, 50, 100, {23, "Percent loading out of range.", "CUPSLoad::Loading"});
+    RequireRange(percent, ups_limits::kLoading, {23, "Percent loading out of range.", "CUPSLoad::Loading"});
     m_loading = percent;
 }
 
 void CUPSLoad::Charging(std::int32_t percent) {
-    RequireRange(percent, 0, 25, {24, "Percent battery charging out of range.", "CUPSLoad::Charging"});
+    RequireRange(percent, ups_limits::kCharging,
+                 {24, "Percent battery charging out of range.", "CUPSLoad::Charging"});
     m_charging = percent;
 }
 

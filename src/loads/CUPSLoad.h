@@ -20,6 +20,13 @@ inline constexpr std::int32_t kActive = 4;
 inline constexpr std::int32_t kSinglePhase = 5;
 }  // namespace input_type
 
+/// What the setters of a UPS take; the entry form shows and keeps the same.
+namespace ups_limits {
+inline constexpr PositiveRange kOutputRating{2500000.0};  // VA
+inline constexpr Range<std::int32_t> kLoading{50, 100};   // percent of the rating
+inline constexpr Range<std::int32_t> kCharging{0, 25};    // percent of the loading
+}  // namespace ups_limits
+
 /// An uninterruptible power supply, given by its output rating. It has no inrush of its own.
 class CUPSLoad final : public Load {
   public:

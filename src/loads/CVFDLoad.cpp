@@ -17,17 +17,19 @@ std::string CVFDLoad::Summary() const {
 }
 
 void CVFDLoad::MtrRating(double horsepower) {
-    RequirePositive(horsepower, kMostMotorHP, {25, "Motor rating out of range.", "CVFDLoad::MtrRating"});
+    RequireRange(horsepower, motor_limits::kHP, {25, "Motor rating out of range.", "CVFDLoad::MtrRating"});
     m_mtrRating = horsepower;
 }
 
 void CVFDLoad::Efficiency(std::int32_t percent) {
-    RequireRange(percent, 70, 99, {26, "Drive efficiency out of range.", "CVFDLoad::Efficiency"});
+    RequireRange(percent, drive_limits::kEfficiency,
+                 {26, "Drive efficiency out of range.", "CVFDLoad::Efficiency"});
     m_efficiency = percent;
 }
 
 void CVFDLoad::KVALimit(std::int32_t percent) {
-    RequireRange(percent, 100, 150, {27, "Run/Start KVA limit out of range.", "CVFDLoad::KVALimit"});
+    RequireRange(percent, drive_limits::kKVALimit,
+                 {27, "Run/Start KVA limit out of range.", "CVFDLoad::KVALimit"});
     m_kvaLimit = percent;
 }
 

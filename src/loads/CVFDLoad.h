@@ -6,6 +6,12 @@
 
 namespace genvara {
 
+/// What the setters of a drive take; the entry form shows and keeps the same.
+namespace drive_limits {
+inline constexpr Range<std::int32_t> kEfficiency{70, 99};  // percent
+inline constexpr Range<std::int32_t> kKVALimit{100, 150};  // percent of running kVA
+}  // namespace drive_limits
+
 /// A variable frequency drive with its motor.
 class CVFDLoad final : public Load {
   public:

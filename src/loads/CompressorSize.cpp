@@ -11,21 +11,16 @@ namespace {
 
 constexpr double kWattsPerKilowatt = 1000.0;
 
-/// Sets the size as it was entered; the horsepower that it stands for.
-double SetSize(CAirCondLoad& load, std::int32_t method, double size) {
-    load.DataEntryMethod(method);
-    switch (method) {
+double HorsepowerOf(const CAirCondLoad& load) {
+    switch (load.DataEntryMethod()) {
         case aircond_entry::kBTU:
-            load.BTU(size);
             // A size within its limit is one of at most 1000 hp, but 0.00016 is no binary fraction: the
             // largest size comes out one bit above, and the powers that follow from it would be out of range.
-            return std::min(BTUToHP(size), kMostMotorHP);
+            return std::min(BTUToHP(load.BTU()), motor_limits::kHP.greatest);
         case aircond_entry::kTonnage:
-            load.Tonnage(size);
-            return TonsToHP(size);
+            return TonsToHP(load.Tonnage());
         case aircond_entry::kHorsepower:
-            load.HP(size);
-            return size;
+            return load.HP();
         default:
             return 0.0;
     }
@@ -33,15 +28,33 @@ double SetSize(CAirCondLoad& load, std::int32_t method, double size) {
 
 }  // namespace
 
-void StoreCompressorSize(CAirCondLoad& load, std::int32_t method, double size,
-                         const MotorConversions& motors) {
-    const double horsepower = SetSize(load, method, size);
+void RebuildCompressorPowers(CAirCondLoad& load, const MotorConversions& motors) {
+    const double horsepower = HorsepowerOf(load);
     const double kW = InterpolateXY(horsepower, motors.MotorHP, motors.MotorRunningKW);
     const double kVA = InterpolateXY(kW, motors.MotorRunningKW, motors.MotorRunningKVA);
     load.RunningRealPower(kW * kWattsPerKilowatt);
     load.RunningAppPower(kVA * kWattsPerKilowatt);
     load.StartingAppPower(horsepower * LockedRotorKVAPerHP(horsepower) * kWattsPerKilowatt);
     load.StartingPF(InterpolateXY(horsepower, motors.MotorHP, motors.MotorStartPF));
+}
+
+void StoreCompressorSize(CAirCondLoad& load, std::int32_t method, double size,
+                         const MotorConversions& motors) {
+    load.DataEntryMethod(method);
+    switch (method) {
+        case aircond_entry::kBTU:
+            load.BTU(size);
+            break;
+        case aircond_entry::kTonnage:
+            load.Tonnage(size);
+            break;
+        case aircond_entry::kHorsepower:
+            load.HP(size);
+            break;
+        default:
+            break;
+    }
+    RebuildCompressorPowers(load, motors);
 }
 
 }  // namespace genvara

@@ -7,15 +7,17 @@
 
 #include "LanguageErrors.h"
 #include "NumberText.h"
+#include "RangeCheck.h"
 #include "mdlUtility.h"
 
 /// Figures that several kinds of load work out alike.
 namespace genvara {
 
-/// Limits of a load that is entered as real power and power factor.
-inline constexpr double kMostLinearPower = 2000000.0;  // W
-inline constexpr double kLeastPowerFactor = 0.6;
-inline constexpr double kMostPowerFactor = 1.0;
+/// What the setters take of a load that is entered as real power and power factor.
+namespace linear_limits {
+inline constexpr Range<double> kRealPower{0.0, 2000000.0};  // W
+inline constexpr Range<double> kPowerFactor{0.6, 1.0};      // per unit
+}  // namespace linear_limits
 
 /// Apparent power [VA] of a real power [W]; 0 for a power factor of 0.
 [[nodiscard]] inline double ApparentPower(double watts, double powerFactor, std::string_view member) {

@@ -6,17 +6,8 @@
 #include <cstddef>
 #include <utility>
 
-#include "RaisedError.h"
-
 namespace genvara {
 namespace {
-
-constexpr std::int32_t kQuantityError = 2;
-constexpr std::int32_t kLeastQuantity = 1;
-constexpr std::int32_t kMostQuantity = 256;
-
-constexpr std::int32_t kPhasesError = 7;
-constexpr std::int32_t kLastPhase = 3;
 
 /// Texts of the single-phase connection codes 1 to 3.
 constexpr std::array<std::string_view, 3> kPhaseTexts{"1 - A", "1 - B", "1 - C"};
@@ -32,16 +23,12 @@ void Load::Description(std::string text) {
 }
 
 void Load::Quantity(std::int32_t units) {
-    if (units < kLeastQuantity || units > kMostQuantity) {
-        throw RaisedError(kQuantityError, std::string(m_sources.quantity), "Load quantity out of range");
-    }
+    RequireRange(units, kLoadQuantity, {2, "Load quantity out of range", m_sources.quantity});
     m_quantity = units;
 }
 
 void Load::Phases(std::int32_t code) {
-    if (code < 0 || code > kLastPhase) {
-        throw RaisedError(kPhasesError, std::string(m_sources.phases), "Invalid number of phases");
-    }
+    RequireRange(code, kLoadPhases, {7, "Invalid number of phases", m_sources.phases});
     m_phases = code;
 }
 

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "RangeCheck.h"
+
 namespace genvara {
 
 /// Codes of the nine kinds of load: in project files, on the forms, and where a step asks for a kind.
@@ -20,6 +22,10 @@ inline constexpr std::int32_t kOffice = 6;
 inline constexpr std::int32_t kUPS = 7;
 inline constexpr std::int32_t kVFD = 8;
 }  // namespace load_type
+
+/// What every kind takes as a number of units, and as a connection code.
+inline constexpr Range<std::int32_t> kLoadQuantity{1, 256};
+inline constexpr Range<std::int32_t> kLoadPhases{0, 3};
 
 /// One line of a load step: a number of identical consumers that start together.
 ///

@@ -1,5 +1,8 @@
 #include "LoadFactory.h"
 
+#include <cstddef>
+#include <type_traits>
+
 #include "CAirCondLoad.h"
 #include "CBatChrgLoad.h"
 #include "CLightLoad.h"
@@ -11,30 +14,43 @@
 #include "CVFDLoad.h"
 
 namespace genvara {
+namespace {
+
+template <typename Kind>
+std::unique_ptr<Load> Make(const MotorConversions& motors) {
+    if constexpr (std::is_constructible_v<Kind, const MotorConversions&>) {
+        return std::make_unique<Kind>(motors);
+    } else {
+        return std::make_unique<Kind>();
+    }
+}
+
+constexpr std::array<LoadKindRow, 9> kKinds{{
+    {load_type::kAirConditioning, "AirConditioner", "CAirCondLoad", Make<CAirCondLoad>},
+    {load_type::kBatteryCharger, "BatteryCharger", "CBatChrgLoad", Make<CBatChrgLoad>},
+    {load_type::kLighting, "Lighting", "CLightLoad", Make<CLightLoad>},
+    {load_type::kMedicalImaging, "MedicalImaging", "CMedEquipLoad", Make<CMedEquipLoad>},
+    {load_type::kMiscellaneous, "Miscellaneous", "CMiscLoad", Make<CMiscLoad>},
+    {load_type::kMotor, "Motor", "CMtrLoad", Make<CMtrLoad>},
+    {load_type::kOffice, "Office", "COfficeLoad", Make<COfficeLoad>},
+    {load_type::kUPS, "UPS", "CUPSLoad", Make<CUPSLoad>},
+    {load_type::kVFD, "Drive", "CVFDLoad", Make<CVFDLoad>},
+}};
+
+}  // namespace
+
+std::span<const LoadKindRow> LoadKindRows() noexcept {
+    return kKinds;
+}
+
+const LoadKindRow* FindLoadKindRow(std::int32_t loadType) noexcept {
+    const bool known = loadType >= 0 && loadType < static_cast<std::int32_t>(kKinds.size());
+    return known ? &kKinds[static_cast<std::size_t>(loadType)] : nullptr;
+}
 
 std::unique_ptr<Load> MakeLoad(std::int32_t loadType, const MotorConversions& motors) {
-    switch (loadType) {
-        case load_type::kAirConditioning:
-            return std::make_unique<CAirCondLoad>();
-        case load_type::kBatteryCharger:
-            return std::make_unique<CBatChrgLoad>();
-        case load_type::kLighting:
-            return std::make_unique<CLightLoad>();
-        case load_type::kMedicalImaging:
-            return std::make_unique<CMedEquipLoad>();
-        case load_type::kMiscellaneous:
-            return std::make_unique<CMiscLoad>();
-        case load_type::kMotor:
-            return std::make_unique<CMtrLoad>();
-        case load_type::kOffice:
-            return std::make_unique<COfficeLoad>();
-        case load_type::kUPS:
-            return std::make_unique<CUPSLoad>();
-        case load_type::kVFD:
-            return std::make_unique<CVFDLoad>(motors);
-        default:
-            return nullptr;
-    }
+    const LoadKindRow* kind = FindLoadKindRow(loadType);
+    return kind != nullptr ? kind->make(motors) : nullptr;
 }
 
 }  // namespace genvara

@@ -17,9 +17,7 @@ namespace genvara {
 namespace {
 
 constexpr std::int32_t kLastLoadId = 256;
-constexpr std::int32_t kLowestDipOverride = 5;    // percent
-constexpr std::int32_t kHighestDipOverride = 35;  // percent
-constexpr std::int32_t kNoMedicalDip = 100;       // percent
+constexpr std::int32_t kNoMedicalDip = 100;  // percent
 constexpr std::int32_t kAutotransformerTap65 = 3;
 
 /// One unit's share of a figure on a phase: a balanced load puts a third on each.
@@ -121,7 +119,7 @@ void CLoadStep::Description(std::string text) {
 
 void CLoadStep::MaxVoltageDipOverride(std::int32_t percent) {
     RequireRange(
-        percent, kLowestDipOverride, kHighestDipOverride,
+        percent, kStepVoltageDip,
         {errors::FromBase(1), "Voltage dip override out of range.", "CLoadStep::MaxVoltageDipOverride"});
     m_maxVoltageDipOverride = percent;
 }

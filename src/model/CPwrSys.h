@@ -3,17 +3,9 @@
 #include <cstdint>
 
 #include "CDefaults.h"
+#include "SiteCodes.h"
 
 namespace genvara {
-
-/// Codes of the fuels.
-namespace fuel {
-inline constexpr std::int32_t kAny = 0;
-inline constexpr std::int32_t kDiesel = 1;
-inline constexpr std::int32_t kNaturalGas = 2;
-inline constexpr std::int32_t kLP = 3;
-inline constexpr std::int32_t kGasoline = 4;
-}  // namespace fuel
 
 /// Where the site is shown. Each member may raise; the others are then shown all the same.
 class PwrSysDisplay {
@@ -72,12 +64,11 @@ class CPwrSys {
     void AmbTemp(double celsius);
     [[nodiscard]] double AmbTemp() const noexcept { return m_ambTemp; }
 
-    /// Fuel code; any value.
+    /// Fuel code of `kFuels`; any value.
     void Fuel(std::int32_t code) noexcept { m_fuel = code; }
     [[nodiscard]] std::int32_t Fuel() const noexcept { return m_fuel; }
 
-    /// Alternator temperature rise and duty: 0 80 °C continuous, 1 105 °C prime, 2 125 °C prime,
-    /// 3 130 °C standby, 4 150 °C standby; any value.
+    /// Alternator temperature rise and duty, a code of `kRiseDuties`; any value.
     void RiseDutyCode(std::int32_t code) noexcept { m_riseDutyCode = code; }
     [[nodiscard]] std::int32_t RiseDutyCode() const noexcept { return m_riseDutyCode; }
 

@@ -1,309 +1,78 @@
 #include "LoadReader.h"
 
-#include <array>
-#include <cmath>
-#include <cstddef>
-#include <string>
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
 
-#include "CAirCondLoad.h"
-#include "CBatChrgLoad.h"
-#include "CLightLoad.h"
-#include "CMedEquipLoad.h"
-#include "CMiscLoad.h"
-#include "CMtrLoad.h"
-#include "COfficeLoad.h"
-#include "CUPSLoad.h"
-#include "CVFDLoad.h"
-#include "CompressorSize.h"
-#include "LanguageErrors.h"
-#include "ReadStatement.h"
-#include "mdlUtility.h"
+#include "LoadFactory.h"
+#include "MotorPower.h"
+#include "Properties.h"
 
 namespace genvara {
 namespace {
 
-constexpr double kWattsPerKilowatt = 1000.0;
-
-template <typename... Targets>
-void Require(ValueReader& reader, Targets&... targets) {
-    if (!ReadStatement(reader, targets...)) {
+template <typename Value>
+PropertyValue Require(std::optional<Value> value) {
+    if (!value) {
         throw UnreadStatement{};
     }
+    return PropertyValue(std::move(*value));
 }
 
-/// What every load's record begins with.
-struct CommonFields {
-    std::string name;
-    std::string description;
-    std::int32_t quantity = 0;
-    std::int32_t phases = 0;
-};
-
-CommonFields ReadCommon(ValueReader& reader) {
-    CommonFields common;
-    Require(reader, common.name, common.description, common.quantity, common.phases);
-    return common;
-}
-
-void SetCommon(Load& load, const CommonFields& common) {
-    load.name(common.name);
-    load.Description(common.description);
-    load.Quantity(common.quantity);
-    load.Phases(common.phases);
-}
-
-/// Running powers of a motor, in kW and kVA or in W and VA.
-struct RunningPower {
-    double real = 0.0;
-    double apparent = 0.0;
-};
-
-RunningPower PowerOfHorsepower(double horsepower, const MotorConversions& motors) {
-    const double kW = InterpolateXY(horsepower, motors.MotorHP, motors.MotorRunningKW);
-    return {.real = kW, .apparent = InterpolateXY(kW, motors.MotorRunningKW, motors.MotorRunningKVA)};
-}
-
-std::unique_ptr<Load> ReadAirCond(ValueReader& reader, const LoadContext& context) {
-    auto load = std::make_unique<CAirCondLoad>();
-    const CommonFields common = ReadCommon(reader);
-    std::int32_t method = 0;
-    double size = 0.0;
-    Require(reader, method, size);
-    SetCommon(*load, common);
-    StoreCompressorSize(*load, method, size, context.motors);
-    return load;
-}
-
-std::unique_ptr<Load> ReadCharger(ValueReader& reader, const LoadContext& /*context*/) {
-    auto load = std::make_unique<CBatChrgLoad>();
-    const CommonFields common = ReadCommon(reader);
-    double volts = 0.0;
-    double amperes = 0.0;
-    std::int32_t input = 0;
-    std::int32_t type = 0;
-    Require(reader, volts, amperes, input, type);
-    SetCommon(*load, common);
-    load->BatteryVoltage(volts);
-    load->ChargeCurrent(amperes);
-    load->ChargerInput(input);
-    load->ChargerType(type);
-    return load;
-}
-
-std::unique_ptr<Load> ReadLight(ValueReader& reader, const LoadContext& /*context*/) {
-    auto load = std::make_unique<CLightLoad>();
-    const CommonFields common = ReadCommon(reader);
-    std::int32_t lamp = 0;
-    std::int32_t ballastCode = 0;
-    double running = 0.0;
-    double runningPF = 0.0;
-    double starting = 0.0;
-    double startingPF = 0.0;
-    Require(reader, lamp, ballastCode, running, runningPF, starting, startingPF);
-    SetCommon(*load, common);
-    load->LightType(lamp);
-    load->Ballast(ballastCode);
-    load->RunningRealPower(running);
-    load->RunningPowerFactor(runningPF);
-    load->StartingRealPower(starting);
-    load->StartingPowerFactor(startingPF);
-    return load;
-}
-
-std::unique_ptr<Load> ReadMedical(ValueReader& reader, const LoadContext& /*context*/) {
-    auto load = std::make_unique<CMedEquipLoad>();
-    const CommonFields common = ReadCommon(reader);
-    double continuous = 0.0;
-    double peak = 0.0;
-    double continuousPF = 0.0;
-    double peakPF = 0.0;
-    Require(reader, continuous, peak, continuousPF, peakPF);
-    std::int32_t dip = 0;
-    std::int32_t input = 0;
-    Require(reader, dip, input);
-    SetCommon(*load, common);
-    load->ContVA(continuous);
-    load->PeakVA(peak);
-    load->ContPowerFactor(continuousPF);
-    load->PeakPowerFactor(peakPF);
-    load->MaxPeakDemandVoltDip(dip);
-    load->InputType(input);
-    return load;
-}
-
-std::unique_ptr<Load> ReadMisc(ValueReader& reader, const LoadContext& /*context*/) {
-    auto load = std::make_unique<CMiscLoad>();
-    const CommonFields common = ReadCommon(reader);
-    double running = 0.0;
-    double powerFactor = 0.0;
-    Require(reader, running, powerFactor);
-    SetCommon(*load, common);
-    load->RunningRealPower(running);
-    load->RunningPowerFactor(powerFactor);
-    return load;
-}
-
-/// Running power of a motor given by its running kW. The apparent power is looked up by watts and kept
-/// without a factor, as files of this format always reopened.
-RunningPower PowerOfRunningWatts(double watts, const MotorConversions& motors) {
-    return {.real = watts, .apparent = InterpolateXY(watts, motors.MotorRunningKW, motors.MotorRunningKVA)};
-}
-
-RunningPower PowerOfAmps(double amperes, std::int32_t phases, const LoadContext& context) {
-    const double factor = phases == 0 ? 3.0 : 1.0;
-    const double kVA = amperes * context.voltage * std::sqrt(factor) / kWattsPerKilowatt;
-    return {.real = InterpolateXY(kVA, context.motors.MotorRunningKVA, context.motors.MotorRunningKW),
-            .apparent = kVA};
-}
-
-/// Reads a motor's size and works out its running powers in W and VA. The size is set as soon as it is read;
-/// setting the method later clears the inputs of the other methods only.
-RunningPower ReadMotorSize(CMtrLoad& load, std::int32_t method, std::int32_t phases, ValueReader& reader,
-                           const LoadContext& context) {
-    const auto inWatts = [](const RunningPower& power) {
-        return RunningPower{.real = power.real * kWattsPerKilowatt,
-                            .apparent = power.apparent * kWattsPerKilowatt};
-    };
-    switch (method) {
-        case motor_entry::kHorsepower: {
-            double horsepower = 0.0;
-            Require(reader, horsepower);
-            load.HP(horsepower);
-            return inWatts(PowerOfHorsepower(horsepower, context.motors));
-        }
-        case motor_entry::kRunningKW: {
-            double watts = 0.0;
-            Require(reader, watts);
-            return PowerOfRunningWatts(watts, context.motors);
-        }
-        case motor_entry::kAmps: {
-            double running = 0.0;
-            double starting = 0.0;
-            Require(reader, running, starting);
-            load.RunningAmps(running);
-            load.StartingAmps(starting);
-            return inWatts(PowerOfAmps(running, phases, context));
-        }
-        default:
-            return {};
+PropertyValue Take(ValueReader& reader, PropertyType type) {
+    switch (type) {
+        case PropertyType::Real:
+            return Require(reader.TakeReal());
+        case PropertyType::Truth:
+            return Require(reader.TakeBoolean());
+        case PropertyType::Text:
+            return Require(reader.TakeText());
+        case PropertyType::Moment:
+            return Require(reader.TakeDate());
+        case PropertyType::Whole:
+        case PropertyType::Code:
+            break;
     }
+    return Require(reader.TakeInteger());
 }
 
-std::unique_ptr<Load> ReadMotor(ValueReader& reader, const LoadContext& context) {
-    auto load = std::make_unique<CMtrLoad>();
-    const CommonFields common = ReadCommon(reader);
-    std::int32_t method = 0;
-    std::string codeLetter;
-    std::int32_t startingMethod = 0;
-    bool startsLoaded = false;
-    bool firePump = false;
-    Require(reader, method, codeLetter, startingMethod, startsLoaded, firePump);
-    const RunningPower power = ReadMotorSize(*load, method, common.phases, reader, context);
-    double startingVA = 0.0;
-    double startingPF = 0.0;
-    std::int32_t currentLimit = 0;
-    Require(reader, startingVA, startingPF, currentLimit);
-    SetCommon(*load, common);
-    load->DataEntryMethod(method);
-    load->CodeLetter(codeLetter);
-    load->StartingMethod(startingMethod);
-    load->StartsLoaded(startsLoaded);
-    load->FirePump(firePump);
-    load->RunningRealPower(power.real);
-    load->RunningAppPower(power.apparent);
-    load->StartingAppPower(startingVA);
-    load->StartingPF(startingPF);
-    load->SolidStateCurrentLimit(currentLimit);
-    return load;
-}
+using Setting = std::pair<const Property<Load>*, PropertyValue>;
 
-std::unique_ptr<Load> ReadOffice(ValueReader& reader, const LoadContext& /*context*/) {
-    auto load = std::make_unique<COfficeLoad>();
-    const CommonFields common = ReadCommon(reader);
-    std::int32_t pcs = 0;
-    std::int32_t printers = 0;
-    std::int32_t faxes = 0;
-    std::int32_t copiers = 0;
-    Require(reader, pcs, printers, faxes, copiers);
-    SetCommon(*load, common);
-    load->NumPCs(pcs);
-    load->NumPrinters(printers);
-    load->NumFaxes(faxes);
-    load->NumCopiers(copiers);
-    return load;
-}
-
-std::unique_ptr<Load> ReadUPS(ValueReader& reader, const LoadContext& /*context*/) {
-    auto load = std::make_unique<CUPSLoad>();
-    const CommonFields common = ReadCommon(reader);
-    std::int32_t input = 0;
-    std::int32_t family = 0;
-    double rating = 0.0;
-    std::int32_t loading = 0;
-    std::int32_t charging = 0;
-    bool filter = false;
-    Require(reader, input, family, rating, loading, charging, filter);
-    SetCommon(*load, common);
-    load->InputType(input);
-    load->Family(family);
-    load->OutputRating(rating);
-    load->Loading(loading);
-    load->Charging(charging);
-    load->InputFilterInstalled(filter);
-    return load;
-}
-
-std::unique_ptr<Load> ReadVFD(ValueReader& reader, const LoadContext& context) {
-    auto load = std::make_unique<CVFDLoad>(context.motors);
-    const CommonFields common = ReadCommon(reader);
-    std::int32_t input = 0;
-    double rating = 0.0;
-    std::int32_t efficiency = 0;
-    std::int32_t kvaLimit = 0;
-    bool filter = false;
-    Require(reader, input, rating, efficiency, kvaLimit, filter);
-    SetCommon(*load, common);
-    load->InputType(input);
-    load->MtrRating(rating);
-    load->Efficiency(efficiency);
-    load->KVALimit(kvaLimit);
-    load->InputFilterInstalled(filter);
-    return load;
-}
-
-using KindReader = std::unique_ptr<Load> (*)(ValueReader&, const LoadContext&);
-
-struct Kind {
-    std::string_view className;
-    KindReader read;
-};
-
-/// By load type.
-constexpr std::array<Kind, 9> kKinds{{{"CAirCondLoad", ReadAirCond},
-                                      {"CBatChrgLoad", ReadCharger},
-                                      {"CLightLoad", ReadLight},
-                                      {"CMedEquipLoad", ReadMedical},
-                                      {"CMiscLoad", ReadMisc},
-                                      {"CMtrLoad", ReadMotor},
-                                      {"COfficeLoad", ReadOffice},
-                                      {"CUPSLoad", ReadUPS},
-                                      {"CVFDLoad", ReadVFD}}};
-
-const Kind* FindKind(std::int32_t loadType) noexcept {
-    const bool known = loadType >= 0 && loadType < static_cast<std::int32_t>(kKinds.size());
-    return known ? &kKinds[static_cast<std::size_t>(loadType)] : nullptr;
+/// The values of a load's records, those of its entry method alone.
+std::vector<Setting> ReadSettings(std::int32_t loadType, ValueReader& reader) {
+    std::vector<Setting> settings;
+    std::optional<std::int32_t> method;
+    for (const Property<Load>& property : LoadProperties(loadType)) {
+        if (property.facts.method && property.facts.method != method) {
+            continue;
+        }
+        settings.emplace_back(&property, Take(reader, property.facts.type));
+        if (property.facts.name == kEntryMethodName) {
+            method = std::get<std::int32_t>(settings.back().second);
+        }
+    }
+    const bool sized = std::ranges::any_of(
+        settings, [](const Setting& setting) { return setting.first->facts.method.has_value(); });
+    if (loadType == load_type::kAirConditioning && !sized) {
+        // One size stands there whatever the method.
+        (void)Take(reader, PropertyType::Real);
+    }
+    return settings;
 }
 
 }  // namespace
 
-std::string_view LoadClassName(std::int32_t loadType) noexcept {
-    const Kind* kind = FindKind(loadType);
-    return kind != nullptr ? kind->className : std::string_view{};
-}
-
 std::unique_ptr<Load> ReadLoad(std::int32_t loadType, ValueReader& reader, const LoadContext& context) {
-    const Kind* kind = FindKind(loadType);
-    return kind != nullptr ? kind->read(reader, context) : nullptr;
+    std::unique_ptr<Load> load = MakeLoad(loadType, context.motors);
+    if (load == nullptr) {
+        return nullptr;
+    }
+    for (const auto& [property, value] : ReadSettings(loadType, reader)) {
+        property->set(*load, value);
+    }
+    RebuildPowers(*load, context.voltage, context.motors);
+    return load;
 }
 
 }  // namespace genvara

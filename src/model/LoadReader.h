@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <string_view>
 
 #include "Load.h"
 #include "MotorConversions.h"
@@ -20,13 +19,11 @@ struct LoadContext {
     std::int32_t voltage = 0;  ///< line-to-line volts of the site
 };
 
-/// Class of a load type, as in "CMtrLoad"; empty for a type of no kind.
-[[nodiscard]] std::string_view LoadClassName(std::int32_t loadType) noexcept;
-
-/// Reads the records of one load behind its type and sets them in a new load of that kind.
+/// Reads the records of one load behind its type, all of them, and sets them in a new load of that kind.
 /// @return null for a type of no kind, of which nothing is read.
 /// @throws UnreadStatement at the first statement that cannot be read, RaisedError at the first setter that
-///         refuses its value; the load is then lost and its further values are still unread.
+///         refuses its value. The load is then lost; of a statement that cannot be read the further values
+///         are still unread.
 [[nodiscard]] std::unique_ptr<Load> ReadLoad(std::int32_t loadType, ValueReader& reader,
                                              const LoadContext& context);
 

@@ -9,31 +9,36 @@
 #include <string_view>
 
 #include "DateTime.h"
+#include "ProjectFormat.h"
 #include "ProjectModel.h"
 #include "ProjectSource.h"
 
-/// The project file: text in Windows-1252, records of delimited values, CR LF. The position of a value is
-/// its meaning.
+/// A project's file: JSON, or a `.prj`: text in Windows-1252, records of delimited values, CR LF. The
+/// position of a value is its meaning.
 namespace genvara {
 
 /// Something that the reader passed over.
 struct SkippedItem {
     std::int64_t line = 0;  ///< where it stands, from 1
-    std::string record;     ///< "power system A", "step 2", "load 3 of step 1 (CMtrLoad)", ...
-    std::string expected;   ///< what should have stood there
-    std::string found;      ///< what stood there
+    /// "power system A", "step 2", "load 3 of step 1 (CMtrLoad)", ...; in a JSON project a JSON pointer
+    std::string record;
+    std::string expected;  ///< what should have stood there
+    std::string found;     ///< what stood there
 };
 
 /// Told of what a reader does, in its order. Members may raise; the reader goes on.
 class ProjectReadObserver {
   public:
     virtual ~ProjectReadObserver() = default;
+    virtual void FormatFound(ProjectFormat /*format*/) {}
     virtual void ProjectRead() {}
     virtual void PowerSystemRead() {}
     virtual void StepsCleared() {}
     virtual void StepAdded(std::int32_t /*stepId*/) {}
     virtual void LoadAdded(std::int32_t /*stepNumber*/, std::int32_t /*loadId*/) {}
     virtual void Skipped(const SkippedItem& /*item*/) {}
+    /// The phases that a `.prj` states, which do not count: they follow the connection.
+    virtual void PhasesPassedOver(std::int32_t /*phases*/) {}
 };
 
 enum class ReadResult : std::uint8_t {
@@ -41,14 +46,18 @@ enum class ReadResult : std::uint8_t {
     Incompatible,  ///< no project of a compatible version; nothing was changed
 };
 
-/// Fills a model from a project file. What cannot be read is passed over, and the observer told.
-/// @throws RaisedError 53 for a missing file, else the system's number, from "frmMain::ReadProjectFile"; the
-///         model is then as before.
+/// Fills a model from a project file of either format. What of a `.prj` cannot be read is passed over, and
+/// the observer told; a JSON project with a fault is not read at all.
+/// @throws RaisedError 53 for a missing file, else the system's number, from "frmMain::ReadProjectFile",
+///         and as `ReadJsonProject`; the model is then as before.
 ReadResult ReadProjectFile(const std::filesystem::path& file, const ProjectModel& model,
                            ProjectReadObserver& observer);
 
-/// The same from any source.
+/// The same from any source that holds a `.prj`.
 ReadResult ReadProject(ByteSource& source, const ProjectModel& model, ProjectReadObserver& observer);
+
+/// Version of the file format, the only one that there is.
+inline constexpr std::int32_t kProjectFormat = 1;
 
 /// Version that a file's first record states: major, minor, revision of the program.
 using ProgramVersion = std::array<std::int32_t, 3>;
@@ -63,7 +72,7 @@ struct ProjectText {
 [[nodiscard]] ProjectText RenderProject(const ProjectView& project, const ProgramVersion& version,
                                         const DateTime& savedAt);
 
-/// Saves a model; the old file stays whole until the new one stands.
+/// Saves a model, in JSON if the file's name ends so; the old file stays whole until the new one stands.
 /// @param opened called once the file can be written and before anything of the model is fetched, to bring
 ///        the model up to date; a save that cannot be opened leaves the model as it was.
 /// @return the number of characters that the code page could not hold, each now a question mark.

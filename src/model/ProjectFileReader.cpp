@@ -2,10 +2,11 @@
 
 #include <memory>
 #include <optional>
-#include <string_view>
 #include <utility>
 
 #include "FailureRegion.h"
+#include "JsonProject.h"
+#include "LoadFactory.h"
 #include "LoadReader.h"
 #include "ProjectFile.h"
 #include "ReadStatement.h"
@@ -13,8 +14,6 @@
 
 namespace genvara {
 namespace {
-
-constexpr std::int32_t kFormatVersion = 1;
 
 /// Reads one project. Every step goes on whatever became of the one before; what was passed over is told.
 class ProjectReader {
@@ -45,7 +44,7 @@ class ProjectReader {
         // The version of the writing program plays no part.
         (void)ReadStatement(m_reader, major, minor, revision, format);
         m_reader.PassOverLongValues();
-        return format == kFormatVersion;
+        return format == kProjectFormat;
     }
 
     void ReadProjectRecord() {
@@ -102,6 +101,7 @@ class ProjectReader {
         Set(lineC, "power system C", [&] { site.MaxVoltageDip(maxVoltageDip); });
         site.RiseDutyCode(riseDuty);
         site.Voltage(voltage);
+        m_hooks.Run([this, phases] { m_observer->PhasesPassedOver(phases); });
         m_hooks.Run([this] { m_observer->PowerSystemRead(); });
     }
 
@@ -153,8 +153,8 @@ class ProjectReader {
         std::int32_t position = 0;  // the load belongs to the step whose loads are read
         std::int32_t loadType = 0;
         Read(record, position, loadType);
-        if (const std::string_view kind = LoadClassName(loadType); !kind.empty()) {
-            record += fmt::format(" ({})", kind);
+        if (const LoadKindRow* kind = FindLoadKindRow(loadType); kind != nullptr) {
+            record += fmt::format(" ({})", kind->className);
         }
         try {
             const LoadContext context{.motors = m_model->motors, .voltage = m_model->powerSystem.Voltage()};
@@ -232,7 +232,14 @@ ReadResult ReadProject(ByteSource& source, const ProjectModel& model, ProjectRea
 ReadResult ReadProjectFile(const std::filesystem::path& file, const ProjectModel& model,
                            ProjectReadObserver& observer) {
     FileSource source(file, "frmMain::ReadProjectFile");
-    return ReadProject(source, model, observer);
+    PeekedSource peeked(source);
+    const ProjectFormat format = FormatOf(peeked, file);
+    FailureRegion().Run([&] { observer.FormatFound(format); });
+    if (format == ProjectFormat::Json) {
+        ReadJsonProject(peeked, file.string(), model, observer);
+        return ReadResult::Done;
+    }
+    return ReadProject(peeked, model, observer);
 }
 
 }  // namespace genvara

@@ -1,28 +1,22 @@
 #include <fmt/format.h>
 
-#include <array>
+#include <algorithm>
+#include <string_view>
 #include <utility>
+#include <variant>
 
 #include "AtomicFile.h"
-#include "CAirCondLoad.h"
-#include "CBatChrgLoad.h"
-#include "CLightLoad.h"
-#include "CMedEquipLoad.h"
-#include "CMiscLoad.h"
-#include "CMtrLoad.h"
-#include "COfficeLoad.h"
-#include "CUPSLoad.h"
-#include "CVFDLoad.h"
 #include "CodePage.h"
+#include "JsonProject.h"
 #include "NumberText.h"
 #include "ProjectFile.h"
+#include "Properties.h"
 #include "RaisedError.h"
 
 namespace genvara {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::int32_t kFormatVersion = 1;
 
 /// Text of a project file in the making.
 class RecordWriter {
@@ -30,11 +24,20 @@ class RecordWriter {
     /// Writes one record.
     template <typename... Values>
     void Record(const Values&... values) {
-        std::string record;
-        ((record += Field(values), record += ','), ...);
-        record.pop_back();
-        m_text.bytes += record;
+        (Add(values), ...);
+        EndRecord();
+    }
+
+    // A record in the making.
+    template <typename Value>
+    void Add(const Value& value) {
+        m_text.bytes += m_separator;
+        m_text.bytes += Field(value);
+        m_separator = ",";
+    }
+    void EndRecord() {
         m_text.bytes += kLineEnd;
+        m_separator = "";
     }
 
     [[nodiscard]] ProjectText Release() { return std::move(m_text); }
@@ -53,104 +56,42 @@ class RecordWriter {
     }
 
     ProjectText m_text;
+    std::string_view m_separator;
 };
 
-void WriteAirCond(RecordWriter& file, const CAirCondLoad& load) {
-    switch (load.DataEntryMethod()) {
-        case aircond_entry::kBTU:
-            file.Record(load.DataEntryMethod(), load.BTU());
-            break;
-        case aircond_entry::kTonnage:
-            file.Record(load.DataEntryMethod(), load.Tonnage());
-            break;
-        case aircond_entry::kHorsepower:
-            file.Record(load.DataEntryMethod(), load.HP());
-            break;
-        default:
-            break;
+/// An air conditioner whose entry method is none of the three has nothing of its kind in the file.
+bool IsWritten(const Property<Load>& property, const Load& load) {
+    if (load.LoadType() == load_type::kAirConditioning && property.facts.name == kEntryMethodName) {
+        const auto code = std::get<std::int32_t>(property.get(load));
+        return std::ranges::any_of(property.facts.codes,
+                                   [code](const CodeName& name) { return name.Code() == code; });
     }
+    return Exists(property, load);
 }
 
-void WriteCharger(RecordWriter& file, const CBatChrgLoad& load) {
-    file.Record(load.BatteryVoltage(), load.ChargeCurrent(), load.ChargerInput(), load.ChargerType());
-}
-
-void WriteLight(RecordWriter& file, const CLightLoad& load) {
-    file.Record(load.LightType(), load.Ballast(), load.RunningRealPower(), load.RunningPowerFactor(),
-                load.StartingRealPower(), load.StartingPowerFactor());
-}
-
-void WriteMedical(RecordWriter& file, const CMedEquipLoad& load) {
-    file.Record(load.ContVA(), load.PeakVA(), load.ContPowerFactor(), load.PeakPowerFactor());
-    file.Record(load.MaxPeakDemandVoltDip(), load.InputType());
-}
-
-void WriteMisc(RecordWriter& file, const CMiscLoad& load) {
-    file.Record(load.RunningRealPower(), load.RunningPowerFactor());
-}
-
-void WriteMotor(RecordWriter& file, const CMtrLoad& load) {
-    file.Record(load.DataEntryMethod(), load.CodeLetter(), load.StartingMethod(), load.StartsLoaded(),
-                load.FirePump());
-    switch (load.DataEntryMethod()) {
-        case motor_entry::kHorsepower:
-            file.Record(load.HP());
-            break;
-        case motor_entry::kRunningKW:
-            file.Record(load.RunningRealPower());
-            break;
-        case motor_entry::kAmps:
-            file.Record(load.RunningAmps(), load.StartingAmps());
-            break;
-        default:
-            break;
-    }
-    file.Record(load.StartingAppPower(), load.StartingPF(), load.SolidStateCurrentLimit());
-}
-
-void WriteOffice(RecordWriter& file, const COfficeLoad& load) {
-    file.Record(load.NumPCs(), load.NumPrinters(), load.NumFaxes(), load.NumCopiers());
-}
-
-void WriteUPS(RecordWriter& file, const CUPSLoad& load) {
-    file.Record(load.InputType(), load.Family(), load.OutputRating(), load.Loading(), load.Charging(),
-                load.InputFilterInstalled());
-}
-
-void WriteVFD(RecordWriter& file, const CVFDLoad& load) {
-    file.Record(load.InputType(), load.MtrRating(), load.Efficiency(), load.KVALimit(),
-                load.InputFilterInstalled());
-}
-
-/// The writer of a kind, for a load that says to be of it.
-template <typename Kind, void (*Write)(RecordWriter&, const Kind&)>
-void WriteKind(RecordWriter& file, const Load& load) {
-    if (const auto* kind = dynamic_cast<const Kind*>(&load)) {
-        Write(file, *kind);
-    }
-}
-
-/// By load type.
-constexpr std::array<void (*)(RecordWriter&, const Load&), 9> kKindWriters{
-    WriteKind<CAirCondLoad, WriteAirCond>, WriteKind<CBatChrgLoad, WriteCharger>,
-    WriteKind<CLightLoad, WriteLight>,     WriteKind<CMedEquipLoad, WriteMedical>,
-    WriteKind<CMiscLoad, WriteMisc>,       WriteKind<CMtrLoad, WriteMotor>,
-    WriteKind<COfficeLoad, WriteOffice>,   WriteKind<CUPSLoad, WriteUPS>,
-    WriteKind<CVFDLoad, WriteVFD>};
-
+/// The records of a load: one for all kinds, then the kind's own. One without a value is left out.
 void WriteLoad(RecordWriter& file, std::int32_t stepNumber, const Load& load) {
-    file.Record(stepNumber, load.LoadType(), load.name(), load.Description(), load.Quantity(), load.Phases());
-    const auto type = static_cast<std::size_t>(load.LoadType());
-    if (load.LoadType() >= 0 && type < kKindWriters.size()) {
-        kKindWriters[type](file, load);
+    file.Add(stepNumber);
+    file.Add(load.LoadType());
+    std::int32_t record = 0;
+    for (const Property<Load>& property : LoadProperties(load.LoadType())) {
+        if (!IsWritten(property, load)) {
+            continue;
+        }
+        if (property.facts.record != record) {
+            record = property.facts.record;
+            file.EndRecord();
+        }
+        std::visit([&file](const auto& value) { file.Add(value); }, property.get(load));
     }
+    file.EndRecord();
 }
 
 void WriteHead(RecordWriter& file, const ProjectView& view, const ProgramVersion& version,
                const DateTime& savedAt) {
     const CProject& project = view.project;
     const CPwrSys& site = view.powerSystem;
-    file.Record(version[0], version[1], version[2], kFormatVersion);
+    file.Record(version[0], version[1], version[2], kProjectFormat);
     file.Record(project.Created(), project.Customer(), project.Description(), savedAt, project.ProjName(),
                 project.UserName());
     file.Record(site.Altitude(), site.AmbTemp(), site.ConnectCode(), site.Freq(), site.Fuel(),
@@ -188,7 +129,9 @@ std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectVie
         if (opened) {
             opened();
         }
-        const ProjectText text = RenderProject(project, version, clock());
+        const ProjectText text = FormatOfName(file) == ProjectFormat::Json
+                                     ? ProjectText{.bytes = RenderJsonProject(project, clock())}
+                                     : RenderProject(project, version, clock());
         target.Write(text.bytes);
         target.Commit();
         return text.lostCharacters;

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace genvara {
 
@@ -37,6 +38,22 @@ class FileSource final : public ByteSource {
 
   private:
     int m_descriptor = -1;
+};
+
+/// The bytes of another source, whose first ones can be looked at before they are read.
+class PeekedSource final : public ByteSource {
+  public:
+    /// The other source outlives this one.
+    explicit PeekedSource(ByteSource& source);
+
+    /// The first byte that is no blank, if it stands near the beginning; 0 otherwise.
+    [[nodiscard]] char FirstMark() const noexcept;
+    [[nodiscard]] std::size_t Read(std::span<char> buffer) override;
+
+  private:
+    ByteSource* m_source;
+    std::vector<char> m_head;
+    std::size_t m_next = 0;
 };
 
 /// Bytes that lie in memory and outlive the source.

@@ -1,21 +1,19 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <cmath>
 
 #include "CReports.h"
 #include "LanguageErrors.h"
 #include "NumberText.h"
 #include "RaisedError.h"
 #include "RichTextDocument.h"
+#include "SiteCodes.h"
 
 namespace genvara {
 
 using namespace rich_text;
 
 namespace {
-
-constexpr std::int32_t kWyeConnection = 1;
 
 constexpr std::array<TabStop, 5> kSiteStops{
     {{2966, kRightTab}, {3067, kLeftTab}, {4320, kLeftTab}, {6307, kDecimalTab}, {6480, kLeftTab}}};
@@ -73,7 +71,7 @@ std::string CReports::SizingReport(const Form& form) const {
 void CReports::WriteSite(const ReportWriter& report) const {
     report.TabStops(kSiteStops);
     report.Body("Times New Roman", 12);
-    const double neutral = m_data.LLVoltage / (m_data.ConnCode == kWyeConnection ? std::sqrt(3.0) : 2.0);
+    const double neutral = m_data.LLVoltage / TreatmentOf(m_data.ConnCode).neutralDivisor;
     report.Row("LN / LL Voltage\t",
                fmt::format("{}/{}\tvolts\t", RenderFixed(neutral, 0), RenderFixed(m_data.LLVoltage, 0)));
     report.Row("Altitude\t\t", fmt::format("{}\t{}\r\n", RenderFixed(m_data.Altitude, 0),

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <string_view>
@@ -20,30 +19,18 @@ namespace {
 constexpr std::string_view kSource = "ExportSpec";
 constexpr std::size_t kPieceSize = 65536;  // bytes
 
-constexpr std::int32_t kWyeConnection = 1;
-constexpr std::int32_t kDeltaConnection = 2;
-
-/// Temperature rise by code.
-constexpr std::array<std::string_view, 5> kRises{"80", "105", "125", "130", "150"};
-
 std::string OrNone(const std::string& text) {
     return text.empty() ? "<none>" : text;
 }
 
 std::string VoltageText(const CPwrSys& site) {
-    const double neutral = site.Voltage() / (site.ConnectCode() == kWyeConnection ? std::sqrt(3.0) : 2.0);
+    const double neutral = site.Voltage() / TreatmentOf(site.ConnectCode()).neutralDivisor;
     return RenderFixed(neutral, 0) + "/" + RenderFixed(site.Voltage(), 0);
 }
 
-std::string PhaseText(const CPwrSys& site) {
-    const bool threePhase = site.ConnectCode() == kWyeConnection || site.ConnectCode() == kDeltaConnection;
-    return threePhase ? "3" : "1";
-}
-
 std::string RiseText(const CPwrSys& site) {
-    const std::int32_t code = site.RiseDutyCode();
-    const bool known = code >= 0 && code < static_cast<std::int32_t>(kRises.size());
-    return std::string(known ? kRises[static_cast<std::size_t>(code)] : "Unknown");
+    const RiseDutyRow* rise = FindRow(kRiseDuties, site.RiseDutyCode());
+    return rise != nullptr ? std::to_string(rise->degrees) : "Unknown";
 }
 
 /// A file that is closed with its owner.
@@ -92,14 +79,15 @@ EncodedText SpecText(std::string before, const CReports& reports, const CProject
         std::string_view key;
         std::string value;
     };
-    const std::array<Entry, 8> entries{{{"Project", "projectname", OrNone(project.ProjName())},
-                                        {"Fuel", "fuel", OrNone(reports.FuelType())},
-                                        {"Model No", "model", OrNone(reports.ModelNum())},
-                                        {"Alternator", "alternator", OrNone(reports.AlternatorNum())},
-                                        {"Voltage", "voltage", VoltageText(site)},
-                                        {"Frequency", "frequency", RenderFixed(site.Freq(), 0)},
-                                        {"Phase", "phase", PhaseText(site)},
-                                        {"Rise", "rise", RiseText(site)}}};
+    const std::array<Entry, 8> entries{
+        {{"Project", "projectname", OrNone(project.ProjName())},
+         {"Fuel", "fuel", OrNone(reports.FuelType())},
+         {"Model No", "model", OrNone(reports.ModelNum())},
+         {"Alternator", "alternator", OrNone(reports.AlternatorNum())},
+         {"Voltage", "voltage", VoltageText(site)},
+         {"Frequency", "frequency", RenderFixed(site.Freq(), 0)},
+         {"Phase", "phase", std::string(TreatmentOf(site.ConnectCode()).exportedPhases)},
+         {"Rise", "rise", RiseText(site)}}};
     EncodedText content{.bytes = std::move(before)};
     for (const Entry& entry : entries) {
         const EncodedText value = EncodeText(OneLine(entry.value));

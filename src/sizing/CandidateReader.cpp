@@ -38,7 +38,7 @@ AlternatorOnSite AlternatorAt(const AlternatorData& alternator, const SiteRequir
     AlternatorOnSite placed{.position = position};
     placed.hasDistortion = site.distortionValid && alternator.BasekW > 0.0 && alternator.BaseVolts > 0.0;
     if (placed.hasDistortion) {
-        const bool fixed = site.connectCode == kFixedScalingConnection;
+        const bool fixed = TreatmentOf(site.connectCode).distortion == DistortionModel::FixedScaling;
         placed.generatorPower = site.gensets * alternator.BasekW;
         placed.generatorImpedance =
             ScaleReactance(alternator.SubtransReact, alternator.BaseVolts, site.voltage, fixed);

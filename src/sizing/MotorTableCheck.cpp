@@ -51,12 +51,12 @@ class EndsCheck {
 
     void CheckLargestMotor() {
         const double kW = At(kMostMotorHP, m_tables->MotorHP, m_tables->MotorRunningKW);
-        if (kW * kWattsPerKilowatt > kMostMotorRealPower) {
+        if (kW * kWattsPerKilowatt > motor_limits::kRunningRealPower.greatest) {
             Last("RunningKW",
                  fmt::format("takes 1000 hp to {} kW, above the 798 of a motor", RenderFixed(kW, 3)));
         }
         const double kVA = At(kW, m_tables->MotorRunningKW, m_tables->MotorRunningKVA);
-        if (kVA * kWattsPerKilowatt > kMostMotorApparentPower) {
+        if (kVA * kWattsPerKilowatt > motor_limits::kRunningAppPower.greatest) {
             Last("RunningKVA",
                  fmt::format("takes 1000 hp to {} kVA, above the 887 of a motor", RenderFixed(kVA, 3)));
         }
@@ -69,12 +69,12 @@ class EndsCheck {
     /// A motor that was saved by its running kW is looked up by its watts, far beyond the table.
     void CheckReopenedMotors() {
         const double voltAmperes =
-            At(kMostMotorRealPower, m_tables->MotorRunningKW, m_tables->MotorRunningKVA);
-        if (voltAmperes < kMostMotorRealPower) {
+            At(motor_limits::kRunningRealPower.greatest, m_tables->MotorRunningKW, m_tables->MotorRunningKVA);
+        if (voltAmperes < motor_limits::kRunningRealPower.greatest) {
             Last("RunningKVA",
                  "rises less than RunningKW: a motor that is saved by its kW would reopen with less kVA than "
                  "kW");
-        } else if (voltAmperes > kMostMotorApparentPower) {
+        } else if (voltAmperes > motor_limits::kRunningAppPower.greatest) {
             Last(
                 "RunningKVA",
                 fmt::format("rises so steeply that a motor saved with 798 kW would reopen with {} kVA, above "

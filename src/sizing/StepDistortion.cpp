@@ -7,7 +7,6 @@
 namespace genvara {
 namespace {
 
-constexpr std::int32_t kWyeConnection = 1;
 /// Line-to-line volts up to which an alternator's windings are in parallel.
 constexpr double kLowVoltage = 240.0;
 
@@ -29,10 +28,6 @@ double Square(double value) {
 }
 
 }  // namespace
-
-bool HasDistortionModel(std::int32_t connectCode) noexcept {
-    return connectCode == kFixedScalingConnection || connectCode == kWyeConnection;
-}
 
 std::int32_t VoltageConnectionFactor(double volts) noexcept {
     return volts > kLowVoltage ? 1 : 2;

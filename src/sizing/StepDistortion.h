@@ -10,12 +10,6 @@
 
 namespace genvara {
 
-/// Winding connection that takes a fixed scaling of the reactance: delta with 120/240 V.
-inline constexpr std::int32_t kFixedScalingConnection = 2;
-
-/// Whether distortion is worked out for a connection: the two three-phase ones.
-[[nodiscard]] bool HasDistortionModel(std::int32_t connectCode) noexcept;
-
 /// 1 above 240 V, where an alternator's windings are in series, otherwise 2.
 [[nodiscard]] std::int32_t VoltageConnectionFactor(double volts) noexcept;
 

@@ -67,11 +67,18 @@ TEST(Conversions, FollowTheTrade) {
 }
 
 TEST(LockedRotorKVAPerHP, TakesTheFirstBandThatHolds) {
-    const std::pair<double, double> cases[] = {{1000, 5.3}, {15, 5.3}, {14.99, 5.95}, {7.5, 5.95},
-                                               {5, 6.7},    {3, 7.55}, {1.5, 8.5},    {1, 9.5},
-                                               {0.5, 10.6}, {0, 10.6}, {-0.5, 0}};
-    for (const auto& [hp, kva] : cases) {
-        EXPECT_EQ(LockedRotorKVAPerHP(hp), kva) << hp;
+    struct Case {
+        double hp;
+        double kVAPerHP;
+        std::string_view letter;
+    };
+    for (const Case& row :
+         {Case{1000, 5.3, "F"}, Case{15, 5.3, "F"}, Case{14.99, 5.95, "G"}, Case{7.5, 5.95, "G"},
+          Case{7.49, 6.7, "H"}, Case{5, 6.7, "H"}, Case{4.99, 7.55, "J"}, Case{3, 7.55, "J"},
+          Case{2.99, 8.5, "K"}, Case{1.5, 8.5, "K"}, Case{1.49, 9.5, "L"}, Case{1, 9.5, "L"},
+          Case{0.99, 10.6, "M"}, Case{0, 10.6, "M"}, Case{-0.01, 0, ""}}) {
+        EXPECT_EQ(LockedRotorKVAPerHP(row.hp), row.kVAPerHP) << row.hp;
+        EXPECT_EQ(UsualCodeLetter(row.hp), row.letter) << row.hp;
     }
 }
 

@@ -222,6 +222,23 @@ class Console(unittest.TestCase):
         error = self.error(self.project(HEAD.format(connection=99) + "0\r\n"), status=3)
         self.assertIn("99", error["Description"])
 
+    def test_a_limit_without_distortion_figures_is_told(self):
+        for connection, volts, told in ((1, 480, False), (2, 240, False), (3, 240, True), (4, 240, True),
+                                        (6, 240, True)):
+            head = HEAD.format(connection=connection).replace(",480\r\n", f",{volts}\r\n")
+            load = PUMPS.replace(",1,0\r\n", ",1,1\r\n")
+            for enabled in (False, True):
+                limited = head.replace("15,#FALSE#", "15,#TRUE#") if enabled else head
+                file = self.project(limited + STEP + load)
+                done = self.size(file)
+                self.assertEqual(done.returncode, 0, done.stderr)
+                self.assertEqual("no distortion figures for this connection\n" in done.stdout, told)
+                warning = (f"{file}: warning: no distortion figures for this connection; the limit of 15 % was not "
+                           "tested.\n")
+                self.assertEqual(done.stderr, warning if told and enabled else "")
+                done = self.run_program("report", file, "--db", self.database, "-o", self.folder / "a.rtf")
+                self.assertEqual(done.stderr, warning if told and enabled else "")
+
     def test_an_empty_profile_is_not_sized(self):
         for text in ("0\r\n", '1\r\n"Step 1",15\r\n0\r\n'):
             error = self.error(self.project(HEAD.format(connection=1) + text), status=4)
@@ -404,6 +421,68 @@ class Console(unittest.TestCase):
         self.assertEqual(file.read_bytes().replace(b"\r\n", b"\n"), printed.encode())
         self.assertIn("Generator Set Sizing", printed)
 
+    def test_a_pdf_needs_no_display_and_is_reproduced_byte_for_byte(self):
+        pages = []
+        for number, (zone, desktop) in enumerate((("UTC", {}), ("IST-5:30", {
+                "DISPLAY": ":987", "QT_QPA_PLATFORM": "xcb", "QT_QPA_PLATFORMTHEME": "gtk3", "QT_SCALE_FACTOR": "2",
+                "QT_FONT_DPI": "200"}))):
+            file = self.folder / f"farm{number}.PDF"
+            environment = {key: value for key, value in os.environ.items() if key != "DISPLAY"}
+            done = self.run_program("report", SOURCE / "samples/farm.prj", "--db", self.database, "--type", "summary",
+                                    "--now", "2026-01-02 03:04:05", "-o", file,
+                                    env={**environment, **desktop, "TZ": zone})
+            self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
+            pages.append(file.read_bytes())
+        self.assertTrue(pages[0].startswith(b"%PDF-"))
+        self.assertIn(b"/CreationDate (D:20260102030405Z)", pages[0])
+        self.assertEqual(pages[0], pages[1])
+        self.assertTrue(self.report("farm", "-o", "-").stdout.startswith("{\\rtf1"), "standard output has no name")
+
+    def alone(self, helper=None):
+        """The console program in a folder of its own, with a script beside it in the helper's place."""
+        folder = pathlib.Path(tempfile.mkdtemp(dir=self.folder))
+        shutil.copy(PROGRAM, folder / "genvara-cli")
+        if helper is not None:
+            (folder / "genvara-pdf").write_text(f"#!/bin/sh\n{helper}\n")
+            (folder / "genvara-pdf").chmod(0o755)
+        return folder
+
+    def test_a_pdf_without_its_helper_is_refused_in_words(self):
+        for helper, reason in ((None, "is missing"), ("cat >/dev/null; echo part; exit 1", "genvara-pdf failed"),
+                               ("exit 0", "genvara-pdf failed"), ("kill -9 $$", "genvara-pdf failed")):
+            folder = self.alone(helper)
+            (folder / "r.pdf").write_text("old")
+            done = subprocess.run([folder / "genvara-cli", "report", SOURCE / "samples/hospital.prj", "--type", "summary",
+                                   "--db", self.database, "-o", folder / "r.pdf"], capture_output=True, text=True)
+            self.assertEqual((done.returncode, done.stdout), (4, ""), helper)
+            self.assertEqual(len(done.stderr.splitlines()), 1, done.stderr)
+            self.assertIn(reason, done.stderr)
+            self.assertEqual((folder / "r.pdf").read_text(), "old")
+
+    def test_the_helper_gets_the_report_and_the_projects_name(self):
+        folder = self.alone('cat > "$(dirname "$0")/text"; printf "%s|" "$@" > "$(dirname "$0")/words"; echo made')
+        done = subprocess.run([folder / "genvara-cli", "report", SOURCE / "samples/farm.prj", "--now",
+                               "2026-01-02 03:04:05", "--db", self.database, "-o", folder / "r.pdf"],
+                              capture_output=True, text=True)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertEqual((folder / "r.pdf").read_text(), "made\n")
+        self.assertEqual((folder / "words").read_text(),
+                         "--name=Osgood grain dryer|--created=2026-01-02 03:04:05|")
+        self.assertEqual((folder / "text").read_text(),
+                         self.report("farm", "--now", "2026-01-02 03:04:05", "-o", "-").stdout)
+
+    def test_the_helper_tells_what_it_cannot_do(self):
+        helper = PROGRAM.parent / "genvara-pdf"
+        for arguments, text, status in ((["--created", "soon"], "{\\rtf1 a}", 2), (["stray"], "{\\rtf1 a}", 2),
+                                        ([], "plain", 3), ([], "", 3)):
+            done = subprocess.run([helper, *arguments], input=text, capture_output=True, text=True)
+            self.assertEqual((done.returncode, done.stdout), (status, ""), arguments)
+            self.assertEqual(len(done.stderr.splitlines()), 1, done.stderr)
+        with open("/dev/full", "wb") as full:
+            done = subprocess.run([helper], input=b"{\\rtf1 a}", stdout=full, stderr=subprocess.PIPE)
+        self.assertEqual(done.returncode, 3)
+        self.assertIn("--name", subprocess.run([helper, "--help"], capture_output=True, text=True).stdout)
+
     def test_without_a_set_the_report_is_the_first_or_the_search_failure(self):
         self.assertIn("Search Failure Report", self.report("quarry", "-o", "-").stdout)
         self.assertIn("Search Failure Report", self.report("hospital", "--no-match", "-o", "-").stdout)
@@ -472,7 +551,7 @@ class Console(unittest.TestCase):
 
     def test_an_ending_that_denies_what_the_file_holds_is_refused(self):
         sample = SOURCE / "samples/farm.prj"
-        rows = (("report", [sample], "rich text", ".rtf", ("x.pdf", "x.PDF", "x.docx", "x.txt", "a.b.html", "x.gvx")),
+        rows = (("report", [sample], "a report", ".rtf", ("x.png", "x.PNG", "x.docx", "x.txt", "a.b.html", "x.gvx")),
                 ("export-spec", [sample], "a profile file", ".gvx", ("x.pdf", "x.rtf", "x.Prj")))
         for command, arguments, meaning, ending, names in rows:
             place = self.folder / f"{command}-endings"

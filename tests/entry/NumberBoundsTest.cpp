@@ -17,12 +17,12 @@ TEST(NumberBounds, StandBehindTheirField) {
     EXPECT_EQ(BoundsNote(LinearPowerBounds(), kPoint), "( 0 - 2000 kW )");
     EXPECT_EQ(BoundsNote(LinearFactorBounds(), kPoint), "( 0.60 - 1.00 )");
     EXPECT_EQ(BoundsNote(LinearFactorBounds(), kComma), "( 0,60 - 1,00 )");
-    EXPECT_EQ(BoundsNote(PercentBounds(kUPSLoading), kPoint), "( 50% - 100% )");
+    EXPECT_EQ(BoundsNote(PercentBounds(ups_limits::kLoading), kPoint), "( 50% - 100% )");
     EXPECT_EQ(BoundsNote({.least = 1, .most = 16}, kPoint), "( 1 - 16 )");
 }
 
 TEST(NumberBounds, SayWhatTheyWant) {
-    EXPECT_EQ(WantedText(PercentBounds(kUPSCharging), kPoint), "Enter 0 to 25 %.");
+    EXPECT_EQ(WantedText(PercentBounds(ups_limits::kCharging), kPoint), "Enter 0 to 25 %.");
     EXPECT_EQ(WantedText(LinearFactorBounds(), kComma), "Enter 0,60 to 1,00.");
     EXPECT_EQ(WantedText({.most = 1000, .above = true, .unit = " HP"}, kPoint),
               "Enter a number above 0, up to 1000 HP.");

@@ -32,6 +32,7 @@ class Commands(unittest.TestCase):
         # A program folder of its own, with a catalogue beside the program.
         (self.folder / "bin").mkdir()
         shutil.copy2(PROGRAM, self.folder / "bin/genvara-cli")
+        shutil.copy2(PROGRAM.with_name("genvara-pdf"), self.folder / "bin/genvara-pdf")
         self.run_shell("genvara-cli catalog build catalog -o bin/Genvara.db")
 
     def run_shell(self, text):

@@ -107,6 +107,10 @@ def installed_files(root):
 def check_console(root):
     out = run(root / "usr/bin/genvara-cli", "size", "--json", SOURCE / "samples/farm.prj")
     expect(json.loads(out)["ChosenSets"], "the installed program recommends nothing for the farm")
+    pdf = root / "farm.pdf"
+    run(root / "usr/bin/genvara-cli", "report", SOURCE / "samples/farm.prj", "-o", pdf)
+    expect(pdf.read_bytes().startswith(b"%PDF-"), "the installed program makes no PDF file")
+    pdf.unlink()
 
 
 def check_window(root, home):

@@ -137,9 +137,125 @@ TEST(RichText, KeepsTheTextStateAndClearsTheParagraphState) {
     RcgInsertText(document, "y");
     EXPECT_THAT(
         Finish(document),
-        EndsWith(
-            "\\sectd\\qc\\f0\\fs40\\b\\i T\\par\r\n\\ql\\tx907\\tqr\\tx1627\\tqdec\\tx2520\\f1\\fs24\\b0 "
-            "x\\par\r\n\\pard\\i0 y}"));
+        EndsWith("\\sectd\\qc\\keepn\\f0\\fs40\\b\\i T\\par\r\n\\ql\\tx907\\tqr\\tx1627\\tqdec\\tx2520"
+                 "\\pard\\keep\\ql\\tx907\\tqr\\tx1627\\tqdec\\tx2520\\f1\\fs24\\b0 x\\par\r\n"
+                 "\\pard\\keep\\i0 y}"));
+}
+
+/// A table of steps as reports have it.
+class RichTextPages : public testing::Test {
+  protected:
+    static std::int32_t NewTable() {
+        const std::int32_t document = Begin();
+        RcgTextFont(document, "Times New Roman", 10, kBold, kOff);
+        return document;
+    }
+    void Bold(const std::string& text) {
+        RcgTextFont(m_document, "", 0, kBold, kOn);
+        RcgInsertText(m_document, text);
+        RcgTextFont(m_document, "", 0, kBold, kOff);
+    }
+    void Plain(const std::string& text) { RcgInsertText(m_document, text); }
+    void Heading(const std::string& text) {
+        RcgTextFont(m_document, "Arial", 14, kBold | kItalic, kOn);
+        Plain(text + "\r\n\r\n");
+        RcgTextFont(m_document, "Times New Roman", 10, kBold | kItalic, kOff);
+    }
+    /// 2 lines for each load and 4 more, with a gap behind them.
+    void Step(int loads) {
+        Bold("Step\r\n");
+        for (int i = 0; i < loads; ++i) {
+            Plain("   Load\r\n\t1\t2.00\r\n");
+        }
+        Plain("____\r\nStep Totals\t2.00\r\nCum. Totals\t2.00\r\n\r\n");
+    }
+
+    /// The lines, those that stay with the next one marked by a plus.
+    [[nodiscard]] std::string Lines() {
+        const std::string rich = Finish(m_document);
+        std::string lines;
+        bool isKept = false;
+        for (std::size_t from = rich.find("\\sectd") + 6;
+             rich.find("\\par\r\n", from) != std::string::npos;) {
+            const std::size_t to = rich.find("\\par\r\n", from);
+            const std::string line = rich.substr(from, to - from);
+            isKept = line.rfind("\\keepn") != std::string::npos ||
+                     (isKept && line.find("\\pard") == std::string::npos);
+            lines += ShownText("}}" + line) + (isKept ? "+|" : "|");
+            from = to + 6;
+        }
+        return lines;
+    }
+
+    std::int32_t m_document = NewTable();
+};
+
+TEST_F(RichTextPages, KeepRuleAndHeadingWithWhatFollowsThem) {
+    Plain("Before\r\n");
+    Bold("____\r\n");
+    Heading("Heading");
+    Bold("Label\t");
+    Plain("value\r\n\r\n");
+    Bold("Second\t");
+    Plain("value\r\n");
+    Bold("____\r\n");
+    Heading("Next");
+    Plain("text\r\n");
+    EXPECT_EQ(Lines(), "Before|____+|Heading+|+|Label\tvalue+|+|Second\tvalue|____+|Next+|+|text|");
+}
+
+TEST_F(RichTextPages, KeepEachStepInOnePieceWithItsTotals) {
+    Step(1);
+    Step(2);
+    Plain("____\r\nGrand Totals\r\n\r\n\r\n*Note\r\n");
+    EXPECT_EQ(Lines(),
+              "Step+|   Load+|\t1\t2.00+|____+|Step Totals\t2.00+|Cum. Totals\t2.00||"
+              "Step+|   Load+|\t1\t2.00+|   Load+|\t1\t2.00+|____+|Step Totals\t2.00+|Cum. Totals\t2.00||"
+              "____+|Grand Totals+|+|+|*Note|");
+}
+
+TEST_F(RichTextPages, MayEndBehindALoadOfALongStep) {
+    // 36 paragraphs are kept: 2 a load, the heading, 3 of totals and the gap; so 15 loads are, and 16 are
+    // not.
+    Step(15);
+    std::string step = "Step+|";
+    for (int i = 0; i < 15; ++i) {
+        step += "   Load+|\t1\t2.00+|";
+    }
+    EXPECT_EQ(Lines(), step + "____+|Step Totals\t2.00+|Cum. Totals\t2.00||");
+    m_document = NewTable();
+    Step(16);
+    step = "Step+|";
+    for (int i = 1; i < 16; ++i) {
+        step += "   Load+|\t1\t2.00|";
+    }
+    EXPECT_EQ(Lines(), step + "   Load+|\t1\t2.00+|____+|Step Totals\t2.00+|Cum. Totals\t2.00||");
+}
+
+TEST_F(RichTextPages, KeepATorqueWithItsMotorInALongStep) {
+    Bold("Step\r\n");
+    for (int i = 0; i < 40; ++i) {
+        Plain("   Pump\r\n   Torque\r\n\t1\r\n");
+    }
+    const std::string lines = Lines();
+    EXPECT_TRUE(lines.starts_with("Step+|   Pump+|   Torque+|\t1|   Pump+|   Torque+|\t1|")) << lines;
+}
+
+TEST_F(RichTextPages, LeaveAlignmentStopsAndLettersAsTheyAre) {
+    RcgParaFlags(m_document, kCentred);
+    RcgParaFlags(m_document, kLeftAligned);
+    RcgParaTabStop(m_document, kRightTab, 2966, kNoLeader);
+    Step(0);
+    RcgResetParaProp(m_document);
+    RcgParaTabStop(m_document, kLeftTab, 907, kNoLeader);
+    Step(0);
+    EXPECT_THAT(Finish(m_document),
+                EndsWith("\\sectd\\f1\\fs20\\qc\\ql\\tqr\\tx2966\\keepn\\b Step\\par\r\n"
+                         "\\b0 ____\\par\r\nStep Totals\\tab 2.00\\par\r\n"
+                         "\\pard\\keep\\ql\\tqr\\tx2966 Cum. Totals\\tab 2.00\\par\r\n\\par\r\n"
+                         "\\pard\\keep\\tx907\\keepn\\b Step\\par\r\n"
+                         "\\b0 ____\\par\r\nStep Totals\\tab 2.00\\par\r\n"
+                         "\\pard\\keep\\tx907 Cum. Totals\\tab 2.00\\par\r\n\\par\r\n}"));
 }
 
 TEST(RichText, TakesTextOnlyInsideTheSectionAndNothingFromADeadHandle) {

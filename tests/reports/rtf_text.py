@@ -72,6 +72,23 @@ def paragraphs(data):
     return result
 
 
+def kept(data):
+    """For each paragraph whether a page may not end behind it, and whether its lines stay together."""
+    with_next = together = False
+    result = []
+    for match in TOKEN.finditer(data):
+        word = match.group(1)
+        if word == b"pard":
+            with_next = together = False
+        elif word == b"keepn":
+            with_next = True
+        elif word == b"keep":
+            together = True
+        elif word == b"par":
+            result.append((with_next, together))
+    return result
+
+
 def lines(data):
     """The plain text, a line a paragraph."""
     return ["".join(text for _, text in runs) for _, runs in paragraphs(data)]

@@ -21,6 +21,7 @@ WORD = re.compile(r'<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="
 SAME_LINE = 3.0    # points between the feet of two words of one line
 SAME_COLUMN = 2.0  # points between a heading and what stands under it
 RIGHT_EDGE = 612 - 54  # points: Letter, less the margin
+LOWER_EDGE = 792 - 36
 
 # Families as wide as the two of the reports, letter by letter.
 FONTS = {"Arial": ("Arial", "Liberation Sans", "Arimo", "Nimbus Sans", "Helvetica"),
@@ -33,21 +34,28 @@ START_SECONDS, CONVERSION_SECONDS = 120, 600
 WIDEST = b"100.0%/100.0%/100.0%"
 
 
-def visual_lines(pdf):
-    """The lines on the pages from top to bottom, each as its words with their left and right edges."""
+def visual_pages(pdf):
+    """For each page its lines from top to bottom, each as its words with their left and right edges. What stands in
+    the lower margin is the page's, and none of them."""
     text = subprocess.run(["pdftotext", "-bbox", pdf, "-"], check=True, capture_output=True, text=True).stdout
-    pages = text.split("<page ")[1:]
-    lines = []
-    for page in pages:
+    pages = []
+    for page in text.split("<page ")[1:]:
         words = sorted((float(foot), float(left), float(right), html.unescape(word))
-                       for left, _, right, foot, word in WORD.findall(page))
-        last = None
+                       for left, _, right, foot, word in WORD.findall(page) if float(foot) < LOWER_EDGE + 1)
+        lines, last = [], None
         for foot, left, right, word in words:
             if last is None or foot - last > SAME_LINE:
                 lines.append([])
                 last = foot
             lines[-1].append((left, right, word))
-    return len(pages), [sorted(line) for line in lines]
+        pages.append([sorted(line) for line in lines])
+    return pages
+
+
+def visual_lines(pdf):
+    """The number of pages, and the lines of all of them."""
+    pages = visual_pages(pdf)
+    return len(pages), [line for page in pages for line in page]
 
 
 def without_blanks(text):

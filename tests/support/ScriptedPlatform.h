@@ -38,6 +38,8 @@ class ScriptedPlatform final : public PlatformServices {
     bool helpFails = false;
     bool printFails = false;
     bool startFails = false;
+    std::optional<PrintSetup> printSetup;  ///< what the user chooses for printing; nothing cancels
+    PrintSetup offered;                    ///< what he was last offered for it
     bool clipboardHoldsText = true;
     std::vector<Asked> asked;
     std::vector<RaisedError> ends;  ///< failures that would have ended the process
@@ -85,13 +87,16 @@ class ScriptedPlatform final : public PlatformServices {
         asked.push_back({.what = "folder", .file = {.title = title, .initialFolder = start}});
         return NextFile();
     }
-    void Print(QWidget* /*owner*/, const std::string& title,
+    void Print(QWidget* /*owner*/, const std::string& title, PrintSetup& setup,
                const std::function<void(QPrinter&)>& paint) override;
-    void SetUpPrinter(QWidget* /*owner*/) override {
-        asked.push_back({.what = "setup"});
+    std::optional<PrintSetup> SetUpPrinter(QWidget* /*owner*/, const PrintSetup& setup,
+                                           bool metric) override {
+        asked.push_back({.what = "setup", .text = metric ? "mm" : "inches"});
+        offered = setup;
         if (printFails) {
             throw RaisedError(482, "Printer", "Printer error");
         }
+        return printSetup;
     }
     void NewMail(const std::string& attachment) override {
         asked.push_back({.what = "mail", .text = attachment});

@@ -67,7 +67,7 @@ void frmLightLoad::LampClicked(std::int32_t lightType) {
     m_runPFLabel->setEnabled(hasBallast);
     m_runPF->setEnabled(hasBallast);
     if (!hasBallast) {
-        m_runPF->Content(Numbers().Fixed(kMostPowerFactor, 2));
+        m_runPF->Content(Numbers().Fixed(linear_limits::kPowerFactor.greatest, 2));
     }
 }
 

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "ChoiceBox.h"
+#include "InputTypes.h"
 #include "LastChance.h"
 #include "MedEntry.h"
 #include "Texts.h"
@@ -62,10 +63,10 @@ void frmMedLoad::AddDip() {
          .name = "txtMaxVoltDip",
          .caption = "Max. Voltage Dip @ Peak Demand  (%)",
          .digits = kDipDigits,
-         .bounds = {.least = kLeastMedVoltDip, .most = kMostMedVoltDip, .whole = true, .unit = "%"},
+         .bounds = PercentBounds(medical_limits::kEnteredVoltDip),
          .printsBounds = false},
         key_filters::DigitsUpTo(kMostDipDigits), "updMaxVoltDip",
-        {.least = kLeastMedVoltDip, .most = kMostMedVoltDip});
+        {.least = medical_limits::kEnteredVoltDip.least, .most = medical_limits::kEnteredVoltDip.greatest});
     m_maxVoltDip = dip.field;
     connect(dip.arrows, &UpDown::Stepped, this, Event([this](std::int32_t value) { DipStepped(value); }));
     m_warning = new QLabel("WARNING: Voltage dip during peak demand effects image quality.");

@@ -19,7 +19,7 @@ frmMiscLoad::frmMiscLoad(const LoadFormServices& services) : LoadFormOf(load_typ
 }
 
 void frmMiscLoad::SetDefaults() {
-    m_pF->Content(Numbers().Fixed(kMostPowerFactor, 2));
+    m_pF->Content(Numbers().Fixed(linear_limits::kPowerFactor.greatest, 2));
 }
 
 void frmMiscLoad::ShowKind(const CMiscLoad& load) {

@@ -28,8 +28,8 @@ frmSSCurrentLimit::frmSSCurrentLimit(QWidget* owner, PlatformServices& platform)
     SetDigits(*m_limit, kLimitDigits);
     m_limit->Filter(key_filters::Digits());
     m_limit->Bounds({.name = FromQt(tr("Starting current")),
-                     .least = kLeastCurrentLimit,
-                     .most = kMostCurrentLimit,
+                     .least = motor_limits::kEnteredCurrentLimit.least,
+                     .most = motor_limits::kEnteredCurrentLimit.greatest,
                      .unit = "%"});
     m_limit->CheckBeforeLeaving([this] { return IsBad(); });
     auto* column = new QVBoxLayout(this);

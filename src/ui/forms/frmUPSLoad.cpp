@@ -44,25 +44,28 @@ void frmUPSLoad::AddFigures() {
                          .name = "txtRating",
                          .caption = Caption(strings::kRating),
                          .digits = kRatingDigits,
-                         .bounds = {.least = 1, .most = 2500, .whole = true, .unit = " kVA"},
+                         .bounds = {.least = 1,
+                                    .most = ups_limits::kOutputRating.greatest / 1000.0,
+                                    .whole = true,
+                                    .unit = " kVA"},
                          .noteName = "lblRatingUnits"},
                         key_filters::NonZeroDigits(), false);
     m_loading = AddSpinner({.labelName = "lblLoading",
                             .name = "txtLoading",
                             .caption = Caption(strings::kLoading),
                             .digits = 3,
-                            .bounds = PercentBounds(kUPSLoading),
+                            .bounds = PercentBounds(ups_limits::kLoading),
                             .noteName = "lblLoadingUnits"},
                            key_filters::UpTo(3, key_filters::NonZeroDigits()), "updLoading",
-                           {.least = kUPSLoading.least, .most = kUPSLoading.most});
+                           {.least = ups_limits::kLoading.least, .most = ups_limits::kLoading.greatest});
     m_charging = AddSpinner({.labelName = "lblCharging",
                              .name = "txtCharging",
                              .caption = Caption(strings::kCharging),
                              .digits = 3,
-                             .bounds = PercentBounds(kUPSCharging),
+                             .bounds = PercentBounds(ups_limits::kCharging),
                              .noteName = "lblChargingUnits"},
                             key_filters::DigitsUpTo(2), "updCharging",
-                            {.least = kUPSCharging.least, .most = kUPSCharging.most});
+                            {.least = ups_limits::kCharging.least, .most = ups_limits::kCharging.greatest});
     m_input = AddInputTypes(Fields(), Caption(strings::kType), Caption(strings::kFilter));
 }
 

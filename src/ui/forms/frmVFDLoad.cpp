@@ -17,25 +17,27 @@ frmVFDLoad::frmVFDLoad(const LoadFormServices& services) : LoadFormOf(load_type:
                               .name = "txtMtrRating",
                               .caption = "Motor Rating",
                               .digits = kRatingDigits,
-                              .bounds = {.most = kMostMotorHP, .above = true, .unit = " HP"},
+                              .bounds = {.most = motor_limits::kHP.greatest, .above = true, .unit = " HP"},
                               .noteName = "lblMtrRatingUnits"},
                              key_filters::Numeric(), false);
-    m_efficiency = AddSpinner({.labelName = "lbEff",
-                               .name = "txtEff",
-                               .caption = "Efficiency",
-                               .digits = 3,
-                               .bounds = PercentBounds(kDriveEfficiency),
-                               .noteName = "lblEffUnits"},
-                              key_filters::UpTo(2, key_filters::NonZeroDigits()), "updEff",
-                              {.least = kDriveEfficiency.least, .most = kDriveEfficiency.most});
-    m_kvaLimit = AddSpinner({.labelName = "lblStartKVALimit",
-                             .name = "txtStartKVALimit",
-                             .caption = "Start kVA Limit",
-                             .digits = 3,
-                             .bounds = PercentBounds(kDriveKVALimit),
-                             .noteName = "lblStartKVALimitUnits"},
-                            key_filters::UpTo(3, key_filters::Numeric()), "updStartKVALimit",
-                            {.least = kDriveKVALimit.least, .most = kDriveKVALimit.most});
+    m_efficiency =
+        AddSpinner({.labelName = "lbEff",
+                    .name = "txtEff",
+                    .caption = "Efficiency",
+                    .digits = 3,
+                    .bounds = PercentBounds(drive_limits::kEfficiency),
+                    .noteName = "lblEffUnits"},
+                   key_filters::UpTo(2, key_filters::NonZeroDigits()), "updEff",
+                   {.least = drive_limits::kEfficiency.least, .most = drive_limits::kEfficiency.greatest});
+    m_kvaLimit =
+        AddSpinner({.labelName = "lblStartKVALimit",
+                    .name = "txtStartKVALimit",
+                    .caption = "Start kVA Limit",
+                    .digits = 3,
+                    .bounds = PercentBounds(drive_limits::kKVALimit),
+                    .noteName = "lblStartKVALimitUnits"},
+                   key_filters::UpTo(3, key_filters::Numeric()), "updStartKVALimit",
+                   {.least = drive_limits::kKVALimit.least, .most = drive_limits::kKVALimit.greatest});
     m_input = AddInputTypes(Fields(), "VFD Type", "Input Filtering Installed");
     connect(&Phases(), &OptionFrame::Clicked, this,
             Event([this](std::int32_t code) { PhasesClicked(code); }));

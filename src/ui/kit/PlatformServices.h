@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "PrintSetup.h"
 #include "RaisedError.h"
 
 class QPrinter;
@@ -37,9 +38,10 @@ struct Message {
 struct FileRequest {
     std::string title;
     std::string initialName{};
-    std::string initialFolder{};     ///< empty for wherever the desktop begins
-    std::string defaultExtension{};  ///< with its point; added to a name without any
-    std::string filter{};            ///< "Name (*.x)|*.x|All Files (*.*)|*.*", the first one chosen
+    std::string initialFolder{};       ///< empty for wherever the desktop begins
+    std::string defaultExtension{};    ///< with its point; added to a name without any
+    std::string filter{};              ///< "Name (*.x)|*.x|All Files (*.*)|*.*", the first one chosen
+    bool asksBeforeReplacing = false;  ///< a file that is there
 };
 
 /// What the windows ask of the desktop. The one real implementation talks to it; tests answer from a script
@@ -53,7 +55,7 @@ class PlatformServices {
     /// An existing file to read.
     /// @throws RaisedError 32755 if the user cancels, as all file dialogs.
     virtual std::string OpenFileName(QWidget* owner, const FileRequest& request) = 0;
-    /// A file to write. Nobody is asked before an existing one is replaced.
+    /// A file to write.
     /// @throws RaisedError 32755 if the user cancels.
     virtual std::string SaveFileName(QWidget* owner, const FileRequest& request) = 0;
     /// A folder; empty if the user cancels.
@@ -61,11 +63,14 @@ class PlatformServices {
                                         const std::string& start) = 0;
 
     /// Lets the user choose a printer and prints; nothing if he cancels.
+    /// @param setup what the user is offered; what he chooses in its place is there before anything is
+    /// painted.
     /// @throws RaisedError 482 "Printer error" if the printer does not take the pages.
-    virtual void Print(QWidget* owner, const std::string& title,
+    virtual void Print(QWidget* owner, const std::string& title, PrintSetup& setup,
                        const std::function<void(QPrinter&)>& paint) = 0;
-    /// Lets the user set paper and printer up for the next print.
-    virtual void SetUpPrinter(QWidget* owner) = 0;
+    /// Lets the user choose printer, paper and margins; nothing if he cancels.
+    /// @param metric whether lengths are shown in millimetres, or in inches.
+    virtual std::optional<PrintSetup> SetUpPrinter(QWidget* owner, const PrintSetup& setup, bool metric) = 0;
 
     /// Opens a new mail with a file attached, for the user to complete.
     /// @throws RaisedError 429 if no mail program can be started.

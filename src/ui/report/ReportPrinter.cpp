@@ -1,34 +1,21 @@
 #include "ReportPrinter.h"
 
 #include <QPageLayout>
-#include <QPainter>
 #include <QPrinter>
 #include <algorithm>
 #include <utility>
 
+#include "ReportSheets.h"
+
 namespace genvara {
 namespace {
-
-constexpr double kTwipsPerPoint = 20.0;
-constexpr double kTwipsPerInch = 1440.0;
-
-QPageLayout PaperOf(const RichPage& page) {
-    const QSizeF points(page.width / kTwipsPerPoint, page.height / kTwipsPerPoint);
-    // A page size is always upright; a page that is wider than high is one that lies on its side.
-    const bool isWide = points.width() > points.height();
-    const QPageSize size(isWide ? points.transposed() : points, QPageSize::Point, {}, QPageSize::FuzzyMatch);
-    QPageLayout paper(size, isWide ? QPageLayout::Landscape : QPageLayout::Portrait, {});
-    // The margins are the report's; the printer shall add none of its own.
-    paper.setMode(QPageLayout::FullPageMode);
-    return paper;
-}
 
 /// Gives a printer the report's paper, and back what its user had set up.
 class PaperChange {
   public:
-    PaperChange(QPrinter& printer, const RichPage& page)
+    PaperChange(QPrinter& printer, const RichPage& paper)
         : m_printer(printer), m_before(printer.pageLayout()), m_wasFullPage(printer.fullPage()) {
-        m_printer.setPageLayout(PaperOf(page));
+        m_printer.setPageLayout(SheetOf(paper));
         m_printer.setFullPage(true);
     }
     ~PaperChange() {
@@ -56,29 +43,12 @@ std::pair<int, int> PagesOf(const ReportLayout& layout, const QPrinter& printer)
     return {from, std::clamp(printer.toPage() - 1, from, last)};
 }
 
-bool PrintPages(const ReportLayout& layout, QPrinter& printer) {
-    QPainter painter;
-    if (!painter.begin(&printer)) {
-        return false;
-    }
-    painter.scale(printer.logicalDpiX() / kTwipsPerInch, printer.logicalDpiY() / kTwipsPerInch);
-    painter.setPen(Qt::black);
-    const QRectF whole(0, 0, layout.Page().width, layout.Page().height);
-    const auto [first, last] = PagesOf(layout, printer);
-    for (int page = first; page <= last; ++page) {
-        if (page > first && !printer.newPage()) {
-            return false;
-        }
-        layout.Draw(painter, page, whole);
-    }
-    return painter.end();
-}
-
 }  // namespace
 
-bool PrintReport(const ReportLayout& layout, QPrinter& printer) {
-    const PaperChange paper(printer, layout.Page());
-    return PrintPages(layout, printer);
+bool PrintReport(const ReportLayout& layout, const QString& name, QPrinter& printer) {
+    const PaperChange paper(printer, layout.Paper());
+    const auto [first, last] = PagesOf(layout, printer);
+    return PaintSheets(layout, name, first, last, printer);
 }
 
 }  // namespace genvara

@@ -13,6 +13,8 @@
 #include <cmath>
 
 #include "ReportAccessible.h"
+#include "ReportFooter.h"
+#include "ReportPdf.h"
 #include "ReportPrinter.h"
 
 namespace genvara {
@@ -78,21 +80,41 @@ ReportView::ReportView(QWidget* parent) : QAbstractScrollArea(parent), m_layout(
 void ReportView::RichText(const std::string& bytes) {
     const bool hadSelection = !m_selection.IsEmpty();
     m_bytes = bytes;
-    m_layout = ReportLayout(ReadRichText(bytes));
     m_selection = {};
     m_isSelecting = false;
     m_dragTimer.stop();
-    Arrange({});
-    verticalScrollBar()->setValue(0);
-    horizontalScrollBar()->setValue(0);
+    SetOnPages();
     AnnounceReport(*this);
     if (hadSelection) {
         emit SelectionChanged();
     }
 }
 
+void ReportView::FooterName(const QString& name) {
+    m_footerName = name;
+    viewport()->update();
+}
+
+void ReportView::Paper(const std::optional<RichPage>& paper) {
+    if (paper != m_paper) {
+        m_paper = paper;
+        SetOnPages();
+    }
+}
+
+void ReportView::SetOnPages() {
+    m_layout = ReportLayout(ReadRichText(m_bytes), m_paper);
+    Arrange({});
+    verticalScrollBar()->setValue(0);
+    horizontalScrollBar()->setValue(0);
+}
+
 bool ReportView::Print(QPrinter& printer) const {
-    return PrintReport(m_layout, printer);
+    return PrintReport(m_layout, m_footerName, printer);
+}
+
+QByteArray ReportView::Pdf(const DateTime& created) const {
+    return ReportPdf(m_layout, m_footerName, created);
 }
 
 QString ReportView::SelectedText() const {
@@ -173,13 +195,14 @@ QSize ReportView::minimumSizeHint() const {
     return {240, 160};
 }
 
+/// Pixels of a twip of the layout.
 double ReportView::PixelsPerTwip() const {
-    return Zoom() * logicalDpiX() / kTwipsPerInch;
+    return Zoom() * m_layout.Scale() * logicalDpiX() / kTwipsPerInch;
 }
 
 double ReportView::FittingZoom() const {
     const int width = viewport()->width() - 2 * SheetGeometry::kMargin;
-    const double trueWidth = m_layout.Page().width * logicalDpiX() / kTwipsPerInch;
+    const double trueWidth = m_layout.Paper().width * logicalDpiX() / kTwipsPerInch;
     return std::clamp(width / trueWidth, kLeastFittingZoom, kComfortableZoom);
 }
 
@@ -284,6 +307,7 @@ void ReportView::PaintPage(QPainter& painter, int page, const QRect& part) const
     }
     painter.setPen(Qt::black);
     m_layout.Draw(painter, page, seen);
+    DrawFooter(painter, m_layout, page, m_footerName);
     painter.restore();
 }
 

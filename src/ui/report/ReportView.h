@@ -2,10 +2,12 @@
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
+#include <QByteArray>
 #include <QString>
 #include <optional>
 #include <string>
 
+#include "DateTime.h"
 #include "ReportLayout.h"
 #include "ReportSelection.h"
 #include "SheetGeometry.h"
@@ -32,10 +34,20 @@ class ReportView : public QAbstractScrollArea {
     [[nodiscard]] const std::string& RichText() const noexcept { return m_bytes; }
     void Clear() { RichText(std::string()); }
 
-    /// Prints the whole report at true size on paper of its own size, or those of its pages that the printer
-    /// is told to.
+    /// Name that stands at the foot of each page; none at first.
+    void FooterName(const QString& name);
+    [[nodiscard]] const QString& FooterName() const noexcept { return m_footerName; }
+
+    /// Sets reports on a paper in place of their own; nothing for their own again.
+    void Paper(const std::optional<RichPage>& paper);
+
+    /// Prints the whole report, or those of its pages that the printer is told to.
     /// @return false if the printer does not take the pages.
     bool Print(QPrinter& printer) const;
+    /// The whole report as a PDF file.
+    /// @param created local time that the file states as its own
+    /// @return nothing if it cannot be made.
+    [[nodiscard]] QByteArray Pdf(const DateTime& created) const;
 
     /// Characters that are selected; 0 for none.
     [[nodiscard]] int SelLength() const noexcept { return m_selection.To() - m_selection.From(); }
@@ -92,6 +104,7 @@ class ReportView : public QAbstractScrollArea {
     [[nodiscard]] double PixelsPerTwip() const;
     [[nodiscard]] double FittingZoom() const;
     [[nodiscard]] QPoint Offset() const;
+    void SetOnPages();
     void Arrange(QPoint fixedPoint);
     void ZoomAt(QPoint fixedPoint, double scale);
     void ZoomStep(QPoint fixedPoint, bool larger);
@@ -103,6 +116,8 @@ class ReportView : public QAbstractScrollArea {
     void PaintPage(QPainter& painter, int page, const QRect& part) const;
 
     std::string m_bytes;
+    QString m_footerName;
+    std::optional<RichPage> m_paper;  // none for the report's own
     ReportLayout m_layout;
     SheetGeometry m_sheets;
     ReportSelection m_selection;

@@ -29,7 +29,7 @@ inline constexpr MenuCommand Separator(const char* name, const char* menu) {
     return {name, menu, 0, nullptr, "", ""};
 }
 
-inline constexpr std::array<MenuCommand, 30> kMenuCommands{{
+inline constexpr std::array<MenuCommand, 31> kMenuCommands{{
     {"mnuFileNew", "mnuFile", 51, "", "new", "Ctrl+N"},
     {"mnuFileOpen", "mnuFile", 52, "", "open", "Ctrl+O"},
     {"mnuFileSave", "mnuFile", 53, "", "save", "Ctrl+S"},
@@ -37,6 +37,7 @@ inline constexpr std::array<MenuCommand, 30> kMenuCommands{{
     Separator("mnuFileSep1", "mnuFile"),
     {"mnuFileExport", "mnuFile", 0, "&Export Spec...", "export", "Ctrl+E"},
     {"mnuFileSaveReport", "mnuFile", 0, "Save &Report...", "", "Ctrl+R"},
+    {"mnuFileSaveReportPdf", "mnuFile", 0, "Save Report as PD&F...", "", "Ctrl+Shift+R"},
     Separator("mnuFileSep2", "mnuFile"),
     {"mnuFilePrint", "mnuFile", 55, "", "print", "Ctrl+P"},
     {"mnuFilePrintSetup", "mnuFile", 56, "", "", ""},

@@ -6,9 +6,9 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPrinterInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
@@ -17,7 +17,9 @@
 
 #include "ErrorNumbers.h"
 #include "HelpWindow.h"
+#include "PrinterLayout.h"
 #include "Texts.h"
+#include "frmPrintSetup.h"
 
 namespace genvara {
 namespace {
@@ -124,7 +126,7 @@ std::string QtPlatformServices::SaveFileName(QWidget* owner, const FileRequest& 
     QFileDialog dialog(owner);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.asksBeforeReplacing);
     return Choose(dialog, request);
 }
 
@@ -133,25 +135,32 @@ std::string QtPlatformServices::BrowseForFolder(QWidget* owner, const std::strin
     return FromQt(QFileDialog::getExistingDirectory(owner, ToQt(title), ToQt(start)));
 }
 
-QPrinter& QtPlatformServices::ThePrinter() {
-    if (!m_printer) {
-        m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    }
-    return *m_printer;
-}
-
-void QtPlatformServices::Print(QWidget* owner, const std::string& title,
+void QtPlatformServices::Print(QWidget* owner, const std::string& title, PrintSetup& setup,
                                const std::function<void(QPrinter&)>& paint) {
-    QPrinter& printer = ThePrinter();
+    QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(ToQt(title));
-    QPrintDialog dialog(&printer, owner);
-    if (dialog.exec() == QDialog::Accepted) {
-        paint(printer);
+    if (const QString name = ToQt(setup.printer); QPrinterInfo::availablePrinterNames().contains(name)) {
+        printer.setPrinterName(name);
     }
+    printer.setPageLayout(PrinterLayout(setup));
+    const QPageLayout offered = printer.pageLayout();
+    QPrintDialog dialog(&printer, owner);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    TakeLayout(setup, offered, printer.pageLayout());
+    if (printer.outputFormat() == QPrinter::NativeFormat) {
+        setup.printer = FromQt(printer.printerName());
+    }
+    paint(printer);
 }
 
-void QtPlatformServices::SetUpPrinter(QWidget* owner) {
-    QPageSetupDialog(&ThePrinter(), owner).exec();
+std::optional<PrintSetup> QtPlatformServices::SetUpPrinter(QWidget* owner, const PrintSetup& setup,
+                                                           bool metric) {
+    frmPrintSetup dialog(
+        {.names = QPrinterInfo::availablePrinterNames(), .standard = QPrinterInfo::defaultPrinterName()},
+        setup, metric, owner);
+    return dialog.exec() == QDialog::Accepted ? std::optional(dialog.Setup()) : std::nullopt;
 }
 
 void QtPlatformServices::NewMail(const std::string& attachment) {

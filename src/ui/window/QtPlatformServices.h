@@ -2,7 +2,7 @@
 
 #include <QPointer>
 #include <QString>
-#include <memory>
+#include <optional>
 
 #include "PlatformServices.h"
 
@@ -25,9 +25,9 @@ class QtPlatformServices final : public PlatformServices {
     std::string OpenFileName(QWidget* owner, const FileRequest& request) override;
     std::string SaveFileName(QWidget* owner, const FileRequest& request) override;
     std::string BrowseForFolder(QWidget* owner, const std::string& title, const std::string& start) override;
-    void Print(QWidget* owner, const std::string& title,
+    void Print(QWidget* owner, const std::string& title, PrintSetup& setup,
                const std::function<void(QPrinter&)>& paint) override;
-    void SetUpPrinter(QWidget* owner) override;
+    std::optional<PrintSetup> SetUpPrinter(QWidget* owner, const PrintSetup& setup, bool metric) override;
     void NewMail(const std::string& attachment) override;
     bool ShowWebPage(const std::string& address) override;
     bool ShowHelp(QWidget* owner, const std::string& file) override;
@@ -39,11 +39,7 @@ class QtPlatformServices final : public PlatformServices {
     void EndProcess(const RaisedError& failure, const std::filesystem::path& rescued) override;
 
   private:
-    /// The printer that the user has set up, made when it is first asked for.
-    QPrinter& ThePrinter();
-
     QString m_productName;
-    std::unique_ptr<QPrinter> m_printer;
     QPointer<HelpWindow> m_help;
 };
 

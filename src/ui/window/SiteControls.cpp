@@ -6,9 +6,10 @@
 #include <QVBoxLayout>
 #include <array>
 #include <functional>
+#include <ranges>
 
-#include "CPwrSys.h"
 #include "FormGrid.h"
+#include "SiteCodes.h"
 #include "Texts.h"
 
 namespace genvara {
@@ -18,20 +19,13 @@ constexpr std::int32_t kHertzString = 504;
 
 struct FuelButton {
     const char* name;
-    std::int32_t caption;
     std::int32_t code;
 };
-constexpr std::array<FuelButton, 5> kFuels{{{"optDiesel", 145, fuel::kDiesel},
-                                            {"optGas", 146, fuel::kNaturalGas},
-                                            {"optLP", 147, fuel::kLP},
-                                            {"optGasoline", 148, fuel::kGasoline},
-                                            {"optAnyFuel", 149, fuel::kAny}}};
-
-struct RiseDutyRow {
-    std::int32_t caption;
-    std::int32_t code;
-};
-constexpr std::array<RiseDutyRow, 5> kRiseDuties{{{524, 4}, {523, 3}, {522, 2}, {521, 1}, {520, 0}}};
+constexpr std::array<FuelButton, 5> kFuelButtons{{{"optDiesel", fuel::kDiesel},
+                                                  {"optGas", fuel::kNaturalGas},
+                                                  {"optLP", fuel::kLP},
+                                                  {"optGasoline", fuel::kGasoline},
+                                                  {"optAnyFuel", fuel::kAny}}};
 
 /// Puts a group's buttons off or on as told, also all of them off.
 void Check(QButtonGroup& group, const std::function<bool(int id)>& on) {
@@ -79,8 +73,8 @@ FuelGroup::FuelGroup(QWidget* parent) : QGroupBox(Caption(144), parent), m_butto
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(metrics::kMargin);
     int place = 0;
-    for (const FuelButton& fuel : kFuels) {
-        auto* button = new QRadioButton(Caption(fuel.caption));
+    for (const FuelButton& fuel : kFuelButtons) {
+        auto* button = new QRadioButton(Caption(FindRow(kFuels, fuel.code)->caption));
         button->setObjectName(fuel.name);
         m_buttons->addButton(button, fuel.code);
         grid->addWidget(button, place / kColumns, place % kColumns);
@@ -98,7 +92,7 @@ std::int32_t FuelGroup::Fuel() const {
 }
 
 void FillRiseDuty(ChoiceBox& list) {
-    for (const RiseDutyRow& row : kRiseDuties) {
+    for (const RiseDutyRow& row : kRiseDuties | std::views::reverse) {
         list.AddRow(Caption(row.caption), row.code);
     }
 }

@@ -131,6 +131,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     [[nodiscard]] std::string RecentName(std::size_t index) const;
     void SendMail();
     void SaveReport();
+    void SaveReportAsPdf();
     void ExportSpec();
     void PrintReport();
     void PrintSetup();

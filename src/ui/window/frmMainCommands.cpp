@@ -53,13 +53,21 @@ void frmMain::Run(const std::string& name) {
         return;
     }
     static const std::map<std::string, void (frmMain::*)()> commands{
-        {"mnuFileNew", &frmMain::FileNew},          {"mnuFileOpen", &frmMain::FileOpen},
-        {"mnuFileSave", &frmMain::SaveProject},     {"mnuFileSaveAs", &frmMain::SaveProjectAs},
-        {"mnuFileExport", &frmMain::ExportSpec},    {"mnuFileSaveReport", &frmMain::SaveReport},
-        {"mnuFilePrint", &frmMain::PrintReport},    {"mnuFilePrintSetup", &frmMain::PrintSetup},
-        {"mnuFileSendMail", &frmMain::SendMail},    {"mnuToolsDefaults", &frmMain::ShowDefaults},
-        {"mnuToolsOptions", &frmMain::ShowOptions}, {"mnuHelpTopics", &frmMain::HelpTopics},
-        {"mnuHelpAbout", &frmMain::ShowAbout},      {"helpContents", &frmMain::HelpContents},
+        {"mnuFileNew", &frmMain::FileNew},
+        {"mnuFileOpen", &frmMain::FileOpen},
+        {"mnuFileSave", &frmMain::SaveProject},
+        {"mnuFileSaveAs", &frmMain::SaveProjectAs},
+        {"mnuFileExport", &frmMain::ExportSpec},
+        {"mnuFileSaveReport", &frmMain::SaveReport},
+        {"mnuFilePrint", &frmMain::PrintReport},
+        {"mnuFilePrintSetup", &frmMain::PrintSetup},
+        {"mnuFileSendMail", &frmMain::SendMail},
+        {"mnuToolsDefaults", &frmMain::ShowDefaults},
+        {"mnuToolsOptions", &frmMain::ShowOptions},
+        {"mnuHelpTopics", &frmMain::HelpTopics},
+        {"mnuHelpAbout", &frmMain::ShowAbout},
+        {"helpContents", &frmMain::HelpContents},
+        {"mnuFileSaveReportPdf", &frmMain::SaveReportAsPdf},
     };
     if (const auto found = commands.find(name); found != commands.end()) {
         (this->*found->second)();

@@ -27,6 +27,7 @@ namespace {
 constexpr const char* kErrorTitle = "ERROR";
 constexpr const char* kProjectFilter = "Project Files (*.prj)|*.prj|All Files (*.*)|*.*";
 constexpr const char* kReportFilter = "Rich Text Files (*.rtf)|*.rtf|All Files (*.*)|*.*";
+constexpr const char* kPdfFilter = "PDF Files (*.pdf)|*.pdf|All Files (*.*)|*.*";
 constexpr const char* kSpecFilter = "Spec. Export Files (*.gvx)|*.gvx|All Files (*.*)|*.*";
 
 constexpr int kPassingMessage = 5000;  // milliseconds in the status bar
@@ -38,6 +39,21 @@ constexpr std::int32_t kOpenProjectString = 122;
 
 std::string Text(std::int32_t id) {
     return std::string(StringTable::Text(id));
+}
+
+/// A file's name, without its ending, for a project's name: without what folders and shells read otherwise.
+std::string FileNameFor(const std::string& project) {
+    std::string name;
+    for (const QChar sign : ToQt(project).simplified()) {
+        name +=
+            FromQt(sign.isPrint() && !QString("/\\:*?\"<>|").contains(sign) ? QString(sign) : QString("-"));
+    }
+    return name.empty() || name.front() == '.' ? "Report" + name : name;
+}
+
+bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+    std::error_code failure;  // a file that is not there is none of the others
+    return std::filesystem::equivalent(one, other, failure);
 }
 
 /// Shows each part of a project on its panel as soon as it has been read or begun.
@@ -336,6 +352,32 @@ void frmMain::SaveReport() {
     });
 }
 
+void frmMain::SaveReportAsPdf() {
+    if (!m_panRecommend->HasReport()) {
+        Tell("There is no report to save.", MessageIcon::Exclamation);
+        return;
+    }
+    try {
+        const std::string file =
+            m_platform->SaveFileName(this, {.title = "Save Report as PDF",
+                                            .initialName = FileNameFor(m_panProject->ProjectName()) + ".pdf",
+                                            .initialFolder = m_application->ProjectPath(),
+                                            .defaultExtension = ".pdf",
+                                            .filter = kPdfFilter,
+                                            .asksBeforeReplacing = true});
+        if (IsSameFile(file, ProjectFile()) || IsSameFile(file, m_application->DatabaseFile())) {
+            Tell(file + " is what the report was made from. Choose another name.", MessageIcon::Exclamation);
+            return;
+        }
+        m_panRecommend->SaveReportAsPdf(file);
+        statusBar()->showMessage(tr("Saved as %1.").arg(ToQt(file)), kPassingMessage);
+    } catch (const RaisedError& failure) {
+        if (failure.Number() != errors::kDialogCancelled) {
+            Tell("The report cannot be saved: " + failure.Description(), MessageIcon::Stop, kErrorTitle);
+        }
+    }
+}
+
 void frmMain::ExportSpec() {
     RunOrTell("An error occured while attempting to export the spec.", [this] {
         const std::string& folder = m_application->ProjectPath();
@@ -360,7 +402,7 @@ void frmMain::PrintReport() {
 
 void frmMain::PrintSetup() {
     RunOrTell("An error occured while attempting to setup the printer.",
-              [this] { m_platform->SetUpPrinter(this); });
+              [this] { m_panRecommend->SetUpPrinter(); });
 }
 
 }  // namespace genvara

@@ -214,6 +214,7 @@ void frmMain::InitializeOutlookBar() {
 
 void frmMain::EnableReportCommands(bool enabled) {
     Command("mnuFileSaveReport")->setEnabled(enabled);
+    Command("mnuFileSaveReportPdf")->setEnabled(enabled);
     Command("mnuFilePrint")->setEnabled(enabled);
     m_toolButtons.at("butPrint")->setEnabled(enabled);
     EnableExport(enabled);

@@ -18,9 +18,6 @@ namespace genvara {
 namespace {
 
 constexpr const char* kErrorTitle = "ERROR";
-/// Connections whose sets have no distortion figures.
-constexpr std::int32_t kConnectionWithoutHarmonics = 3;
-constexpr std::int32_t kOtherConnectionWithoutHarmonics = 6;
 
 constexpr int kAltitudeDigits = 8;
 constexpr int kPercentDigits = 4;
@@ -80,7 +77,8 @@ panPwrSys::panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent)
       m_updMaxHarmonics(new UpDown("updMaxHarmonics", *m_txtMaxHarmonics,
                                    {site_limits::kLowestLimit, site_limits::kHighestHarmonics, kLimitStep})),
       m_chkEnableFreqDip(new QCheckBox(Caption(155))),
-      m_chkEnableHarm(new QCheckBox(Caption(156))) {
+      m_chkEnableHarm(new QCheckBox(Caption(156))),
+      m_lblNoDistortion(FormGrid::MakeNote("lblNoDistortion", ToQt(kNoDistortionFigures))) {
     BuildElectric();
     auto* columns = new QHBoxLayout;
     columns->setSpacing(2 * metrics::kMargin);
@@ -141,6 +139,8 @@ void panPwrSys::BuildLimits(QVBoxLayout& column) {
     AddLimit(*grid, voltDip, m_txtMaxVoltDip, arrows);
     AddLimit(*grid, m_chkEnableFreqDip, m_txtMaxFreqDip, m_updMaxFreqDip);
     AddLimit(*grid, m_chkEnableHarm, m_txtMaxHarmonics, m_updMaxHarmonics);
+    grid->AddWide(m_lblNoDistortion);
+    m_lblNoDistortion->setVisible(false);
     voltDip->setBuddy(m_txtMaxVoltDip);
     m_txtMaxVoltDip->setAccessibleName(Caption(154));
     m_txtMaxFreqDip->setAccessibleName(Caption(155));
@@ -223,7 +223,7 @@ void panPwrSys::WireLimits() {
 
 void panPwrSys::ConnectionClicked() {
     const std::int32_t code = ConnectionCode();
-    const bool harmonics = code != kConnectionWithoutHarmonics && code != kOtherConnectionWithoutHarmonics;
+    const bool harmonics = TreatmentOf(code).offersHarmonicLimit;
     if (!harmonics) {
         m_chkEnableHarm->setChecked(false);
     }
@@ -231,6 +231,7 @@ void panPwrSys::ConnectionClicked() {
     const bool entered = harmonics && m_chkEnableHarm->isChecked();
     m_txtMaxHarmonics->setEnabled(entered);
     m_updMaxHarmonics->setEnabled(entered);
+    m_lblNoDistortion->setVisible(!HasDistortionModel(code));
 }
 
 void panPwrSys::FreqDipClicked() {

@@ -124,6 +124,7 @@ class panPwrSys final : public Panel, public PwrSysDisplay {
     UpDown* m_updMaxHarmonics;
     QCheckBox* m_chkEnableFreqDip;
     QCheckBox* m_chkEnableHarm;
+    QLabel* m_lblNoDistortion;
 };
 
 }  // namespace genvara

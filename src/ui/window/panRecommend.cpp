@@ -8,8 +8,10 @@
 #include "AtomicFile.h"
 #include "CApplication.h"
 #include "ChoiceBox.h"
+#include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
+#include "PrinterLayout.h"
 #include "ReportView.h"
 #include "SpecExport.h"
 #include "Texts.h"
@@ -34,6 +36,8 @@ panRecommend::panRecommend(PlatformServices& platform, CApplication& application
       m_application(&application),
       m_enableExport(std::move(enableExport)),
       m_reports(application.BrandLabel(), application.LoadProfile(), application.Now(), log),
+      m_printSettings(application.Registry(), CApplication::BaseRegistrySubkey()),
+      m_printSetup(m_printSettings.Read()),
       m_cboAvailGensets(new ChoiceBox("cboAvailGensets")),
       m_cboRejectedGensets(new ChoiceBox("cboRejectedGensets")),
       m_chkRejectedGensets(new QCheckBox("Undersized Gensets")),
@@ -47,6 +51,7 @@ panRecommend::panRecommend(PlatformServices& platform, CApplication& application
     m_cboAvailReports->AddRow("Load Summary", report_type::kLoadProfile);
     m_cboAvailReports->setCurrentIndex(0);
     Build();
+    UsePrintSetup();
     ShowRejectedList(false);
     Wire();
 }
@@ -133,7 +138,7 @@ void panRecommend::FocusRule() {
     }
     m_enableExport(false);
     FillReportCommon(m_reports, Sources());
-    m_rtfRecommend->RichText(m_reports.CreateNoMatchReport());
+    ShowRichText(m_reports.CreateNoMatchReport());
 }
 
 void panRecommend::ChosenClicked(int row) {
@@ -153,7 +158,12 @@ void panRecommend::RejectedClicked(int row) {
 void panRecommend::ShowReport(bool undersized) {
     const WaitCursor busy;
     const std::int32_t type = m_cboAvailReports->Code().value_or(report_type::kSizing);
-    m_rtfRecommend->RichText(m_reports.CreateReport(type, undersized));
+    ShowRichText(m_reports.CreateReport(type, undersized));
+}
+
+void panRecommend::ShowRichText(const std::string& report) {
+    m_rtfRecommend->FooterName(ToQt(m_reports.Data().ProjectName));
+    m_rtfRecommend->RichText(report);
 }
 
 void panRecommend::ReportClicked() {
@@ -184,17 +194,46 @@ std::size_t panRecommend::ExportSpec(const std::filesystem::path& path) const {
     return genvara::ExportSpec(path, m_reports, m_application->Project(), m_application->PowerSystem());
 }
 
+bool panRecommend::HasReport() const {
+    return !m_rtfRecommend->RichText().empty();
+}
+
 void panRecommend::PrintReport() {
-    m_platform->Print(this, FromQt(Heading()), [this](QPrinter& printer) {
+    m_platform->Print(this, FromQt(Heading()), m_printSetup, [this](QPrinter& printer) {
+        UsePrintSetup();
         if (!m_rtfRecommend->Print(printer)) {
             throw RaisedError(kPrinterError, "panRecommend::PrintReport", "Printer error");
         }
     });
 }
 
+void panRecommend::SetUpPrinter() {
+    if (const auto chosen = m_platform->SetUpPrinter(this, m_printSetup, m_application->IsMetric())) {
+        m_printSetup = *chosen;
+        UsePrintSetup();
+        FailureRegion region;  // one that cannot be kept holds for this session
+        region.Run([this] { m_printSettings.Write(m_printSetup); });
+    }
+}
+
+void panRecommend::UsePrintSetup() {
+    m_rtfRecommend->Paper(ReportPage(m_printSetup));
+}
+
 void panRecommend::SaveReport(const std::filesystem::path& path) const {
     AtomicFile file(path);
     file.Write(m_rtfRecommend->RichText());
+    file.Commit();
+}
+
+void panRecommend::SaveReportAsPdf(const std::filesystem::path& path) const {
+    const WaitCursor busy;
+    const QByteArray pdf = m_rtfRecommend->Pdf(m_application->Now()());
+    if (pdf.isEmpty()) {
+        throw RaisedError(kPrinterError, "panRecommend::SaveReportAsPdf", "The pages cannot be made.");
+    }
+    AtomicFile file(path);
+    file.Write({pdf.constData(), static_cast<std::size_t>(pdf.size())});
     file.Commit();
 }
 

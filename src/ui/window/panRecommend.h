@@ -10,6 +10,7 @@
 #include "CReports.h"
 #include "Panel.h"
 #include "PlatformServices.h"
+#include "PrintSetup.h"
 #include "ReportFiller.h"
 
 class QCheckBox;
@@ -41,12 +42,19 @@ class panRecommend final : public Panel {
     /// @return characters that the file's code page could not hold: each stands there as a question mark.
     /// @throws RaisedError with the system's number.
     std::size_t ExportSpec(const std::filesystem::path& path) const;
+    /// Whether anything is shown.
+    [[nodiscard]] bool HasReport() const;
     /// Prints the whole report.
     /// @throws RaisedError 482 of the printer.
     void PrintReport();
+    /// Lets the user choose printer, paper and margins, which hold for view, print and PDF file.
+    void SetUpPrinter();
     /// Saves the report's very bytes.
     /// @throws RaisedError with the system's number; the old file is then whole.
     void SaveReport(const std::filesystem::path& path) const;
+    /// Saves the report as a PDF file, with the pages that are shown.
+    /// @throws RaisedError with the system's number; 482 if it cannot be made. The old file is then whole.
+    void SaveReportAsPdf(const std::filesystem::path& path) const;
     void ClearReport();
 
   private:
@@ -59,6 +67,8 @@ class panRecommend final : public Panel {
     void UndersizedClicked();
     void FocusRule();
     void ShowReport(bool undersized);
+    void ShowRichText(const std::string& report);
+    void UsePrintSetup();
     [[nodiscard]] ReportSources Sources() const;
 
     PlatformServices* m_platform;
@@ -66,6 +76,8 @@ class panRecommend final : public Panel {
     std::function<void(bool)> m_enableExport;
     CDesigner* m_designer = nullptr;
     CReports m_reports;
+    PrintSettings m_printSettings;
+    PrintSetup m_printSetup;
     ChoiceBox* m_cboAvailGensets;
     ChoiceBox* m_cboRejectedGensets;
     QCheckBox* m_chkRejectedGensets;

@@ -202,6 +202,51 @@ TEST(ReportLayout, FillsPagesFromMarginToMargin) {
     }
 }
 
+/// The page of a text's first line.
+int PageOf(const ReportLayout& layout, const QString& text) {
+    return layout.Rows()[layout.RowOf(static_cast<int>(layout.Text().indexOf(text)))].page;
+}
+
+TEST(ReportLayout, KeepsParagraphsThatBelongTogetherOnOnePage) {
+    // A line of 12 points is 276 twips high: 52 fill a page.
+    const std::string block = "\\keepn Heading\\par Text\\par\\pard Last\\par After\\par";
+    ReportLayout layout = LayoutOf(NumberedLines(49) + block);
+    EXPECT_EQ(PageOf(layout, "Last"), 0);
+    EXPECT_EQ(PageOf(layout, "After"), 1);
+    layout = LayoutOf(NumberedLines(50) + block);
+    EXPECT_EQ(PageOf(layout, "Line50"), 0);
+    EXPECT_EQ(PageOf(layout, "Heading"), 1);
+    EXPECT_EQ(PageOf(layout, "After"), 1);
+    EXPECT_DOUBLE_EQ(layout.Rows()[50].top, 720);
+    EXPECT_NEAR(layout.Rows()[50].baseline, layout.Rows()[0].baseline, 1e-6);
+}
+
+TEST(ReportLayout, KeepsALongParagraphInOnePieceWhereItIsToldTo) {
+    const std::string words = std::string(300, 'x') + "\\par";  // more than two lines, less than five
+    const ReportLayout free = LayoutOf(NumberedLines(50) + std::string(10, 'a') + words);
+    const ReportLayout whole = LayoutOf(NumberedLines(50) + "\\keep " + std::string(10, 'a') + words);
+    EXPECT_EQ(free.Rows()[50].page, 0);
+    EXPECT_EQ(free.Rows().back().page, 1);
+    EXPECT_EQ(whole.Rows()[50].page, 1);
+}
+
+TEST(ReportLayout, CountsTheHeightsOfLinesAsWordProcessorsDo) {
+    const QString serif = QFontInfo(ReportFont({.face = "Times New Roman"})).family();
+    const QString sans = QFontInfo(ReportFont({.face = "Arial"})).family();
+    if (serif != "Liberation Serif" || sans != "Liberation Sans") {
+        GTEST_SKIP() << "other fonts";
+    }
+    // What 25 lines of each take in a word processor, by the feet of its PDF's words [twip a line].
+    const ReportLayout layout = LayoutOf(
+        "\\f0\\fs40 a\\par\\fs28 a\\par\\fs26 a\\par\\fs24 a\\par\\fs20 a\\par\\f1\\fs26 a\\par\\fs24 "
+        "a\\par\\fs20 a\\par");
+    std::vector<double> heights;
+    for (const ReportRow& row : layout.Rows()) {
+        heights.push_back(row.height);
+    }
+    EXPECT_THAT(heights, testing::ElementsAre(460, 322, 300, 276, 230, 299, 276, 231));
+}
+
 TEST(ReportLayout, HasAnEmptyPageForNothing) {
     const ReportLayout layout{RichDocument{}};
     EXPECT_EQ(layout.PageCount(), 1);

@@ -10,9 +10,12 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <optional>
+#include <string>
 #include <tuple>
 #include <vector>
 
+#include "ReportFooter.h"
 #include "ReportTexts.h"
 #include "ReportView.h"
 
@@ -107,6 +110,99 @@ TEST(ReportPages, DrawOnlyTheLinesOfThePartThatIsSeen) {
     EXPECT_EQ(paper.Notes().front().text, "Line21");
 }
 
+/// What a footer draws on a page.
+std::vector<NotingEngine::Note> FooterOf(const ReportLayout& layout, int page, const QString& name) {
+    NotingPaper paper;
+    QPainter painter(&paper);
+    DrawFooter(painter, layout, page, name);
+    return paper.Notes();
+}
+
+TEST(ReportFooter, NamesTheReportAndNumbersItsPagesInTheLowerMargin) {
+    const ReportLayout layout(ReadRichText(ReportText(NumberedLines(120))));
+    ASSERT_EQ(layout.PageCount(), 3);
+    for (int page = 0; page < 3; ++page) {
+        const auto notes = FooterOf(layout, page, "Mill & Sons");
+        ASSERT_EQ(notes.size(), 2U);
+        EXPECT_EQ(notes[0].text, "Mill & Sons");
+        EXPECT_EQ(notes[0].place.x(), 1080);
+        EXPECT_EQ(notes[1].text.toStdString(), "Page " + std::to_string(page + 1) + " of 3");
+        // 8 points of Arial are 184 twips from line to line; the margin begins at 15120 and has 720.
+        EXPECT_GT(notes[1].place.y(), 15120 + 140);
+        EXPECT_LT(notes[1].place.y(), 15840 - 240) << "where printers do not print";
+        EXPECT_EQ(notes[0].place.y(), notes[1].place.y());
+    }
+}
+
+TEST(ReportFooter, CutsALongNameBeforeTheNumber) {
+    const ReportLayout layout(ReadRichText(ReportText("a\\par")));
+    const auto notes = FooterOf(layout, 0, QString("long\nname ").repeated(100));
+    ASSERT_EQ(notes.size(), 2U);
+    EXPECT_TRUE(notes[0].text.startsWith("long name long name"));
+    EXPECT_TRUE(notes[0].text.endsWith(QChar(0x2026)));
+    // 80 em of 160 twips would be wider than the page; the name leaves room for the number.
+    EXPECT_LT(notes[0].text.size(), 160);
+}
+
+TEST(ReportFooter, IsNotThereWithoutTextOrRoom) {
+    EXPECT_TRUE(FooterOf(ReportLayout(ReadRichText("")), 0, "x").empty());
+    const auto withMargin = [](int twips) {
+        return ReportLayout(ReadRichText("{\\rtf1\\margb" + std::to_string(twips) + " a\\par}"));
+    };
+    EXPECT_TRUE(FooterOf(withMargin(150), 0, "x").empty());
+    EXPECT_EQ(FooterOf(withMargin(250), 0, "x").size(), 2U);
+}
+
+/// A5 on its side, with half an inch all around: 11906 twips wide, 8391 high.
+constexpr RichPage kWideA5{
+    .width = 11906, .height = 8391, .left = 720, .right = 720, .top = 720, .bottom = 720};
+/// A5 upright: 6951 twips are left for the text.
+constexpr RichPage kA5{.width = 8391, .height = 11906, .left = 720, .right = 720, .top = 720, .bottom = 720};
+
+TEST(ReportPaper, HoldsTheSameTextOnPagesOfItsOwn) {
+    const RichDocument document = ReadRichText(ReportText(NumberedLines(100)));
+    const ReportLayout own(document);
+    const ReportLayout wide(document, kWideA5);
+    EXPECT_EQ(wide.Text(), own.Text());
+    EXPECT_EQ(wide.Scale(), 1.0);
+    // A line of 12 points is 276 twips high: 25 in the 6951 that are left.
+    EXPECT_EQ(wide.PageCount(), 4);
+    EXPECT_EQ(own.PageCount(), 2);
+    EXPECT_EQ(wide.Page(), kWideA5);
+    EXPECT_EQ(wide.Paper(), kWideA5);
+}
+
+TEST(ReportPaper, ThatIsNarrowScalesTheTextDown) {
+    const RichDocument document =
+        ReadRichText(ReportText(std::string(59, '_') + "\\par\\tx9000\\tab a\\par"));
+    const ReportLayout layout(document, kA5);
+    EXPECT_NEAR(layout.Scale(), 6951.0 / 10080.0, 1e-9);
+    EXPECT_EQ(layout.Paper(), kA5);
+    EXPECT_EQ(layout.Page().width - layout.Page().left - layout.Page().right, 10080);
+    EXPECT_NEAR(layout.Page().height * layout.Scale(), kA5.height, 1.0);
+    EXPECT_NEAR(layout.Page().top * layout.Scale(), kA5.top, 1.0);
+    EXPECT_EQ(layout.Rows().size(), 2U) << "no line is broken that the document's own page holds";
+}
+
+TEST(ReportPaper, ScalesToAHalfAtMost) {
+    const RichDocument document = ReadRichText(ReportText(NumberedLines(3)));
+    RichPage narrow = kA5;
+    narrow.left = narrow.right = (narrow.width - 5040) / 2;
+    EXPECT_NEAR(ReportLayout(document, narrow).Scale(), 0.5, 1e-4);
+    narrow.left = narrow.right = (narrow.width - 2000) / 2;
+    EXPECT_EQ(ReportLayout(document, narrow).Scale(), 0.5);
+}
+
+TEST(ReportPaper, WithMarginsThatLeaveNothingHasNone) {
+    const RichDocument document = ReadRichText(ReportText(NumberedLines(3)));
+    const RichPage hopeless{
+        .width = 8391, .height = 11906, .left = 5000, .right = 5000, .top = 9000, .bottom = 9000};
+    const ReportLayout layout(document, hopeless);
+    EXPECT_EQ(layout.Paper(),
+              (RichPage{.width = 8391, .height = 11906, .left = 0, .right = 0, .top = 0, .bottom = 0}));
+    EXPECT_EQ(layout.PageCount(), 1);
+}
+
 /// A report printed to a file.
 class PrintedReport : public testing::Test {
   protected:
@@ -116,6 +212,7 @@ class PrintedReport : public testing::Test {
     }
     QByteArray Print(const std::string& bytes, QPrinter& printer) {
         m_view.RichText(bytes);
+        m_view.FooterName("Mill");
         m_view.Zoom(3.0);  // what is seen has no part in what is printed
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(Path());
@@ -170,6 +267,19 @@ TEST_F(PrintedReport, LiesOnItsSideWhereItIsWide) {
     EXPECT_TRUE(pdf.contains("/MediaBox [0 0 792.000000 612.000000]"));
 }
 
+TEST_F(PrintedReport, IsOnThePaperThatWasChosen) {
+    m_view.Paper(kWideA5);
+    QByteArray pdf = Print(ReportText(NumberedLines(100)));
+    // 595.3 by 419.55 points, which is A5.
+    EXPECT_TRUE(pdf.contains("/MediaBox [0 0 595.000000 420.000000]"));
+    EXPECT_EQ(PagesOf(pdf), 4);
+    m_view.Paper(kA5);
+    pdf = Print(ReportText(NumberedLines(100)));
+    EXPECT_TRUE(pdf.contains("/MediaBox [0 0 420.000000 595.000000]"));
+    m_view.Paper(std::nullopt);
+    EXPECT_TRUE(Print(ReportText("a\\par")).contains("/MediaBox [0 0 612.000000 792.000000]"));
+}
+
 TEST_F(PrintedReport, IsOnePageForNothing) {
     EXPECT_EQ(PagesOf(Print("")), 1);
 }
@@ -186,11 +296,15 @@ TEST_F(PrintedReport, HasItsTextAtItsPlaces) {
     const QString text = QString::fromUtf8(reader.readAllStandardOutput());
     static const QRegularExpression word(
         "<word xMin=\"([\\d.]+)\" yMin=\"[\\d.]+\" xMax=\"([\\d.]+)\"[^>]*>([^<]+)<");
+    const QStringList footer{"Mill", "Page", "1", "of"};
     QStringList words;
     for (const QRegularExpressionMatch& match : word.globalMatch(text)) {
         words.append(match.captured(3));
         // The margin is 1080 twips, the stop 3787: 54 and 243.35 points. Two decimals and the point of 12
         // points are 15 points wide.
+        if (footer.contains(match.captured(3))) {
+            continue;
+        }
         if (match.captured(3) == "12") {
             EXPECT_NEAR(match.captured(2).toDouble(), 243.35, 0.3);
         } else if (match.captured(3).endsWith(".00")) {
@@ -200,7 +314,7 @@ TEST_F(PrintedReport, HasItsTextAtItsPlaces) {
         }
     }
     words.sort();
-    EXPECT_EQ(words.join(' ').toStdString(), "0.00 12 3255.00 Dip Rating Sets");
+    EXPECT_EQ(words.join(' ').toStdString(), "0.00 1 1 12 3255.00 Dip Mill Page Rating Sets of");
 }
 
 TEST_F(PrintedReport, TellsOfAPrinterThatTakesNothing) {

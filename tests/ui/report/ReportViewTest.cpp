@@ -110,6 +110,40 @@ TEST_F(ReportViewTest, FillsItsWidthUpToAComfortableScale) {
     EXPECT_GT(m_view.horizontalScrollBar()->maximum(), 0);
 }
 
+TEST_F(ReportViewTest, ShowsThePaperThatWasChosen) {
+    Show(NumberedLines(100));
+    m_view.verticalScrollBar()->setValue(500);
+    const RichPage wideA5{
+        .width = 11906, .height = 8391, .left = 720, .right = 720, .top = 720, .bottom = 720};
+    m_view.Paper(wideA5);
+    EXPECT_EQ(m_view.Layout().PageCount(), 4);
+    EXPECT_EQ(m_view.verticalScrollBar()->value(), 0);
+    Show(NumberedLines(50));
+    EXPECT_EQ(m_view.Layout().PageCount(), 2) << "the next report is on it, too";
+    m_view.Zoom(1.0);
+    const QRect line = m_view.CursorRect(PositionOf("Line1"));
+    const double pixels = m_view.logicalDpiX() / 1440.0;
+    EXPECT_NEAR(line.height(), 276 * pixels, 2);
+    // Upright A5 has 6951 twips for a text of 10080.
+    m_view.Paper(
+        RichPage{.width = 8391, .height = 11906, .left = 720, .right = 720, .top = 720, .bottom = 720});
+    EXPECT_NEAR(m_view.CursorRect(PositionOf("Line1")).height(), 276 * pixels * 6951 / 10080, 2);
+    m_view.Paper(std::nullopt);
+    EXPECT_EQ(m_view.Layout().Page().width, 12240);
+}
+
+TEST_F(ReportViewTest, ShowsTheFooterOfItsPages) {
+    Show("a\\par");
+    m_view.Zoom(1.0);
+    m_view.resize(900, 1200);
+    QApplication::processEvents();
+    const QImage before = m_view.viewport()->grab().toImage();
+    m_view.FooterName("Mill");
+    const QImage after = m_view.viewport()->grab().toImage();
+    EXPECT_NE(before, after);
+    EXPECT_EQ(m_view.Layout().Text(), "a") << "it is no part of the text";
+}
+
 TEST_F(ReportViewTest, ScrollsToItsVeryEndWhateverBarsItHas) {
     Show(NumberedLines(60));
     for (const QSize size : {QSize(900, 600), QSize(300, 600), QSize(900, 600)}) {

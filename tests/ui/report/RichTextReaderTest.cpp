@@ -135,6 +135,18 @@ TEST(RichTextReader, KeepsStopsInOrderAndClearsThem) {
     EXPECT_THAT(document.paragraphs[1].stops, IsEmpty());
 }
 
+TEST(RichTextReader, ReadsWhatStaysTogether) {
+    const RichDocument document = ReadRichText(
+        "{\\rtf1 a\\par\\keepn b\\par\\keep c\\par\\pard\\keep d\\par{\\pard\\keepn e\\par}f\\par}");
+    const std::vector<std::pair<bool, bool>> expected{{false, false}, {true, false}, {true, true},
+                                                      {false, true},  {true, false}, {false, true}};
+    std::vector<std::pair<bool, bool>> found;
+    for (const RichParagraph& paragraph : document.paragraphs) {
+        found.emplace_back(paragraph.isWithNext, paragraph.isOnePiece);
+    }
+    EXPECT_EQ(found, expected);
+}
+
 TEST(RichTextReader, ReadsPageTabAndSpacing) {
     const RichDocument document = ReadRichText(
         "{\\rtf1\\paperw11906\\paperh16838\\margl1000\\margr900\\margt800\\margb700\\deftab900\\expndtw2 a}");

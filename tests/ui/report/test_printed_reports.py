@@ -1,5 +1,6 @@
-"""Prints the reports of every sample from the view and compares the pages with those of an independent word processor:
-the same lines on the same pages, and each text between tabs in the same place.
+"""Prints the reports of every sample and of long projects from the view and compares the pages with those of an
+independent word processor: the same lines on the same pages, and each text between tabs in the same place. No page ends
+where the rich text keeps it from doing so.
 
     test_printed_reports.py GENVARA-CLI REPORTVIEW-TESTS SOURCE-FOLDER
 
@@ -8,6 +9,7 @@ are as wide as those that reports name.
 """
 import os
 import pathlib
+import random
 import subprocess
 import sys
 import tempfile
@@ -39,12 +41,22 @@ def cell_edges(line, words):
     return edges
 
 
-def differences(rich, ours, theirs):
-    lines = [line for line in rtf_text.lines(rich) if line.strip()]
-    our_pages, our_lines = word_processor.visual_lines(ours)
-    their_pages, their_lines = word_processor.visual_lines(theirs)
+def page_faults(rich, ours, theirs):
+    """Pages that end elsewhere than those of the word processor, or where they may not."""
+    our_pages, their_pages = ([len(page) for page in word_processor.visual_pages(pdf)] for pdf in (ours, theirs))
     if our_pages != their_pages:
-        yield f"{our_pages} pages, not {their_pages}"
+        yield f"pages of {our_pages} lines, not {their_pages}"
+    shown = [(line, kept) for line, (kept, _) in zip(rtf_text.lines(rich), rtf_text.kept(rich)) if line.strip()]
+    end = 0
+    for count in our_pages[:-1]:
+        end += count
+        if end <= len(shown) and shown[end - 1][1]:
+            yield f"a page ends behind {shown[end - 1][0]!r}"
+
+
+def place_faults(rich, ours, theirs):
+    lines = [line for line in rtf_text.lines(rich) if line.strip()]
+    our_lines, their_lines = (word_processor.visual_lines(pdf)[1] for pdf in (ours, theirs))
     for line, our_words, their_words in zip(lines, our_lines, their_lines):
         # Where a label ends plays no part: only where each text between tabs begins.
         our_edges = cell_edges(line, our_words)
@@ -57,6 +69,32 @@ def differences(rich, ours, theirs):
                 yield f"{line!r}: cell {cell} at {our_edge}, not {their_edge}"
 
 
+def long_project(dice):
+    """Steps of a few loads, or of more than a page holds; between them lies what a word processor cannot move as a
+    whole, and the view can."""
+    counts = [dice.choice([1, 2, 3, 5, 8, 10, 60]) for _ in range(12)]
+    lines = ["8,0,0,1", '#2025-02-03 13:10:00#,"Client","",#2025-02-27 18:22:50#,"Long","Me"', "0,25,1,60,1,1",
+             "20,#FALSE#,15,#FALSE#", "20,3,3,480", str(len(counts))]
+    lines += [f'"Step {number} of the site",25' for number, _ in enumerate(counts, 1)]
+    for number, count in enumerate(counts, 1):
+        lines.append(str(count))
+        for load in range(count):
+            if dice.random() < 0.3:
+                lines += [f'{number},5,"Pump {load}","",1,0', '0,"F",5,#TRUE#,#FALSE#', "1", "1000,0.5,300"]
+            else:
+                lines += [f'{number},4,"Heater {load}","",1,0', f"{dice.randint(100, 900)},0.9"]
+    return "\r\n".join(lines) + "\r\n"
+
+
+def write_long_reports(program, folder):
+    """Load summaries of many pages. The long lines of a test of places are those of the samples."""
+    for number in range(5):
+        project = folder / f"long{number}.prj"
+        project.write_text(long_project(random.Random(number)), encoding="cp1252", newline="")
+        subprocess.run([program, "report", project, "--db", folder / "catalogue.db", "--type", "summary", "-o",
+                        folder / f"long{number}.summary.rtf"], check=True)
+
+
 def main():
     if reason := word_processor.skip_reason():
         print(f"skipped: {reason}")
@@ -65,6 +103,7 @@ def main():
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         word_processor.write_reports(program, source, folder)
+        write_long_reports(program, folder)
         reports = sorted(folder.glob("*.rtf"))
         print_from_view(tests, folder)
         theirs = folder / "theirs"
@@ -74,7 +113,7 @@ def main():
         for report in reports:
             rich, ours = report.read_bytes(), report.with_suffix(".pdf")
             faults = word_processor.faults_of(report.name, rich, ours)
-            faults = faults or list(differences(rich, ours, theirs / ours.name))
+            faults = faults or [*page_faults(rich, ours, theirs / ours.name), *place_faults(rich, ours, theirs / ours.name)]
             for fault in faults:
                 print(f"{report.name}: {fault}")
             failures += len(faults)

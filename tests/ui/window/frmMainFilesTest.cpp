@@ -394,6 +394,57 @@ TEST_F(ReportCommands, SaveTheReportsVeryBytes) {
     EXPECT_EQ(platform.Take().size(), 1U);
 }
 
+TEST_F(ReportCommands, SaveTheReportAsPdfUnderTheProjectsName) {
+    Name(" Mill / east\u00e9 ");
+    Bar(3);
+    platform.files = {NewFile("r.pdf")};
+    platform.Take();
+    Run("mnuFileSaveReportPdf");
+    const auto asked = platform.Take();
+    ASSERT_EQ(asked.size(), 1U);
+    EXPECT_EQ(asked[0].file.title, "Save Report as PDF");
+    EXPECT_EQ(asked[0].file.initialName, "Mill - east\u00e9.pdf");
+    EXPECT_EQ(asked[0].file.defaultExtension, ".pdf");
+    EXPECT_EQ(asked[0].file.filter, "PDF Files (*.pdf)|*.pdf|All Files (*.*)|*.*");
+    EXPECT_TRUE(asked[0].file.asksBeforeReplacing);
+    EXPECT_THAT(ReadBytes(folder / "r.pdf"), StartsWith("%PDF"));
+    EXPECT_THAT(ReadBytes(folder / "r.pdf"), HasSubstr("/CreationDate (D:20260304150607"));
+    EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage().toStdString(),
+              "Saved as " + (folder / "r.pdf").string() + ".");
+    Name("");
+    platform.files = {""};
+    Run("mnuFileSaveReportPdf");
+    EXPECT_EQ(platform.Take().at(0).file.initialName, "Report.pdf");
+}
+
+TEST_F(ReportCommands, SaveNoPdfOverWhatTheReportWasMadeFrom) {
+    platform.files = {NewFile("p.prj")};
+    Run("mnuFileSaveAs");
+    const std::string project = ReadBytes(folder / "p.prj");
+    std::filesystem::create_symlink(folder / "p.prj", folder / "link.pdf");
+    for (const std::filesystem::path& input :
+         {folder / "p.prj", folder / "link.pdf", folder / "program/Genvara.db"}) {
+        platform.files = {input.string()};
+        platform.Take();
+        Run("mnuFileSaveReportPdf");
+        const Message message = platform.Take().back().message;
+        EXPECT_EQ(message.text, input.string() + " is what the report was made from. Choose another name.");
+    }
+    EXPECT_EQ(ReadBytes(folder / "p.prj"), project);
+}
+
+TEST_F(ReportCommands, TellWhyAPdfCannotBeSaved) {
+    platform.files = {(folder / "no folder/r.pdf").string()};
+    Run("mnuFileSaveReportPdf");
+    ExpectComplaint("The report cannot be saved: No such file or directory");
+    platform.files = {""};
+    Run("mnuFileSaveReportPdf");
+    EXPECT_EQ(platform.Take().size(), 1U);
+    Control<ReportView>("panRecommend", "rtfRecommend").Clear();
+    Run("mnuFileSaveReportPdf");
+    EXPECT_EQ(platform.TakeMessage().text, "There is no report to save.");
+}
+
 TEST_F(ReportCommands, ExportTheSpecOfTheSet) {
     platform.files = {NewFile("s.gvx")};
     Run("butExport");

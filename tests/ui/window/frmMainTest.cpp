@@ -28,8 +28,8 @@ class MainWindow : public WindowTest {
   protected:
     void SetUp() override { platform.Take(); }
     void ExpectReportCommands(bool enabled) {
-        for (const char* action :
-             {"mnuFileSaveReport", "mnuFilePrint", "mnuFileExport", "butPrint", "butExport"}) {
+        for (const char* action : {"mnuFileSaveReport", "mnuFileSaveReportPdf", "mnuFilePrint",
+                                   "mnuFileExport", "butPrint", "butExport"}) {
             EXPECT_EQ(Enabled(action), enabled) << action;
         }
     }
@@ -74,11 +74,11 @@ TEST_F(MainWindow, HasTheFileMenuInItsOrder) {
         names.push_back(
             (action->menu() != nullptr ? action->menu()->objectName() : action->objectName()).toStdString());
     }
-    EXPECT_THAT(names,
-                ElementsAre("mnuFileNew", "mnuFileOpen", "mnuFileSave", "mnuFileSaveAs", "mnuFileSep1",
-                            "mnuFileExport", "mnuFileSaveReport", "mnuFileSep2", "mnuFilePrint",
-                            "mnuFilePrintSetup", "mnuFileSep3", "mnuFileSend", "mnuFileSep4", "mnuFileMRU0",
-                            "mnuFileMRU1", "mnuFileMRU2", "mnuFileMRU3", "mnuFileSep5", "mnuFileExit"));
+    EXPECT_THAT(names, ElementsAre("mnuFileNew", "mnuFileOpen", "mnuFileSave", "mnuFileSaveAs", "mnuFileSep1",
+                                   "mnuFileExport", "mnuFileSaveReport", "mnuFileSaveReportPdf",
+                                   "mnuFileSep2", "mnuFilePrint", "mnuFilePrintSetup", "mnuFileSep3",
+                                   "mnuFileSend", "mnuFileSep4", "mnuFileMRU0", "mnuFileMRU1", "mnuFileMRU2",
+                                   "mnuFileMRU3", "mnuFileSep5", "mnuFileExit"));
     for (const char* hidden : {"mnuFileSep4", "mnuFileMRU0", "mnuFileMRU3"}) {
         EXPECT_FALSE(Find<QAction>(Window(), hidden).isVisible()) << hidden;
     }

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTest>
 
 #include "CMiscLoad.h"
@@ -339,6 +340,71 @@ TEST_F(RecommendPanel, PrintsTheWholeReport) {
     EXPECT_TRUE(document.starts_with("%PDF"));
     EXPECT_GT(document.size(), 5000U) << "a report's fonts and text";
     EXPECT_EQ(View().SelLength(), 2) << "the selection has no part in it";
+}
+
+/// A5 on its side; every length is another.
+PrintSetup WideA5() {
+    return {.printer = "Laser",
+            .width = 11906,
+            .height = 8391,
+            .left = 700,
+            .right = 710,
+            .top = 720,
+            .bottom = 730};
+}
+
+TEST_F(RecommendPanel, ThePrintSetupHoldsForViewAndPrint) {
+    Recommend();
+    EXPECT_EQ(View().Layout().Paper(), RichPage({12240, 15840, 1080, 1080, 720, 720}));
+    platform.printSetup = WideA5();
+    App().IsMetric(true);
+    Run("mnuFilePrintSetup");
+    EXPECT_EQ(platform.Take().back().text, "mm");
+    EXPECT_EQ(platform.offered, PrintSetup{});
+    EXPECT_EQ(View().Layout().Paper(), RichPage({11906, 8391, 700, 710, 720, 730}));
+    platform.printSetup.reset();
+    platform.printFile = folder / "report.pdf";
+    Run("mnuFilePrint");
+    EXPECT_EQ(platform.offered, WideA5());
+    EXPECT_THAT(ReadBytes(folder / "report.pdf"), HasSubstr("/MediaBox [0 0 595.000000 420.000000]"));
+}
+
+TEST_F(RecommendPanel, ACancelledPrintSetupChangesNothing) {
+    platform.printSetup = WideA5();
+    Run("mnuFilePrintSetup");
+    platform.printSetup.reset();
+    Run("mnuFilePrintSetup");
+    EXPECT_EQ(platform.offered, WideA5());
+    EXPECT_EQ(View().Layout().Paper().width, 11906);
+}
+
+TEST_F(RecommendPanel, WhatIsChosenAtPrintingHoldsFromThenOn) {
+    Recommend();
+    platform.printSetup = WideA5();
+    platform.printFile = folder / "report.pdf";
+    Run("mnuFilePrint");
+    EXPECT_THAT(ReadBytes(folder / "report.pdf"), HasSubstr("/MediaBox [0 0 595.000000 420.000000]"));
+    EXPECT_EQ(View().Layout().Paper().height, 8391);
+}
+
+TEST_F(RecommendPanel, ThePrintSetupIsThereAtTheNextStart) {
+    platform.printSetup = WideA5();
+    Run("mnuFilePrintSetup");
+    Restart();
+    platform.printSetup.reset();
+    Run("mnuFilePrintSetup");
+    EXPECT_EQ(platform.offered, WideA5());
+    EXPECT_EQ(View().Layout().Paper().width, 11906);
+}
+
+TEST_F(RecommendPanel, ThePagesBearTheProjectsName) {
+    Find<QLineEdit>(Find<QWidget>(Window(), "panProject"), "txtName").setText("Mill");
+    Recommend();
+    EXPECT_EQ(View().FooterName(), "Mill");
+    SiteWithoutCandidates();
+    Find<QLineEdit>(Find<QWidget>(Window(), "panProject"), "txtName").setText("Farm");
+    Recommend();
+    EXPECT_EQ(View().FooterName(), "Farm") << "those of a failed search, too";
 }
 
 TEST_F(RecommendPanel, ExportsTheSetThatIsShown) {

@@ -415,6 +415,17 @@ TEST_F(SitePanel, ArrowsStayWithinTheirBounds) {
     }
 }
 
+TEST_F(SitePanel, SaysBesideTheLimitThatAConnectionHasNoDistortionFigures) {
+    auto& note = Control<QLabel>("panPwrSys", "lblNoDistortion");
+    EXPECT_EQ(note.text().toStdString(), "no distortion figures for this connection");
+    for (std::int32_t code = 1; code <= 6; ++code) {
+        PickConnection(code);
+        EXPECT_EQ(note.isVisibleTo(&Panel()), code > 2) << code;
+    }
+    PickConnection(1);
+    EXPECT_FALSE(note.isVisibleTo(&Panel()));
+}
+
 TEST_F(SitePanel, ConnectionsWithoutDistortionFiguresTakeNoHarmonicLimit) {
     for (const std::int32_t code : {3, 6}) {
         PickConnection(1);

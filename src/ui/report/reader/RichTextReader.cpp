@@ -226,18 +226,6 @@ class Reader {
     Context m_context;
 };
 
-/// Margins that leave too little for the text give way to none.
-void MendPage(RichPage& page) {
-    page.width = std::max(page.width, kLeastText);
-    page.height = std::max(page.height, kLeastText);
-    if (page.width - page.left - page.right < kLeastText) {
-        page.left = page.right = 0;
-    }
-    if (page.height - page.top - page.bottom < kLeastText) {
-        page.top = page.bottom = 0;
-    }
-}
-
 RichDocument ReadPlainText(std::string_view bytes) {
     RichDocument document;
     while (!bytes.empty()) {
@@ -257,9 +245,21 @@ RichDocument ReadPlainText(std::string_view bytes) {
 
 }  // namespace
 
+RichPage SoundPage(RichPage page) {
+    page.width = std::max(page.width, kLeastText);
+    page.height = std::max(page.height, kLeastText);
+    if (page.width - page.left - page.right < kLeastText) {
+        page.left = page.right = 0;
+    }
+    if (page.height - page.top - page.bottom < kLeastText) {
+        page.top = page.bottom = 0;
+    }
+    return page;
+}
+
 RichDocument ReadRichText(std::string_view bytes) {
     RichDocument document = bytes.starts_with(kSignature) ? Reader(bytes).Read() : ReadPlainText(bytes);
-    MendPage(document.page);
+    document.page = SoundPage(document.page);
     if (document.defaultTab <= 0) {
         document.defaultTab = RichDocument{}.defaultTab;
     }

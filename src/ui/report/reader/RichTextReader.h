@@ -6,7 +6,7 @@
 #include <vector>
 
 /// Reads rich text into plain structures, as far as reports use it: one section of paragraphs with tab stops,
-/// faces, sizes, bold and italic. What it does not know it passes over.
+/// faces, sizes, bold and italic, and what no page may part. What it does not know it passes over.
 namespace genvara {
 
 /// How a text stands at its tab stop: it begins, ends, has its decimal point, or its middle there.
@@ -42,6 +42,8 @@ struct RichParagraph {
     std::vector<RichTabStop> stops;  ///< rising, at most 64
     std::vector<RichRun> runs;       ///< none of them empty, neighbours of different formats
     RichFormat mark;                 ///< of the paragraph's end, which gives an empty paragraph its height
+    bool isOnePiece = false;         ///< no page ends between its lines
+    bool isWithNext = false;         ///< no page ends between it and the next one
 };
 
 /// All in twips. The defaults are those of the format.
@@ -55,6 +57,9 @@ struct RichPage {
 
     bool operator==(const RichPage&) const = default;
 };
+
+/// A page that can be used: margins that leave too little for the text give way to none.
+[[nodiscard]] RichPage SoundPage(RichPage page);
 
 struct RichDocument {
     RichPage page;

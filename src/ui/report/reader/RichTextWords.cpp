@@ -94,6 +94,8 @@ void ResetParagraph(Context& context) {
     context.state.alignment = RichAlignment::kLeft;
     context.state.stops.clear();
     context.state.nextStop = RichTabKind::kLeft;
+    context.state.isOnePiece = false;
+    context.state.isWithNext = false;
 }
 
 void ResetFormat(Context& context) {
@@ -170,6 +172,8 @@ constexpr std::array kWords = std::to_array<ControlWord>({
     {"headerr", Divert<Destination::kNothing>},
     {"i", [](Context& c, Figure f) { c.state.format.italic = IsOn(f); }},
     {"info", Divert<Destination::kNothing>},
+    {"keep", [](Context& c, Figure) { c.state.isOnePiece = true; }},
+    {"keepn", [](Context& c, Figure) { c.state.isWithNext = true; }},
     {"ldblquote", Letter<0x201C>},
     {"line", Letter<U'\n'>},
     {"lquote", Letter<0x2018>},
@@ -234,6 +238,8 @@ void EndParagraph(Context& context) {
     context.paragraph.alignment = context.state.alignment;
     context.paragraph.stops = context.state.stops;
     context.paragraph.mark = PresentFormat(context);
+    context.paragraph.isOnePiece = context.state.isOnePiece;
+    context.paragraph.isWithNext = context.state.isWithNext;
     context.document.paragraphs.push_back(std::exchange(context.paragraph, {}));
 }
 

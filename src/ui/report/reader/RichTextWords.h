@@ -24,6 +24,8 @@ struct State {
     RichAlignment alignment = RichAlignment::kLeft;
     std::vector<RichTabStop> stops;
     RichTabKind nextStop = RichTabKind::kLeft;
+    bool isOnePiece = false;
+    bool isWithNext = false;
     std::int32_t fallbackLength = 1;  // characters that stand in for one given by its number
 };
 

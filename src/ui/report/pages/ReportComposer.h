@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "PageBreaks.h"
 #include "ReportLayout.h"
 #include "RichTextReader.h"
 
@@ -18,7 +19,8 @@ namespace genvara {
 /// Sets a document on its pages; see `ReportLayout`.
 class ReportComposer {
   public:
-    explicit ReportComposer(const RichDocument& document);
+    /// @param page in place of the document's own
+    ReportComposer(const RichDocument& document, const RichPage& page);
 
     void Compose();
 
@@ -54,6 +56,8 @@ class ReportComposer {
     void AppendRuns(const RichParagraph& paragraph);
     void BeginRow(int from);
     void EndRow(int to, int next);
+    void BindRows(std::size_t first, const RichParagraph* next);
+    void SetOnPages();
     [[nodiscard]] std::pair<double, double> HeightsOf(int from, int to) const;
 
     [[nodiscard]] std::optional<RichTabStop> NextStop() const;
@@ -69,9 +73,11 @@ class ReportComposer {
     void AddPiece(ReportPiece piece);
 
     const RichDocument& m_document;
+    RichPage m_page;
     double m_textWidth;
     QString m_text;
     std::vector<ReportRow> m_rows;
+    std::vector<BoundLine> m_lines;  // the rows, as pages see them
     std::vector<ReportPiece> m_pieces;
 
     std::vector<SetFont> m_fonts;
@@ -82,8 +88,6 @@ class ReportComposer {
     std::size_t m_markFont = 0;
     ReportRow m_row;
     double m_x = 0.0;  // where the row has come to
-    double m_y;        // where the next row begins
-    int m_page = 0;
 };
 
 }  // namespace genvara

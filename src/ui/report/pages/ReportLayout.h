@@ -4,6 +4,7 @@
 #include <QRectF>
 #include <QString>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "RichTextReader.h"
@@ -36,8 +37,12 @@ struct ReportRow {
     double start = 0.0;     ///< where its first character stands [twip] from the left margin
 };
 
-/// A document set on its pages as a word processor sets it. All lengths are twips, so that every screen and
+/// A document set on pages as a word processor sets it. All lengths are twips, so that every screen and
 /// printer shows the same lines, columns and pages.
+///
+/// The pages are the document's own, or of a paper that the user has chosen. On paper that is narrower than
+/// the document's own page the text is as wide as there, so that columns and rules stay whole, and is scaled
+/// down as the page is printed, to a half at most.
 ///
 /// Tab stops hold for the text up to the next tab: it begins, ends or has its decimal point there; a text
 /// without a point ends at a decimal stop. A text that is too long for its stop takes the room behind it, and
@@ -45,11 +50,17 @@ struct ReportRow {
 /// default distance holds. A tab with no stop left begins a new line.
 class ReportLayout {
   public:
-    explicit ReportLayout(const RichDocument& document);
+    /// @param paper in place of the document's own page
+    explicit ReportLayout(const RichDocument& document, const std::optional<RichPage>& paper = std::nullopt);
 
     /// Pages; at least one.
     [[nodiscard]] int PageCount() const noexcept { return m_pageCount; }
+    /// The page before it is scaled.
     [[nodiscard]] const RichPage& Page() const noexcept { return m_page; }
+    /// The page as it is printed.
+    [[nodiscard]] const RichPage& Paper() const noexcept { return m_paper; }
+    /// What a twip of the layout is on paper [twip], 0.5 to 1.
+    [[nodiscard]] double Scale() const noexcept { return m_scale; }
 
     /// The shown text, with a line feed for each paragraph's end and each forced break. Positions below count
     /// its UTF-16 units.
@@ -73,6 +84,8 @@ class ReportLayout {
     [[nodiscard]] QRectF AreaOf(std::size_t row, int from, int to) const;
 
   private:
+    RichPage m_paper;
+    double m_scale = 1.0;
     RichPage m_page;
     QString m_text;
     std::vector<ReportRow> m_rows;

@@ -5,6 +5,7 @@
 #include <QTextOption>
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "ReportFonts.h"
 
@@ -56,25 +57,36 @@ void SetLines(QTextLayout& letters, double firstWidth, double otherWidth, QTextO
     letters.endLayout();
 }
 
+/// Height of a line [twip] as word processors count it, so that their pages end at the same lines: letters in
+/// dots of a sixth of a twip, then letters and gap in whole twips.
+double LineHeight(const QFontMetricsF& letters) {
+    constexpr double kDots = 6.0;
+    const auto inDots = [](double twips) { return std::round(twips * kDots) / kDots; };
+    return std::round(inDots(letters.ascent()) + inDots(letters.descent())) +
+           std::round(inDots(std::max(0.0, letters.leading())));
+}
+
 double AdvanceOf(const QTextLine& line) {
     return std::max(0.0, line.cursorToX(line.textStart() + line.textLength()));
 }
 
 }  // namespace
 
-ReportComposer::ReportComposer(const RichDocument& document)
-    : m_document(document),
-      m_textWidth(document.page.width - document.page.left - document.page.right),
-      m_y(document.page.top) {}
+ReportComposer::ReportComposer(const RichDocument& document, const RichPage& page)
+    : m_document(document), m_page(page), m_textWidth(page.width - page.left - page.right) {}
 
 void ReportComposer::Compose() {
-    for (const RichParagraph& paragraph : m_document.paragraphs) {
-        SetParagraph(paragraph);
+    const std::vector<RichParagraph>& paragraphs = m_document.paragraphs;
+    for (std::size_t i = 0; i < paragraphs.size(); ++i) {
+        const std::size_t first = m_rows.size();
+        SetParagraph(paragraphs[i]);
+        BindRows(first, i + 1 < paragraphs.size() ? &paragraphs[i + 1] : nullptr);
     }
     if (m_rows.empty()) {
         const RichParagraph none;
         SetParagraph(none);
     }
+    SetOnPages();
 }
 
 void ReportComposer::SetParagraph(const RichParagraph& paragraph) {
@@ -139,16 +151,9 @@ void ReportComposer::BeginRow(int from) {
 /// @param next where the next row begins: behind a line break
 void ReportComposer::EndRow(int to, int next) {
     const auto [ascent, descent] = HeightsOf(m_row.from, next);
-    const RichPage& page = m_document.page;
     m_row.to = to;
     m_row.height = ascent + descent;
-    if (m_y + m_row.height > page.height - page.bottom && m_y > page.top) {
-        ++m_page;
-        m_y = page.top;
-    }
-    m_row.page = m_page;
-    m_row.top = m_y;
-    m_row.baseline = m_y + ascent;
+    m_row.baseline = ascent;
     m_row.pieceCount = m_pieces.size() - m_row.firstPiece;
     const double room = std::max(0.0, m_textWidth - m_x);
     m_row.start = m_paragraph->alignment == RichAlignment::kCentre  ? room / 2
@@ -157,8 +162,26 @@ void ReportComposer::EndRow(int to, int next) {
     for (std::size_t i = m_row.firstPiece; i < m_pieces.size(); ++i) {
         m_pieces[i].x += m_row.start;
     }
-    m_y += m_row.height;
     m_rows.push_back(m_row);
+    m_lines.push_back({.height = m_row.height});
+}
+
+/// Binds the rows of the present paragraph, from its first one on, to each other and to the next paragraph.
+void ReportComposer::BindRows(std::size_t first, const RichParagraph* next) {
+    BindLines(std::span(m_lines).subspan(first), m_paragraph->isOnePiece);
+    if (next != nullptr) {
+        m_lines.back().bond = BondBetween(*m_paragraph, *next);
+    }
+}
+
+/// Rows know their height and the baseline below their upper edge until all of them are there.
+void ReportComposer::SetOnPages() {
+    const std::vector<LinePlace> places = PlaceOnPages(m_lines, m_page.height - m_page.top - m_page.bottom);
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        m_rows[i].page = places[i].page;
+        m_rows[i].top = m_page.top + places[i].top;
+        m_rows[i].baseline += m_rows[i].top;
+    }
 }
 
 /// The greatest height above and below the baseline; those of the paragraph's end for an empty row.
@@ -323,8 +346,7 @@ std::size_t ReportComposer::FontIndex(const RichFormat& format) {
     if (found == m_fonts.end()) {
         const QFont font = ReportFont(format);
         const QFontMetricsF heights(font);
-        m_fonts.push_back(
-            {format, font, heights.ascent(), heights.descent() + std::max(0.0, heights.leading())});
+        m_fonts.push_back({format, font, heights.ascent(), LineHeight(heights) - heights.ascent()});
         return m_fonts.size() - 1;
     }
     return static_cast<std::size_t>(found - m_fonts.begin());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -8,10 +9,13 @@
 
 namespace genvara {
 
-/// JSON on one line, written as it comes. Doubles stand in the shortest text that reads back to the same
-/// value, and null where they are not finite.
+/// JSON, written as it comes: on one line, or a line for each member and element. Doubles stand in the
+/// shortest text that reads back to the same value, and null where they are not finite.
 class JsonText {
   public:
+    /// @param indent blanks for each level on lines of their own; 0 for one line.
+    explicit JsonText(std::size_t indent = 0) : m_indent(indent) {}
+
     JsonText& BeginObject();
     JsonText& EndObject();
     JsonText& BeginArray();
@@ -29,6 +33,8 @@ class JsonText {
     JsonText& Value(const char* text) { return Value(std::string_view(text)); }
 
     JsonText& Null();
+    /// A value that is JSON already.
+    JsonText& Raw(std::string_view json);
 
     /// Null for a value that is not there.
     template <typename Type>
@@ -54,10 +60,16 @@ class JsonText {
     [[nodiscard]] const std::string& Text() const noexcept { return m_text; }
 
   private:
+    JsonText& Begin(char bracket);
+    JsonText& End(char bracket);
     void Separate();
+    void BreakLine();
 
     std::string m_text;
+    std::size_t m_indent;
+    std::size_t m_depth = 0;
     bool m_needsComma = false;
+    bool m_afterKey = false;
 };
 
 }  // namespace genvara

@@ -11,35 +11,25 @@
 namespace genvara {
 
 JsonText& JsonText::BeginObject() {
-    Separate();
-    m_text += '{';
-    m_needsComma = false;
-    return *this;
+    return Begin('{');
 }
 
 JsonText& JsonText::EndObject() {
-    m_text += '}';
-    m_needsComma = true;
-    return *this;
+    return End('}');
 }
 
 JsonText& JsonText::BeginArray() {
-    Separate();
-    m_text += '[';
-    m_needsComma = false;
-    return *this;
+    return Begin('[');
 }
 
 JsonText& JsonText::EndArray() {
-    m_text += ']';
-    m_needsComma = true;
-    return *this;
+    return End(']');
 }
 
 JsonText& JsonText::Key(std::string_view name) {
     Separate();
-    m_text.append(1, '"').append(name).append("\":");
-    m_needsComma = false;
+    m_text.append(1, '"').append(name).append(m_indent > 0 ? "\": " : "\":");
+    m_afterKey = true;
     return *this;
 }
 
@@ -79,11 +69,49 @@ JsonText& JsonText::Value(std::string_view text) {
     return *this;
 }
 
-void JsonText::Separate() {
+JsonText& JsonText::Raw(std::string_view json) {
+    Separate();
+    m_text += json;
+    return *this;
+}
+
+JsonText& JsonText::Begin(char bracket) {
+    Separate();
+    m_text += bracket;
+    m_needsComma = false;
+    ++m_depth;
+    return *this;
+}
+
+JsonText& JsonText::End(char bracket) {
+    --m_depth;
     if (m_needsComma) {
-        m_text += ',';
+        BreakLine();
+    }
+    m_text += bracket;
+    m_needsComma = true;
+    return *this;
+}
+
+/// What comes before a value or a key: nothing between a key and its value.
+void JsonText::Separate() {
+    if (m_afterKey) {
+        m_afterKey = false;
+    } else {
+        if (m_needsComma) {
+            m_text += ',';
+        }
+        if (m_depth > 0) {
+            BreakLine();
+        }
     }
     m_needsComma = true;
+}
+
+void JsonText::BreakLine() {
+    if (m_indent > 0) {
+        m_text.append(1, '\n').append(m_depth * m_indent, ' ');
+    }
 }
 
 }  // namespace genvara

@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <QTextLayout>
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <span>
 
 #include "ReportComposer.h"
@@ -12,6 +14,8 @@ namespace {
 
 /// Width of a line's end in a selection [twip], so that empty lines show that they are selected.
 constexpr double kLineEndWidth = 90.0;
+/// Letters of 10 points are still read at 5.
+constexpr double kLeastScale = 0.5;
 
 std::span<const ReportPiece> PiecesOf(const std::vector<ReportPiece>& pieces, const ReportRow& row) {
     return std::span(pieces).subspan(row.firstPiece, row.pieceCount);
@@ -34,10 +38,31 @@ int PositionWithin(const ReportPiece& piece, double x) {
     return piece.from + line.xToCursor(x) - line.textStart();
 }
 
+double TextWidth(const RichPage& page) {
+    return page.width - page.left - page.right;
+}
+
+/// A page of which each length is some times as long.
+RichPage Enlarged(const RichPage& page, double times) {
+    const auto enlarge = [times](double length) {
+        return static_cast<std::int32_t>(std::lround(length * times));
+    };
+    RichPage enlarged{.height = enlarge(page.height),
+                      .left = enlarge(page.left),
+                      .right = enlarge(page.right),
+                      .top = enlarge(page.top),
+                      .bottom = enlarge(page.bottom)};
+    enlarged.width = enlarged.left + enlarge(TextWidth(page)) + enlarged.right;
+    return enlarged;
+}
+
 }  // namespace
 
-ReportLayout::ReportLayout(const RichDocument& document) : m_page(document.page) {
-    ReportComposer composer(document);
+ReportLayout::ReportLayout(const RichDocument& document, const std::optional<RichPage>& paper)
+    : m_paper(SoundPage(paper.value_or(document.page))),
+      m_scale(std::clamp(TextWidth(m_paper) / TextWidth(document.page), kLeastScale, 1.0)),
+      m_page(Enlarged(m_paper, 1.0 / m_scale)) {
+    ReportComposer composer(document, m_page);
     composer.Compose();
     m_text = composer.TakeText();
     m_rows = composer.TakeRows();

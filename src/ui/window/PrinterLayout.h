@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QPageLayout>
+
+#include "PrintSetup.h"
+#include "RichTextReader.h"
+
+namespace genvara {
+
+/// The page that reports are set on.
+[[nodiscard]] RichPage ReportPage(const PrintSetup& setup);
+
+/// Paper and margins as the desktop's print dialogs have them.
+[[nodiscard]] QPageLayout PrinterLayout(const PrintSetup& setup);
+
+/// Takes paper and margins over from a print dialog, unless reports cannot be printed with them.
+/// @param before what the dialog began with: a length that it left alone keeps its twips.
+void TakeLayout(PrintSetup& setup, const QPageLayout& before, const QPageLayout& after);
+
+}  // namespace genvara
