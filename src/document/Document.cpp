@@ -23,11 +23,13 @@ void Document::New(ProjectReadObserver& observer) {
     observer.ProjectRead();
     m_loadProfile.DeleteAllLoadSteps();
     observer.StepsCleared();
+    m_designer.ForgetRun();
 }
 
 ReadResult Document::Read(const std::filesystem::path& file, ProjectReadObserver& observer) {
     const ReadResult result = ReadProjectFile(file, Model(), observer);
     if (result == ReadResult::Done) {
+        m_designer.ForgetRun();
         FollowConnection();
     }
     return result;

@@ -46,11 +46,12 @@ class Document {
     void ProjectFile(std::string file) { m_file = std::move(file); }
 
     /// Begins a new project without a file, in the records' order: site, project, load profile. The observer
-    /// is told of each, as by a reader.
+    /// is told of each, as by a reader. The designer forgets the project before.
     void New(ProjectReadObserver& observer);
 
-    /// Fills the records from a file; the document's own file is the caller's to name. The site's phases are
-    /// then those of its connection, if the catalogue knows it.
+    /// Fills the records from a file; the document's own file is the caller's to name. The designer has then
+    /// forgotten the project before, and the site's phases are those of its connection, if the catalogue
+    /// knows it.
     /// @throws RaisedError as `ReadProjectFile`; the records are then as before.
     ReadResult Read(const std::filesystem::path& file, ProjectReadObserver& observer);
 

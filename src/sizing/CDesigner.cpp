@@ -38,6 +38,15 @@ std::int32_t CDesigner::ChooseSets() {
     return NumChosenSets();
 }
 
+void CDesigner::ForgetRun() {
+    m_candidates.reset();
+    m_chosen.clear();
+    m_rejected.clear();
+    m_requirements = {};
+    m_figures = {};
+    m_vthdCalcsValid = false;
+}
+
 std::string CDesigner::TrimModelNum(std::string_view text) {
     return std::string(text.substr(0, text.find('-')));
 }

@@ -51,6 +51,10 @@ class CDesigner : public DesignLimits {
     /// before stay.
     std::int32_t ChooseSets();
 
+    /// Forgets the last run, as before the first one: another project takes the place of the one that was
+    /// sized.
+    void ForgetRun();
+
     /// The recommended sets, smallest first.
     [[nodiscard]] const std::vector<ChosenSet>& ChosenSets() const noexcept { return m_chosen; }
     /// The undersized sets, largest first.

@@ -206,6 +206,20 @@ void frmMain::ShowPanel(QWidget& panel, std::int32_t index) {
     }
 }
 
+void frmMain::ShowProjectPanel() {
+    ShowHeadings();
+    m_panRecommend->ClearReport();
+    ShowPanel(*m_panProject, kProject);
+    EnableReportCommands(false);
+}
+
+void frmMain::ShowHeadings() {
+    const std::string name = m_panProject->ProjectName();
+    m_panPwrSys->ProjectName(name);
+    m_panLoadProfile->ProjectName(name);
+    m_panRecommend->ProjectName(name);
+}
+
 void frmMain::ShowCaption() {
     setWindowTitle(ToQt(WindowCaption(m_application->BrandLabel(), m_panProject->ProjectName())));
 }

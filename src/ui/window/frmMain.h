@@ -97,6 +97,9 @@ class frmMain final : public QMainWindow, public LoadFormHost {
 
     // Panels.
     void ShowPanel(QWidget& panel, std::int32_t index);
+    /// Shows the project panel as the first one of a project: nothing of the project before is on any panel.
+    void ShowProjectPanel();
+    void ShowHeadings();
     void Recommend();
     void EnableReportCommands(bool enabled);
     void EnableExport(bool enabled);

@@ -128,9 +128,7 @@ void frmMain::NewProject() {
         Shown shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
         m_application->Document().New(shown);
     }
-    m_panPwrSys->ProjectName("");
-    m_panProject->ProjectName("");
-    m_panLoadProfile->ProjectName("");
+    ShowHeadings();
     m_panRecommend->ClearReport();
     SideBarClicked(0);
     statusBar()->clearMessage();
@@ -200,6 +198,7 @@ void frmMain::ReadProjectFile(const std::string& file) {
         Tell("This project file is not compatible with " + label, MessageIcon::Exclamation, label);
         return;
     }
+    ShowProjectPanel();
     if (skipped > 0) {
         statusBar()->showMessage(
             tr("%1 entries of the file could not be read and were left out.").arg(skipped));

@@ -71,6 +71,25 @@ TEST(Designer, WithoutCandidatesKeepsTheTotalsOfTheRunBefore) {
     EXPECT_TRUE(fixture.designer.VTHD_CalcsValid());  // connection 1
 }
 
+TEST(Designer, ForgetsARunButNotItsSettings) {
+    EngineFixture fixture;
+    fixture.AddKilowatts(90);
+    fixture.gensets.rows = {MakeRow({.rating = 300}), MakeRow({.rating = 100})};
+    fixture.designer.MaxLoading(85);
+    EXPECT_EQ(fixture.Run(), 1);  // 90 of 100 kW are beyond the limit
+    ASSERT_EQ(fixture.designer.NumRejectedSets(), 1);
+    fixture.designer.SelectGensets();
+    fixture.designer.ForgetRun();
+    EXPECT_EQ(fixture.designer.NumChosenSets(), 0);
+    EXPECT_EQ(fixture.designer.NumRejectedSets(), 0);
+    EXPECT_EQ(fixture.designer.TotalRunningKW(), 0.0);
+    EXPECT_EQ(fixture.designer.PeakStartingKVA(), 0.0);
+    EXPECT_FALSE(fixture.designer.VTHD_CalcsValid());
+    EXPECT_EQ(fixture.designer.MaxLoading(), 85);
+    EXPECT_EQ(fixture.designer.ChooseSets(), 0) << "the candidates are forgotten too";
+    EXPECT_EQ(fixture.Run(), 1);
+}
+
 struct LoadingCase {
     double kilowatts;
     std::int32_t minLoading;

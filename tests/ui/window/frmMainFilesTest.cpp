@@ -252,16 +252,13 @@ TEST_F(FileCommands, OpenRefusesAnIncompatibleFileButTakesItsName) {
     EXPECT_FALSE(g_ProjectDirty);
 }
 
-TEST_F(FileCommands, OpenShowsTheProjectPanelUnlessItSavedFirst) {
-    Bar(1);
-    Open(Sample("farm.prj"));
-    EXPECT_EQ(ShownPanel(), "panProject");
+TEST_F(FileCommands, OpenSavesFirstWhereItIsAskedTo) {
     SaveAs(NewFile("a.prj"));
-    Bar(1);
+    Name("Mill");
     g_ProjectDirty = true;
     platform.answers = {MessageAnswer::Yes};
     Open(Sample("farm.prj"));
-    EXPECT_EQ(ShownPanel(), "panPwrSys");
+    EXPECT_THAT(ReadBytes(NewFile("a.prj")), HasSubstr("\"Mill\""));
     EXPECT_FALSE(g_ProjectDirty);
 }
 
