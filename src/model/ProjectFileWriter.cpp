@@ -182,8 +182,10 @@ ProjectText RenderProject(const ProjectModel& model, const ProgramVersion& versi
 std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectModel& model,
                              const ProgramVersion& version, const Clock& clock,
                              const std::function<void()>& opened) {
+    const char* doing = "opening";
     try {
         AtomicFile target(file);
+        doing = "writing";
         if (opened) {
             opened();
         }
@@ -193,7 +195,7 @@ std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectMod
         return text.lostCharacters;
     } catch (const RaisedError& failure) {
         throw RaisedError(failure.Number(), "frmMain::WriteProjectFile",
-                          fmt::format("Error opening {}\r\n{}", file.string(), failure.Description()));
+                          fmt::format("Error {} {}\r\n{}", doing, file.string(), failure.Description()));
     }
 }
 
