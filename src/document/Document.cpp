@@ -1,11 +1,19 @@
 #include "Document.h"
 
+#include <algorithm>
 #include <utility>
 
-#include "NumberText.h"
+#include "FailureRegion.h"
+#include "FileIdentity.h"
 #include "ProgramVersion.h"
+#include "WriteObstacle.h"
 
 namespace genvara {
+namespace {
+
+constexpr std::int32_t kCountRiseDuties = 5;  // codes from 0
+
+}  // namespace
 
 Document::Document(const CDefaults& defaults, Catalogue& catalogue, GensetSource& gensets, Clock clock)
     : m_catalogue(&catalogue),
@@ -24,19 +32,47 @@ void Document::New(ProjectReadObserver& observer) {
     m_loadProfile.DeleteAllLoadSteps();
     observer.StepsCleared();
     m_designer.ForgetRun();
+    m_changed = false;
 }
 
 ReadResult Document::Read(const std::filesystem::path& file, ProjectReadObserver& observer) {
+    m_unread.push_back(file);  // until it has been read
     const ReadResult result = ReadProjectFile(file, Model(), observer);
     if (result == ReadResult::Done) {
+        ForgetUnread(file);
         m_designer.ForgetRun();
-        FollowConnection();
+        m_changed = false;
+        FailureRegion region;  // without a list of connections the site keeps its phases
+        region.Run([this] { FollowConnection(); });
     }
     return result;
 }
 
 std::size_t Document::Write(const std::function<void()>& opened) {
-    return WriteProjectFile(m_file, Model(), kProgramVersion, m_clock, opened);
+    const std::size_t lost = WriteProjectFile(m_file, Model(), kProgramVersion, m_clock, opened);
+    ForgetUnread(m_file);
+    m_changed = false;
+    return lost;
+}
+
+std::optional<std::string> Document::SaveObstacle(const std::filesystem::path& file) const {
+    return IsSameFile(file, m_catalogue->File()) ? "this is the genset catalogue" : WriteObstacle(file);
+}
+
+std::optional<std::string> Document::OutputObstacle(const std::filesystem::path& file) const {
+    if (IsSameFile(file, m_file)) {
+        return "this is the file of the project";
+    }
+    return IsSameFile(file, m_catalogue->File()) ? std::optional("this is the genset catalogue")
+                                                 : std::nullopt;
+}
+
+bool Document::ReplacesUnread(const std::filesystem::path& file) const {
+    return std::ranges::any_of(m_unread, [&](const auto& unread) { return IsSameFile(unread, file); });
+}
+
+void Document::ForgetUnread(const std::filesystem::path& file) {
+    std::erase_if(m_unread, [&](const auto& unread) { return IsSameFile(unread, file); });
 }
 
 std::filesystem::path Document::Rescue(const std::filesystem::path& folder) {
@@ -59,6 +95,29 @@ void Document::FollowConnection() {
 
 bool Document::KnowsConnection() const {
     return m_catalogue->PhasesOf(m_powerSystem.ConnectCode()).has_value();
+}
+
+std::vector<UnofferedChoice> Document::UnofferedChoices() const {
+    const CPwrSys& site = m_powerSystem;
+    std::vector<UnofferedChoice> unoffered;
+    FailureRegion region;
+    const auto look = [&](SiteChoice choice, std::int32_t value, const auto& isOffered) {
+        region.Run([&] {
+            if (!isOffered(value)) {
+                unoffered.push_back({choice, value});
+            }
+        });
+    };
+    look(SiteChoice::Voltage, site.Voltage(),
+         [this](std::int32_t volts) { return std::ranges::count(m_catalogue->VoltagesLL(), volts) > 0; });
+    look(SiteChoice::Connection, site.ConnectCode(),
+         [this](std::int32_t code) { return m_catalogue->PhasesOf(code).has_value(); });
+    look(SiteChoice::Frequency, site.Freq(), [](std::int32_t hertz) { return hertz == 50 || hertz == 60; });
+    look(SiteChoice::Fuel, site.Fuel(),
+         [](std::int32_t code) { return code >= fuel::kAny && code <= fuel::kGasoline; });
+    look(SiteChoice::RiseDuty, site.RiseDutyCode(),
+         [](std::int32_t code) { return code >= 0 && code < kCountRiseDuties; });
+    return unoffered;
 }
 
 bool Document::HasLoads() const {

@@ -3,7 +3,9 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "CDefaults.h"
 #include "CDesigner.h"
@@ -14,6 +16,7 @@
 #include "DateTime.h"
 #include "ProjectFile.h"
 #include "ReportFiller.h"
+#include "SiteChoice.h"
 
 namespace genvara {
 
@@ -61,6 +64,22 @@ class Document {
     /// @throws RaisedError as `WriteProjectFile`.
     std::size_t Write(const std::function<void()>& opened = {});
 
+    // What stands in the way of a file, asked before a command begins: the end of a sentence, such as "its
+    // folder does not exist"; nothing if there is nothing.
+    /// Of saving the document under a name.
+    [[nodiscard]] std::optional<std::string> SaveObstacle(const std::filesystem::path& file) const;
+    /// Of writing a report or an export: what these are made from is not written over.
+    [[nodiscard]] std::optional<std::string> OutputObstacle(const std::filesystem::path& file) const;
+
+    /// Whether a save under a name would be the first one over a file that could not be read as a project:
+    /// somebody may keep something else there.
+    [[nodiscard]] bool ReplacesUnread(const std::filesystem::path& file) const;
+
+    /// Notes that something was entered that the document's file does not hold.
+    void Touch() noexcept { m_changed = true; }
+    /// Whether something was entered since the document was begun, read or saved.
+    [[nodiscard]] bool IsChanged() const noexcept { return m_changed; }
+
     /// Writes the records to a new file of a folder, which is created if need be; the document keeps its own
     /// file.
     /// @throws RaisedError with the system's number; std::filesystem::filesystem_error for the folder.
@@ -72,6 +91,10 @@ class Document {
     /// Whether the catalogue knows the site's connection.
     /// @throws RaisedError of `Catalogue::Connections`.
     [[nodiscard]] bool KnowsConnection() const;
+
+    /// The site's choices that no list offers, in the order of `SiteChoice`. A list that the catalogue cannot
+    /// give offers everything.
+    [[nodiscard]] std::vector<UnofferedChoice> UnofferedChoices() const;
 
     /// Whether there is anything to size: only the first step counts, later ones may be empty.
     [[nodiscard]] bool HasLoads() const;
@@ -86,6 +109,7 @@ class Document {
 
   private:
     [[nodiscard]] ProjectModel Model() noexcept;
+    void ForgetUnread(const std::filesystem::path& file);
 
     Catalogue* m_catalogue;
     Clock m_clock;
@@ -94,6 +118,8 @@ class Document {
     CLoadProfile m_loadProfile;
     CDesigner m_designer;
     std::string m_file;
+    std::vector<std::filesystem::path> m_unread;  ///< files that could not be read as projects
+    bool m_changed = false;
 };
 
 /// Sentence for a document without anything to size.
