@@ -200,10 +200,13 @@ void frmMain::InitializeOutlookBar() {
     }
     m_barMain->LargeIcons(std::move(icons));
     std::int32_t index = 0;
+    std::vector<QString> keys;
     for (const BarEntry& entry : kBarEntries) {
+        keys.push_back(QKeySequence(entry.shortcut).toString(QKeySequence::NativeText));
         region.Run([&] { m_barMain->AddItem(entry.key, FromQt(Caption(entry.title)), index, index); });
         ++index;
     }
+    m_barMain->Keys(std::move(keys));
     if (region.Pending()) {
         throw RaisedError(kOutlookBarError, "frmMain.InitializeOutlookBar",
                           "Error adding buttons to the outlook bar.");
