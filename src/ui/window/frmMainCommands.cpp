@@ -1,13 +1,18 @@
 // The main window's dispatch of commands, and those that are no file's.
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
+#include <QDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QStackedWidget>
 #include <algorithm>
 
 #include "FailureRegion.h"
+#include "HelpPages.h"
+#include "LastChance.h"
 #include "Panel.h"
 #include "ReportView.h"
 #include "Texts.h"
@@ -23,6 +28,7 @@ namespace genvara {
 namespace {
 
 constexpr const char* kErrorTitle = "ERROR";
+constexpr const char* kNoHelp = "Help not available.";
 
 /// Toolbar keys and the commands that they stand for.
 struct ToolCommand {
@@ -44,7 +50,7 @@ constexpr std::array<ToolCommand, 9> kToolCommands{{{"butNew", "mnuFileNew"},
 void frmMain::Run(const std::string& name) {
     static const std::map<std::string, void (frmMain::*)()> commands{
         {"mnuFileNew", &frmMain::FileNew},          {"mnuFileOpen", &frmMain::FileOpen},
-        {"mnuFileSave", &frmMain::SaveProject},     {"mnuFileSaveAs", &frmMain::SaveProjectAs},
+        {"mnuFileSave", &frmMain::FileSave},        {"mnuFileSaveAs", &frmMain::FileSaveAs},
         {"mnuFileExport", &frmMain::ExportSpec},    {"mnuFileSaveReport", &frmMain::SaveReport},
         {"mnuFilePrint", &frmMain::PrintReport},    {"mnuFilePrintSetup", &frmMain::PrintSetup},
         {"mnuFileSendMail", &frmMain::SendMail},    {"mnuToolsDefaults", &frmMain::ShowDefaults},
@@ -104,17 +110,37 @@ void frmMain::RunEdit(const std::string& name) {
 }
 
 void frmMain::HelpTopics() {
-    RunOrTell("Help not available.", [this] {
+    RunOrTell(kNoHelp, [this] {
         m_application->HelpFile().RequestingWindow(static_cast<std::int32_t>(winId()));
         m_application->HelpFile().CloseFile();
+        m_application->HelpFile().ShowHelp();
     });
 }
 
 void frmMain::HelpContents() {
-    RunOrTell("Help not available.", [this] {
+    RunOrTell(kNoHelp, [this] {
         m_application->HelpFile().RequestingWindow(static_cast<std::int32_t>(winId()));
         m_application->HelpFile().ShowHelp();
     });
+}
+
+void frmMain::HelpOn(QDialog& dialog) {
+    const std::string place(HelpPlaceOf(FromQt(dialog.objectName())));
+    if (!m_platform->ShowHelp(&dialog, m_application->HelpFile().Filename(), place)) {
+        m_platform->ShowMessage(&dialog, {.text = kNoHelp, .icon = MessageIcon::Stop, .title = kErrorTitle});
+    }
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog != nullptr && key->matches(QKeySequence::HelpContents)) {
+            RunEvent([&] { HelpOn(*dialog); });
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void frmMain::ShowWebSite(const QAction& item) {

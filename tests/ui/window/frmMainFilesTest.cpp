@@ -91,27 +91,6 @@ TEST_F(FileCommands, ACancelledSaveLeavesTheProjectUnnamedAndDirty) {
     EXPECT_TRUE(platform.ends.empty());
 }
 
-TEST_F(FileCommands, AFailedSaveOfTheMenuEndsTheProgramAndKeepsTheProject) {
-    Name("Precious");
-    platform.files = {Unwritable()};
-    Run("mnuFileSave");
-    ASSERT_EQ(platform.ends.size(), 1U);
-    EXPECT_EQ(platform.ends[0].Number(), 53);
-    EXPECT_EQ(platform.ends[0].Source(), "frmMain::WriteProjectFile");
-    EXPECT_THAT(platform.ends[0].Description(), StartsWith("Error opening " + Unwritable() + "\r\n"));
-    EXPECT_THAT(ReadBytes(platform.asked.back().text), HasSubstr("\"Precious\""));
-}
-
-TEST_F(FileCommands, AFailedSaveOfTheToolbarIsPassedOverAndStoresNothing) {
-    Name("Mill");
-    g_ProjectDirty = true;
-    platform.files = {Unwritable()};
-    Run("butSave");
-    EXPECT_TRUE(platform.ends.empty());
-    EXPECT_TRUE(g_ProjectDirty);
-    EXPECT_EQ(App().Project().ProjName(), "");
-}
-
 TEST_F(FileCommands, ASaveShowsItsTimeButTheRecordKeepsItsOwn) {
     App().Project().LastModified(DateTime{2001, 2, 3, 4, 5, 6});
     SaveAs(NewFile("a.prj"));
@@ -409,13 +388,13 @@ TEST_F(ReportCommands, ExportTheSpecOfTheSet) {
 TEST_F(ReportCommands, ExportTellsOfCharactersThatTheFileLacks) {
     platform.files = {NewFile("s.gvx"), NewFile("t.gvx")};
     Run("mnuFileExport");
-    EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage(), "Exported.");
+    EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage(), "Exported s.gvx.");
     Name("\u03a9mega \u0142");  // a Greek and a Polish letter, neither in Windows-1252
     Bar(3);
     Run("mnuFileExport");
     EXPECT_THAT(ReadBytes(folder / "t.gvx"), HasSubstr("?mega ?"));
     EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage(),
-              "Exported; 2 characters that the file cannot hold were written as \"?\".");
+              "Exported t.gvx; 2 characters that the file cannot hold were written as \"?\".");
 }
 
 TEST_F(ReportCommands, PrintTheWholeReport) {
