@@ -16,6 +16,11 @@ function(add_layer NAME)
   target_link_libraries(${target} PUBLIC genvara_settings ${LAYER_PUBLIC_LINKS} PRIVATE ${LAYER_LINKS})
 endfunction()
 
+# Of a test program the compiling takes longer than the running: the optimiser is left out of the tests' own code.
+function(compile_tests_quickly TARGET)
+  target_compile_options(${TARGET} PRIVATE $<$<CONFIG:Release>:-O0>)
+endfunction()
+
 # add_layer_tests(NAME SOURCES ... USES layer... [LINKS library...])
 #
 # One test program a folder of tests/, found by ctest test by test.
@@ -27,6 +32,7 @@ function(add_layer_tests NAME)
   foreach(used IN LISTS TESTS_USES)
     target_link_libraries(${target} PRIVATE genvara_${used})
   endforeach()
+  compile_tests_quickly(${target})
   target_link_libraries(${target} PRIVATE genvara_settings ${TESTS_LINKS}
     GTest::gmock GTest::gtest GTest::gtest_main rapidcheck)
   gtest_discover_tests(${target} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60)

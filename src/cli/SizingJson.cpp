@@ -120,22 +120,22 @@ void StepTotals(JsonText& json, const CLoadStep& step) {
 void LoadProfileMember(JsonText& json, const CLoadProfile& profile, const CPwrSys& site) {
     json.Key("LoadProfile").BeginArray();
     std::int32_t number = 1;
-    for (const auto& step : profile) {
+    for (const CLoadStep& step : profile) {
         json.BeginObject()
             .Member("StepNumber", number)
-            .Member("Description", step->Description())
-            .Member("MaxVoltageDipOverride", step->MaxVoltageDipOverride())
-            .Member("StepMaxVoltageDip", StepMaxVoltageDip(*step, site));
-        StepTotals(json, *step);
-        json.Member("HasFirePump", step->HasFirePump())
-            .Member("HasLoadedMotor", step->HasLoadedMotor())
-            .Member("HasMedicalImageLoad", step->HasMedicalImageLoad())
-            .Member("HasLoadedMotorWithTap65", step->HasLoadedMotorWithTap65())
-            .Member("GetSmallestMedicalDip", step->GetSmallestMedicalDip());
-        PropsMember(json, step->GetProps());
+            .Member("Description", step.Description())
+            .Member("MaxVoltageDipOverride", step.MaxVoltageDipOverride())
+            .Member("StepMaxVoltageDip", StepMaxVoltageDip(step, site));
+        StepTotals(json, step);
+        json.Member("HasFirePump", step.HasFirePump())
+            .Member("HasLoadedMotor", step.HasLoadedMotor())
+            .Member("HasMedicalImageLoad", step.HasMedicalImageLoad())
+            .Member("HasLoadedMotorWithTap65", step.HasLoadedMotorWithTap65())
+            .Member("GetSmallestMedicalDip", step.GetSmallestMedicalDip());
+        PropsMember(json, step.GetProps());
         json.Key("Loads").BeginArray();
-        for (const auto& load : *step) {
-            LoadObject(json, *load);
+        for (const Load& load : step) {
+            LoadObject(json, load);
         }
         json.EndArray().EndObject();
         ++number;

@@ -80,14 +80,14 @@ void AddProfile(std::string& text, const SizedProject& sized) {
     }
     TextTable table(std::move(columns));
     std::int32_t number = 1;
-    for (const auto& step : sized.LoadProfile()) {
+    for (const CLoadStep& step : sized.LoadProfile()) {
         std::vector<std::string> cells{std::to_string(number),
-                                       OneLine(step->Description(), kLongestName),
-                                       Kilo(step->TotalRunningRealPower(0)),
-                                       Kilo(step->TotalRunningApparentPower(0)),
-                                       Kilo(step->TotalStartingRealPower(0)),
-                                       Kilo(step->TotalStartingApparentPower(0)),
-                                       std::to_string(StepMaxVoltageDip(*step, sized.PowerSystem()))};
+                                       OneLine(step.Description(), kLongestName),
+                                       Kilo(step.TotalRunningRealPower(0)),
+                                       Kilo(step.TotalRunningApparentPower(0)),
+                                       Kilo(step.TotalStartingRealPower(0)),
+                                       Kilo(step.TotalStartingApparentPower(0)),
+                                       std::to_string(StepMaxVoltageDip(step, sized.PowerSystem()))};
         if (recommended) {
             const ChosenSet& set = designer.ChosenSets().front();
             const auto s = static_cast<std::size_t>(number - 1);

@@ -19,6 +19,9 @@ class CAirCondLoad final : public Load {
     // Range errors of quantity and phases name the motor, as they always did.
     CAirCondLoad() : Load({"CMtrLoad::Quantity", "CMtrLoad::Phases"}) {}
 
+    [[nodiscard]] std::unique_ptr<Load> Clone() const override {
+        return std::make_unique<CAirCondLoad>(*this);
+    }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kAirConditioning; }
     [[nodiscard]] std::string Summary() const override;
 

@@ -22,6 +22,9 @@ class CBatChrgLoad final : public Load {
   public:
     CBatChrgLoad() : Load({"CBatChrgLoad::Quantity", "CBatChrgLoad::Phases"}) {}
 
+    [[nodiscard]] std::unique_ptr<Load> Clone() const override {
+        return std::make_unique<CBatChrgLoad>(*this);
+    }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kBatteryCharger; }
     [[nodiscard]] std::string Summary() const override;
 

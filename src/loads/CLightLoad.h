@@ -25,6 +25,7 @@ class CLightLoad final : public Load {
   public:
     CLightLoad() : Load({"CLightLoad::Quantity", "CLightLoad::Phases"}) {}
 
+    [[nodiscard]] std::unique_ptr<Load> Clone() const override { return std::make_unique<CLightLoad>(*this); }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kLighting; }
     [[nodiscard]] std::string Summary() const override;
 

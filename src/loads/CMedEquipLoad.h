@@ -10,6 +10,9 @@ class CMedEquipLoad final : public Load {
   public:
     CMedEquipLoad() : Load({"CMedEquipLoad::Quantity", "CMedEquipLoad::Phases"}) {}
 
+    [[nodiscard]] std::unique_ptr<Load> Clone() const override {
+        return std::make_unique<CMedEquipLoad>(*this);
+    }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kMedicalImaging; }
     [[nodiscard]] std::string Summary() const override { return "Medical Imaging Equipment"; }
 

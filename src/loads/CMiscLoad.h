@@ -9,6 +9,7 @@ class CMiscLoad final : public Load {
   public:
     CMiscLoad() : Load({"CMiscLoad::Quantity", "CMiscLoad::Phases"}) {}
 
+    [[nodiscard]] std::unique_ptr<Load> Clone() const override { return std::make_unique<CMiscLoad>(*this); }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kMiscellaneous; }
     [[nodiscard]] std::string Summary() const override;
 

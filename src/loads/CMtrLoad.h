@@ -30,6 +30,7 @@ class CMtrLoad final : public Load {
   public:
     CMtrLoad() : Load({"CMtrLoad::Quantity", "CMtrLoad::Phases"}) {}
 
+    [[nodiscard]] std::unique_ptr<Load> Clone() const override { return std::make_unique<CMtrLoad>(*this); }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kMotor; }
     [[nodiscard]] std::string Summary() const override;
 

@@ -11,6 +11,9 @@ class COfficeLoad final : public Load {
     // The range error of the quantity names the motor, as it always did.
     COfficeLoad() : Load({"CMtrLoad::Quantity", "COfficeLoad::Phases"}) {}
 
+    [[nodiscard]] std::unique_ptr<Load> Clone() const override {
+        return std::make_unique<COfficeLoad>(*this);
+    }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kOffice; }
     [[nodiscard]] std::string Summary() const override;
 

@@ -26,6 +26,7 @@ class CUPSLoad final : public Load {
     // The quantity's source has its letters crossed; messages show it so.
     CUPSLoad() : Load({"CUSPLoad::Quantity", "CUPSLoad::Phases"}) {}
 
+    [[nodiscard]] std::unique_ptr<Load> Clone() const override { return std::make_unique<CUPSLoad>(*this); }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kUPS; }
     [[nodiscard]] std::string Summary() const override;
 

@@ -13,6 +13,7 @@ class CVFDLoad final : public Load {
     explicit CVFDLoad(const MotorConversions& motors)
         : Load({"CVFDLoad::Quantity", "CVFDLoad::Phases"}), m_motors(&motors) {}
 
+    [[nodiscard]] std::unique_ptr<Load> Clone() const override { return std::make_unique<CVFDLoad>(*this); }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kVFD; }
     [[nodiscard]] std::string Summary() const override;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,10 +32,11 @@ inline constexpr std::int32_t kVFD = 8;
 class Load {
   public:
     virtual ~Load() = default;
-    Load(const Load&) = delete;
     Load& operator=(const Load&) = delete;
-    Load(Load&&) = delete;
     Load& operator=(Load&&) = delete;
+
+    /// A load of the same kind that holds the same, ID included. Motor tables are shared with it.
+    [[nodiscard]] virtual std::unique_ptr<Load> Clone() const = 0;
 
     [[nodiscard]] virtual std::int32_t LoadType() const noexcept = 0;
 
@@ -89,6 +91,9 @@ class Load {
     };
 
     explicit Load(CommonSources sources) : m_sources(sources) {}
+    // For `Clone`: a copy of a load of unknown kind would keep nothing of the kind.
+    Load(const Load&) = default;
+    Load(Load&&) = default;
 
     /// The rows "ID", "Name", "Qty" and "Phases"; `balancedText` is what phases code 0 reads as.
     [[nodiscard]] std::vector<std::string> CommonProps(std::string_view balancedText = "3") const;

@@ -1,7 +1,6 @@
 #include "CLoadProfile.h"
 
-#include <algorithm>
-#include <cstddef>
+#include <memory>
 #include <utility>
 
 #include "ErrorNumbers.h"
@@ -16,8 +15,15 @@ constexpr const char* kStepNumberText = "Invalid load step number.";
 /// Both moves raise under the name of another operation; callers show the text alone.
 constexpr const char* kMoveSource = "CLoadProfile::DeleteLoadStep";
 
-std::ptrdiff_t Index(std::int32_t number) {
-    return static_cast<std::ptrdiff_t>(number) - 1;
+constexpr const char* kStepSource = "CLoadProfile::LoadStep";
+
+/// The question whether a step has an ID.
+/// @throws RaisedError for an ID that no step can have.
+auto HasID(std::int32_t id) {
+    if (id < 0) {
+        throw RaisedError(kStepError, "CLoadProfile::LoadStepByID", "Invalid load step ID.");
+    }
+    return [id](const CLoadStep& step) { return step.StepID() == id; };
 }
 
 }  // namespace
@@ -32,53 +38,55 @@ std::int32_t CLoadProfile::AddLoadStep(std::string description, std::int32_t max
     step->MaxVoltageDipOverride(maxVoltageDip);
     step->StepID(m_nextStepId);
     const bool atEnd = position == 0 || position > NumLoadSteps();
-    m_steps.insert(atEnd ? m_steps.end() : m_steps.begin() + Index(position), std::move(step));
+    m_steps.Insert(atEnd ? m_steps.Size() : static_cast<std::size_t>(position) - 1, std::move(step));
     return m_nextStepId++;
 }
 
-CLoadStep& CLoadProfile::LoadStep(std::int32_t number) const {
-    RequirePosition(number, "CLoadProfile::LoadStep");
-    return *m_steps[static_cast<std::size_t>(Index(number))];
+CLoadStep& CLoadProfile::LoadStep(std::int32_t number) {
+    return m_steps[RequireIndex(number, kStepSource)];
 }
 
-CLoadStep* CLoadProfile::LoadStepByID(std::int32_t id) const {
-    if (id < 0) {
-        throw RaisedError(kStepError, "CLoadProfile::LoadStepByID", "Invalid load step ID.");
-    }
-    const auto found = std::ranges::find(m_steps, id, [](const auto& step) { return step->StepID(); });
-    return found == m_steps.end() ? nullptr : found->get();
+const CLoadStep& CLoadProfile::LoadStep(std::int32_t number) const {
+    return m_steps[RequireIndex(number, kStepSource)];
+}
+
+CLoadStep* CLoadProfile::LoadStepByID(std::int32_t id) {
+    return m_steps.Find(HasID(id));
+}
+
+const CLoadStep* CLoadProfile::LoadStepByID(std::int32_t id) const {
+    return m_steps.Find(HasID(id));
 }
 
 void CLoadProfile::DeleteLoadStep(std::int32_t id) {
-    std::erase_if(m_steps, [id](const auto& step) { return step->StepID() == id; });
+    (void)m_steps.Take([id](const CLoadStep& step) { return step.StepID() == id; });
 }
 
 void CLoadProfile::DeleteAllLoadSteps() {
-    m_steps.clear();
+    m_steps.Clear();
 }
 
 void CLoadProfile::RaiseLoadStep(std::int32_t number) {
-    RequirePosition(number, kMoveSource);
+    const std::size_t moved = RequireIndex(number, kMoveSource);
     if (number == NumLoadSteps()) {
-        m_steps.pop_back();
+        DeleteLoadStep(m_steps[moved].StepID());
         RaiseSubscriptOutOfRange("CLoadProfile::RaiseLoadStep");
     }
-    const auto moved = m_steps.begin() + Index(number);
-    std::iter_swap(moved, moved + 1);
+    m_steps.Swap(moved, moved + 1);
 }
 
 void CLoadProfile::LowerLoadStep(std::int32_t number) {
-    RequirePosition(number, kMoveSource);
-    if (number > 1) {
-        const auto moved = m_steps.begin() + Index(number);
-        std::iter_swap(moved, moved - 1);
+    const std::size_t moved = RequireIndex(number, kMoveSource);
+    if (moved > 0) {
+        m_steps.Swap(moved, moved - 1);
     }
 }
 
-void CLoadProfile::RequirePosition(std::int32_t number, const char* source) const {
+std::size_t CLoadProfile::RequireIndex(std::int32_t number, const char* source) const {
     if (number < 1 || number > NumLoadSteps()) {
         throw RaisedError(kStepError, source, kStepNumberText);
     }
+    return static_cast<std::size_t>(number) - 1;
 }
 
 }  // namespace genvara

@@ -1,23 +1,24 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "CLoadStep.h"
+#include "OwnedList.h"
 
 namespace genvara {
 
 /// The load steps in the order in which they are switched on, at positions from 1.
 ///
-/// A step's ID stays when its position moves, and is never given twice in the life of the profile.
+/// A step's ID stays when its position moves, and is never given twice in the life of the profile. A copy
+/// holds copies of the steps, with the same IDs, and goes on counting where the profile stands.
 class CLoadProfile {
   public:
-    using Steps = std::vector<std::unique_ptr<CLoadStep>>;
+    using Steps = OwnedList<CLoadStep>;
 
     [[nodiscard]] std::int32_t NumLoadSteps() const noexcept {
-        return static_cast<std::int32_t>(m_steps.size());
+        return static_cast<std::int32_t>(m_steps.Size());
     }
 
     /// Inserts a step before the one at `position`, or at the end for 0 and beyond the last; returns its ID.
@@ -28,11 +29,13 @@ class CLoadProfile {
 
     /// The step at a position from 1.
     /// @throws RaisedError 0x80040064 "Invalid load step number." from "CLoadProfile::LoadStep".
-    [[nodiscard]] CLoadStep& LoadStep(std::int32_t number) const;
+    [[nodiscard]] CLoadStep& LoadStep(std::int32_t number);
+    [[nodiscard]] const CLoadStep& LoadStep(std::int32_t number) const;
 
     /// The step with the ID, or null.
     /// @throws RaisedError 0x80040064 "Invalid load step ID." from "CLoadProfile::LoadStepByID", below 0.
-    [[nodiscard]] CLoadStep* LoadStepByID(std::int32_t id) const;
+    [[nodiscard]] CLoadStep* LoadStepByID(std::int32_t id);
+    [[nodiscard]] const CLoadStep* LoadStepByID(std::int32_t id) const;
 
     /// Removes the step with the ID, if there is one.
     void DeleteLoadStep(std::int32_t id);
@@ -49,11 +52,14 @@ class CLoadProfile {
     void LowerLoadStep(std::int32_t number);
 
     // The steps, positions ascending.
+    [[nodiscard]] Steps::iterator begin() noexcept { return m_steps.begin(); }
+    [[nodiscard]] Steps::iterator end() noexcept { return m_steps.end(); }
     [[nodiscard]] Steps::const_iterator begin() const noexcept { return m_steps.begin(); }
     [[nodiscard]] Steps::const_iterator end() const noexcept { return m_steps.end(); }
 
   private:
-    void RequirePosition(std::int32_t number, const char* source) const;
+    /// The place in the list of the step at a position from 1.
+    [[nodiscard]] std::size_t RequireIndex(std::int32_t number, const char* source) const;
 
     Steps m_steps;
     std::int32_t m_nextStepId = 0;

@@ -40,8 +40,8 @@ double Share(const Load& load, double figure, std::int32_t phase) {
 template <typename Member>
 double TotalOf(const CLoadStep& step, std::int32_t phase, std::string_view source, Member member) {
     double total = 0.0;
-    for (const auto& load : step) {
-        total += load->Quantity() * Share(*load, member(*load), phase);
+    for (const Load& load : step) {
+        total += load.Quantity() * Share(load, member(load), phase);
     }
     return Finite(total, source);
 }
@@ -50,14 +50,19 @@ double TotalOf(const CLoadStep& step, std::int32_t phase, std::string_view sourc
 template <typename Member>
 double HarmonicTotalOf(const CLoadStep& step, std::string_view source, Member member) {
     double total = 0.0;
-    for (const auto& load : step) {
-        total += member(*load);
+    for (const Load& load : step) {
+        total += member(load);
     }
     return Finite(total, source);
 }
 
 double RootOfSquares(double imaginary, double real, std::string_view source) {
     return SquareRoot(imaginary * imaginary + real * real, source);
+}
+
+/// The question whether a load has an ID.
+auto HasID(std::int32_t id) {
+    return [id](const Load& load) { return load.ID() == id; };
 }
 
 const CMtrLoad* AsMotor(const Load& load) {
@@ -67,8 +72,8 @@ const CMtrLoad* AsMotor(const Load& load) {
 /// True if a motor of the step satisfies the question.
 template <typename Question>
 bool HasMotor(const CLoadStep& step, Question question) {
-    return std::any_of(step.begin(), step.end(), [&](const auto& load) {
-        const CMtrLoad* motor = AsMotor(*load);
+    return std::any_of(step.begin(), step.end(), [&](const Load& load) {
+        const CMtrLoad* motor = AsMotor(load);
         return motor != nullptr && question(*motor);
     });
 }
@@ -89,18 +94,16 @@ void CLoadStep::RequireRoom() const {
 std::int32_t CLoadStep::AddLoad(std::unique_ptr<Load> load) {
     RequireRoom();
     load->ID(m_nextLoadId);
-    m_loads.push_back(std::move(load));
+    m_loads.Insert(m_loads.Size(), std::move(load));
     return m_nextLoadId++;
 }
 
 std::unique_ptr<Load> CLoadStep::TakeLoad(std::int32_t id) {
-    const auto found = std::ranges::find(m_loads, id, [](const auto& load) { return load->ID(); });
-    if (found == m_loads.end()) {
+    std::unique_ptr<Load> load = m_loads.Take(HasID(id));
+    if (load == nullptr) {
         throw RaisedError(errors::FromBase(2), "CLoadStep::DeleteLoad",
                           "The load requested could not be found.");
     }
-    std::unique_ptr<Load> load = std::move(*found);
-    m_loads.erase(found);
     return load;
 }
 
@@ -108,9 +111,12 @@ void CLoadStep::DeleteLoad(std::int32_t id) {
     (void)TakeLoad(id);
 }
 
-Load* CLoadStep::LoadItem(std::int32_t id) const noexcept {
-    const auto found = std::ranges::find(m_loads, id, [](const auto& load) { return load->ID(); });
-    return found == m_loads.end() ? nullptr : found->get();
+Load* CLoadStep::LoadItem(std::int32_t id) {
+    return m_loads.Find(HasID(id));
+}
+
+const Load* CLoadStep::LoadItem(std::int32_t id) const {
+    return m_loads.Find(HasID(id));
 }
 
 void CLoadStep::Description(std::string text) {
@@ -213,8 +219,8 @@ bool CLoadStep::HasLoadedMotor() const {
 }
 
 bool CLoadStep::HasMedicalImageLoad() const {
-    return std::ranges::any_of(
-        m_loads, [](const auto& load) { return load->LoadType() == load_type::kMedicalImaging; });
+    return m_loads.Find([](const Load& load) { return load.LoadType() == load_type::kMedicalImaging; }) !=
+           nullptr;
 }
 
 bool CLoadStep::HasLoadedMotorWithTap65() const {
@@ -225,8 +231,8 @@ bool CLoadStep::HasLoadedMotorWithTap65() const {
 
 std::int32_t CLoadStep::GetSmallestMedicalDip() const {
     std::int32_t smallest = kNoMedicalDip;
-    for (const auto& load : m_loads) {
-        if (const auto* medical = dynamic_cast<const CMedEquipLoad*>(load.get())) {
+    for (const Load& load : m_loads) {
+        if (const auto* medical = dynamic_cast<const CMedEquipLoad*>(&load)) {
             smallest = std::min(smallest, medical->MaxPeakDemandVoltDip());
         }
     }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "Load.h"
+#include "OwnedList.h"
 
 namespace genvara {
 
@@ -14,9 +14,11 @@ namespace genvara {
 ///
 /// Totals are worked out afresh on each call, in W, VA and var. Phase 0 is the total, 1 to 3 are A to C;
 /// another phase adds nothing. A load whose figure fails takes the total with it.
+///
+/// A copy holds copies of the loads, with the same IDs, and goes on counting where the step stands.
 class CLoadStep {
   public:
-    using Loads = std::vector<std::unique_ptr<Load>>;
+    using Loads = OwnedList<Load>;
 
     [[nodiscard]] std::int32_t StepID() const noexcept { return m_stepId; }
     void StepID(std::int32_t id) noexcept { m_stepId = id; }
@@ -41,12 +43,15 @@ class CLoadStep {
     void DeleteLoad(std::int32_t id);
 
     /// The load with the ID, or null.
-    [[nodiscard]] Load* LoadItem(std::int32_t id) const noexcept;
+    [[nodiscard]] Load* LoadItem(std::int32_t id);
+    [[nodiscard]] const Load* LoadItem(std::int32_t id) const;
 
     // The loads in order of addition.
+    [[nodiscard]] Loads::iterator begin() noexcept { return m_loads.begin(); }
+    [[nodiscard]] Loads::iterator end() noexcept { return m_loads.end(); }
     [[nodiscard]] Loads::const_iterator begin() const noexcept { return m_loads.begin(); }
     [[nodiscard]] Loads::const_iterator end() const noexcept { return m_loads.end(); }
-    [[nodiscard]] std::int32_t NumLoads() const noexcept { return static_cast<std::int32_t>(m_loads.size()); }
+    [[nodiscard]] std::int32_t NumLoads() const noexcept { return static_cast<std::int32_t>(m_loads.Size()); }
 
     [[nodiscard]] const std::string& Description() const noexcept { return m_description; }
     void Description(std::string text);

@@ -19,7 +19,7 @@ class ProjectDisplay {
     virtual void UserName(const std::string& text) = 0;
 };
 
-/// Who and what a design is for.
+/// Who and what a design is for. A copy takes its defaults and its time from the same source.
 class CProject {
   public:
     /// Fills the record from the user's defaults; the defaults and the clock outlive the project.

@@ -35,7 +35,8 @@ class PwrSysDisplay {
     virtual void Voltage(std::int32_t volts) = 0;
 };
 
-/// What the site demands of the generator sets. A setter that refuses a value keeps the old one.
+/// What the site demands of the generator sets. A setter that refuses a value keeps the old one. A copy takes
+/// its defaults from the same source.
 class CPwrSys {
   public:
     /// Fills the record from the user's defaults, which outlive it.

@@ -60,7 +60,7 @@ struct ProjectText {
 };
 
 /// The file's content. All that a file holds are inputs as they are stored, which cannot fail to be fetched.
-[[nodiscard]] ProjectText RenderProject(const ProjectModel& model, const ProgramVersion& version,
+[[nodiscard]] ProjectText RenderProject(const ProjectView& project, const ProgramVersion& version,
                                         const DateTime& savedAt);
 
 /// Saves a model; the old file stays whole until the new one stands.
@@ -69,7 +69,7 @@ struct ProjectText {
 /// @return the number of characters that the code page could not hold, each now a question mark.
 /// @throws RaisedError with the system's number from "frmMain::WriteProjectFile": "Error opening ", the
 ///         file, a line break, the system's description; "Error writing " where it was open already.
-std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectModel& model,
+std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectView& project,
                              const ProgramVersion& version, const Clock& clock,
                              const std::function<void()>& opened = {});
 

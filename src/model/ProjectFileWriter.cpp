@@ -146,10 +146,10 @@ void WriteLoad(RecordWriter& file, std::int32_t stepNumber, const Load& load) {
     }
 }
 
-void WriteHead(RecordWriter& file, const ProjectModel& model, const ProgramVersion& version,
+void WriteHead(RecordWriter& file, const ProjectView& view, const ProgramVersion& version,
                const DateTime& savedAt) {
-    const CProject& project = model.project;
-    const CPwrSys& site = model.powerSystem;
+    const CProject& project = view.project;
+    const CPwrSys& site = view.powerSystem;
     file.Record(version[0], version[1], version[2], kFormatVersion);
     file.Record(project.Created(), project.Customer(), project.Description(), savedAt, project.ProjName(),
                 project.UserName());
@@ -157,29 +157,30 @@ void WriteHead(RecordWriter& file, const ProjectModel& model, const ProgramVersi
                 site.GensetsInParallel());
     file.Record(site.MaxFreqDip(), site.MaxFreqDipEnabled(), site.MaxHarmonics(), site.MaxHarmonicsEnabled());
     file.Record(site.MaxVoltageDip(), site.Phases(), site.RiseDutyCode(), site.Voltage());
-    file.Record(model.loadProfile.NumLoadSteps());
+    file.Record(view.loadProfile.NumLoadSteps());
 }
 
 }  // namespace
 
-ProjectText RenderProject(const ProjectModel& model, const ProgramVersion& version, const DateTime& savedAt) {
+ProjectText RenderProject(const ProjectView& project, const ProgramVersion& version,
+                          const DateTime& savedAt) {
     RecordWriter file;
-    WriteHead(file, model, version, savedAt);
-    for (const auto& step : model.loadProfile) {
-        file.Record(step->Description(), step->MaxVoltageDipOverride());
+    WriteHead(file, project, version, savedAt);
+    for (const CLoadStep& step : project.loadProfile) {
+        file.Record(step.Description(), step.MaxVoltageDipOverride());
     }
     std::int32_t stepNumber = 1;
-    for (const auto& step : model.loadProfile) {
-        file.Record(step->NumLoads());
-        for (const auto& load : *step) {
-            WriteLoad(file, stepNumber, *load);
+    for (const CLoadStep& step : project.loadProfile) {
+        file.Record(step.NumLoads());
+        for (const Load& load : step) {
+            WriteLoad(file, stepNumber, load);
         }
         ++stepNumber;
     }
     return file.Release();
 }
 
-std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectModel& model,
+std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectView& project,
                              const ProgramVersion& version, const Clock& clock,
                              const std::function<void()>& opened) {
     const char* doing = "opening";
@@ -189,7 +190,7 @@ std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectMod
         if (opened) {
             opened();
         }
-        const ProjectText text = RenderProject(model, version, clock());
+        const ProjectText text = RenderProject(project, version, clock());
         target.Write(text.bytes);
         target.Commit();
         return text.lostCharacters;

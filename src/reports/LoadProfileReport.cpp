@@ -126,8 +126,8 @@ CReports::Cumulative CReports::WriteProfile(const ReportWriter& report, const Fo
         RcgTextFont(report.Document(), "", kTextSize, kBold, kOn);
         report.Text(fmt::format("Step #{}\t{}\r\n", number, step.Description()));
         report.Plain();
-        for (const auto& load : step) {
-            WriteLoad(report, *load, index, form);
+        for (const Load& load : step) {
+            WriteLoad(report, load, index, form);
         }
         WriteStepTotals(report, step, index, form, cumulative);
     }

@@ -26,8 +26,8 @@ std::unique_ptr<CMiscLoad> Misc(double watts, std::int32_t quantity = 1, std::in
 
 std::vector<std::int32_t> IDs(const CLoadProfile& profile) {
     std::vector<std::int32_t> ids;
-    for (const auto& step : profile) {
-        ids.push_back(step->StepID());
+    for (const CLoadStep& step : profile) {
+        ids.push_back(step.StepID());
     }
     return ids;
 }

@@ -58,7 +58,7 @@ struct Model {
         return ReadProject(source, All(), observer);
     }
     [[nodiscard]] std::string Text() { return RenderProject(All(), {8, 0, 0}, kSaved).bytes; }
-    [[nodiscard]] Load& FirstLoad() { return **profile.LoadStep(1).begin(); }
+    [[nodiscard]] Load& FirstLoad() { return *profile.LoadStep(1).begin(); }
 };
 
 const std::string kExample =
@@ -214,7 +214,7 @@ TEST(ProjectFile, AStepWithAWrongDipIsNotAddedAndItsLoadsGoWhereTheyCan) {
     ASSERT_EQ(model.profile.NumLoadSteps(), 2);
     EXPECT_EQ(model.profile.LoadStep(1).Description(), "two");
     EXPECT_EQ(model.FirstLoad().name(), "A");
-    EXPECT_EQ((*model.profile.LoadStep(2).begin())->name(), "B");
+    EXPECT_EQ(model.profile.LoadStep(2).begin()->name(), "B");
     ASSERT_EQ(model.observer.items.size(), 2U);  // the step, and the load of the position that is not there
     EXPECT_THAT(model.observer.items[1], HasSubstr("Invalid load step number."));
 }

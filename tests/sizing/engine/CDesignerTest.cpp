@@ -300,6 +300,9 @@ TEST(ProfileFigures, CountNonLinearLoadOnThePhaseThatItHangsOn) {
 class PhaseControlled final : public Load {
   public:
     PhaseControlled() : Load({"test", "test"}) {}
+    [[nodiscard]] std::unique_ptr<Load> Clone() const override {
+        return std::make_unique<PhaseControlled>(*this);
+    }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return 0; }
     [[nodiscard]] std::string Summary() const override { return {}; }
     [[nodiscard]] double RunningRealPower() const override { return 6000.0; }

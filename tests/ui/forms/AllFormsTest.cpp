@@ -155,13 +155,13 @@ TEST_F(AllForms, RandomTypingAddsLoadsThatHoldTheirRangesAndNothingElse) {
         }
     }
     std::int32_t loads = 0;
-    for (const auto& step : App().LoadProfile()) {
-        for (const auto& load : *step) {
+    for (const CLoadStep& step : App().LoadProfile()) {
+        for (const Load& load : step) {
             ++loads;
-            EXPECT_GE(load->Quantity(), 1);
-            EXPECT_LE(load->Quantity(), 256);
-            EXPECT_FALSE(load->name().empty());
-            EXPECT_TRUE(std::isfinite(load->RunningRealPower()));
+            EXPECT_GE(load.Quantity(), 1);
+            EXPECT_LE(load.Quantity(), 256);
+            EXPECT_FALSE(load.name().empty());
+            EXPECT_TRUE(std::isfinite(load.RunningRealPower()));
         }
     }
     EXPECT_EQ(loads, static_cast<std::int32_t>(host.displayed.size()));

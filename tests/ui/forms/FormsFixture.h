@@ -104,7 +104,7 @@ class FormsTest : public testing::Test {
     template <typename LoadClass>
     LoadClass* Added() const {
         EXPECT_EQ(Step().NumLoads(), 1);
-        return Step().NumLoads() == 1 ? dynamic_cast<LoadClass*>(Step().begin()->get()) : nullptr;
+        return Step().NumLoads() == 1 ? dynamic_cast<LoadClass*>(&*Step().begin()) : nullptr;
     }
 
     TemporaryFolder folder;

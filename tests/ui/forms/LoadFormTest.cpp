@@ -78,7 +78,7 @@ TEST_F(LoadFormSkeleton, OkAddsTheLoadShowsItAndMarksTheProject) {
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(Step(1).NumLoads(), 0);
     ASSERT_EQ(Step(2).NumLoads(), 1);
-    const Load& load = **Step(2).begin();
+    const Load& load = *Step(2).begin();
     EXPECT_EQ(host.displayed, (std::vector<std::pair<std::int32_t, std::int32_t>>{{2, load.ID()}}));
     EXPECT_TRUE(host.changed);
     EXPECT_TRUE(platform.asked.empty());
@@ -95,7 +95,7 @@ TEST_F(LoadFormSkeleton, TrimsTheNameAndNamesWhatHasNone) {
     form = NewFilled();
     Type(*form, "txtName", "   ");
     Click(*form, "cmdOK");
-    EXPECT_EQ((*Step(2).begin())->name(), "<Misc. Load>");
+    EXPECT_EQ(Step(2).begin()->name(), "<Misc. Load>");
 }
 
 TEST_F(LoadFormSkeleton, StoresTheSelectedPhases) {
@@ -104,7 +104,7 @@ TEST_F(LoadFormSkeleton, StoresTheSelectedPhases) {
         const auto form = NewFilled();
         Click(*form, buttons[code]);
         Click(*form, "cmdOK");
-        EXPECT_EQ((*std::prev(Step().end()))->Phases(), code);
+        EXPECT_EQ(std::prev(Step().end())->Phases(), code);
     }
 }
 

@@ -97,7 +97,7 @@ TEST_F(AirCondForm, StoresTheSizeAndThePowersThatFollow) {
         Click(*form, "cmdOK");
         EXPECT_FALSE(form->isVisible());
         ASSERT_GT(Step().NumLoads(), 0);
-        const auto& load = dynamic_cast<const CAirCondLoad&>(**std::prev(Step().end()));
+        const auto& load = dynamic_cast<const CAirCondLoad&>(*std::prev(Step().end()));
         EXPECT_EQ(load.name(), "<Air Conditioner>");
         EXPECT_EQ(load.Quantity(), 2);
         EXPECT_EQ(load.Phases(), 2);
@@ -160,7 +160,7 @@ TEST_F(AirCondForm, KeepsBackInSilenceWhosePowersAreOutOfRange) {
         Click(*form, "cmdOK");
         ASSERT_NE(Added<CAirCondLoad>(), nullptr);
         EXPECT_NEAR(Added<CAirCondLoad>()->RunningRealPower(), 704000.0, 0.001);
-        Step().DeleteLoad((*Step().begin())->ID());
+        Step().DeleteLoad(Step().begin()->ID());
     }
 }
 
@@ -174,7 +174,7 @@ TEST_F(AirCondForm, ShowsTheStoredSize) {
                 {"optCompHP", "7.5", "Compressor HP"}};
     for (const auto& row : rows) {
         Click(*NewSized(row.option, row.size), "cmdOK");
-        auto& load = **std::prev(Step().end());
+        auto& load = *std::prev(Step().end());
         const auto form = Edit<frmAirCondLoad>(load);
         EXPECT_TRUE(IsOn(*form, row.option));
         EXPECT_EQ(TextOf(*form, "txtPower"), row.size);
@@ -224,7 +224,7 @@ TEST_F(AirCondForm, OkAtOnceChangesNothing) {
         Click(*form, "cmdOK");
         ASSERT_FALSE(form->isVisible());
         host.phases = i % 2 == 0 ? 3 : 1;
-        ExpectOkChangesNothing<frmAirCondLoad>(**std::prev(Step().end()));
+        ExpectOkChangesNothing<frmAirCondLoad>(*std::prev(Step().end()));
     }
 }
 

@@ -112,7 +112,7 @@ TEST_F(ChargerForm, StoresWhatIsShown) {
         Click(*form, "cmdOK");
         EXPECT_FALSE(form->isVisible());
         ASSERT_GT(Step().NumLoads(), 0);
-        const auto& load = dynamic_cast<const CBatChrgLoad&>(**std::prev(Step().end()));
+        const auto& load = dynamic_cast<const CBatChrgLoad&>(*std::prev(Step().end()));
         EXPECT_EQ(load.name(), "<Battery Charger>");
         EXPECT_EQ(load.Phases(), row.phases);
         EXPECT_EQ(load.ChargerType(), row.type);
@@ -240,7 +240,7 @@ TEST_F(ChargerForm, AnyClicksStoreALoadThatThereCanBe) {
         const bool ferro = IsOn(*form, "optFerro");
         Click(*form, "cmdOK");
         ASSERT_EQ(Step().NumLoads(), round + 1);
-        const auto& load = dynamic_cast<const CBatChrgLoad&>(**std::prev(Step().end()));
+        const auto& load = dynamic_cast<const CBatChrgLoad&>(*std::prev(Step().end()));
         EXPECT_TRUE(load.ChargerType() != charger_type::kResidential || load.Phases() != 0);
         EXPECT_EQ(load.ChargerInput(), ferro ? 1 : 0);
         EXPECT_TRUE(host.phases == 3 || load.Phases() == 1);

@@ -75,7 +75,7 @@ TEST_F(LightForm, StoresRunningFiguresForTheStartToo) {
         }
         Click(*form, "cmdOK");
         EXPECT_TRUE(platform.Take().empty());
-        const auto& load = dynamic_cast<const CLightLoad&>(**std::prev(Step().end()));
+        const auto& load = dynamic_cast<const CLightLoad&>(*std::prev(Step().end()));
         EXPECT_EQ(load.name(), "<Lighting>");
         EXPECT_EQ(load.LightType(), row.lightType);
         EXPECT_EQ(load.Ballast(), row.storedBallast);

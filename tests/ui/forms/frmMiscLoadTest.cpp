@@ -32,7 +32,7 @@ TEST_F(MiscLoadForm, StoresKilowattsInWatts) {
         Type(*form, "txtkW", row.kW);
         Type(*form, "txtPF", row.pF);
         Click(*form, "cmdOK");
-        const auto& load = dynamic_cast<const CMiscLoad&>(**std::prev(Step().end()));
+        const auto& load = dynamic_cast<const CMiscLoad&>(*std::prev(Step().end()));
         EXPECT_EQ(load.RunningRealPower(), row.watts);
         EXPECT_EQ(load.RunningPowerFactor(), row.powerFactor);
     }

@@ -139,7 +139,7 @@ TEST_F(MotorForm, StoresAMotorByAmps) {
         Leave(*form, "txtRunAmps");
         EXPECT_EQ(TextOf(*form, "txtStartingKVA"), row.startingKVA);
         Click(*form, "cmdOK");
-        const auto& load = dynamic_cast<const CMtrLoad&>(**std::prev(Step().end()));
+        const auto& load = dynamic_cast<const CMtrLoad&>(*std::prev(Step().end()));
         EXPECT_EQ(load.DataEntryMethod(), motor_entry::kAmps);
         EXPECT_EQ(load.StartingAmps(), 105.0);
         EXPECT_EQ(load.RunningAmps(), 17.5);

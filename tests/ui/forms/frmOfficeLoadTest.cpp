@@ -58,7 +58,7 @@ TEST_F(OfficeForm, StoresTheCounts) {
         Click(*form, "cmdOK");
         EXPECT_FALSE(form->isVisible());
         ASSERT_GT(Step().NumLoads(), 0);
-        const auto& load = dynamic_cast<const COfficeLoad&>(**std::prev(Step().end()));
+        const auto& load = dynamic_cast<const COfficeLoad&>(*std::prev(Step().end()));
         EXPECT_EQ(load.name(), "<Office Equip.>");
         EXPECT_EQ(Counted(load), row.stored);
         EXPECT_EQ(load.RunningRealPower(), row.watts);

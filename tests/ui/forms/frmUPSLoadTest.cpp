@@ -24,7 +24,7 @@ class UPSForm : public FormsTest {
         auto& list = Find<ChoiceBox>(form, "cboType");
         list.SelectRow(list.findText(text));
     }
-    const CUPSLoad& Last() const { return dynamic_cast<const CUPSLoad&>(**std::prev(Step().end())); }
+    const CUPSLoad& Last() const { return dynamic_cast<const CUPSLoad&>(*std::prev(Step().end())); }
 };
 
 /// What of the four phase buttons, the fast family, the power figures, the list and the filter is enabled.

@@ -77,7 +77,7 @@ TEST_F(VFDForm, StoresWhatIsShown) {
         Click(*form, "cmdOK");
         EXPECT_FALSE(form->isVisible());
         ASSERT_GT(Step().NumLoads(), 0);
-        const auto& load = dynamic_cast<const CVFDLoad&>(**std::prev(Step().end()));
+        const auto& load = dynamic_cast<const CVFDLoad&>(*std::prev(Step().end()));
         EXPECT_EQ(load.name(), "<VFD>");
         EXPECT_EQ(load.InputType(), row.inputType);
         EXPECT_EQ(load.MtrRating(), std::stod(row.horsepower));

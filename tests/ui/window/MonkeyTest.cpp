@@ -182,10 +182,10 @@ class Monkey : public WindowTest {
             }
         }
         std::string held;
-        for (const auto& step : App().LoadProfile()) {
-            held += "/" + step->Description();
-            for (const auto& load : *step) {
-                held += "|" + load->name();
+        for (const CLoadStep& step : App().LoadProfile()) {
+            held += "/" + step.Description();
+            for (const Load& load : step) {
+                held += "|" + load.name();
             }
         }
         ASSERT_EQ(shown, held);

@@ -78,10 +78,10 @@ class ProfileTest : public WindowTest {
     /// The same of the model.
     [[nodiscard]] std::vector<std::string> Stored() {
         std::vector<std::string> lines;
-        for (const auto& step : Profile()) {
-            std::string line = step->Description() + ":";
-            for (const auto& load : *step) {
-                line += " " + load->name();
+        for (const CLoadStep& step : Profile()) {
+            std::string line = step.Description() + ":";
+            for (const Load& load : step) {
+                line += " " + load.name();
             }
             lines.push_back(line);
         }

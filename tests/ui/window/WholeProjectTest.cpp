@@ -309,15 +309,15 @@ TEST_F(WholeProject, ItsFormsStoreWhatWasEntered) {
     ASSERT_EQ(profile.NumLoadSteps(), 2);
     std::size_t next = 0;
     double watts = 0.0;
-    for (const auto& step : profile) {
-        for (const auto& load : *step) {
+    for (const CLoadStep& step : profile) {
+        for (const Load& load : step) {
             ASSERT_LT(next, entries.size());
             const LoadEntry& entry = entries[next++];
             SCOPED_TRACE(entry.form);
-            EXPECT_EQ(load->name(), entry.name);
-            EXPECT_EQ(load->LoadType(), entry.kind);
-            EXPECT_NEAR(load->RunningRealPower(), entry.runningWatts, 1e-6);
-            watts += entry.runningWatts * load->Quantity();
+            EXPECT_EQ(load.name(), entry.name);
+            EXPECT_EQ(load.LoadType(), entry.kind);
+            EXPECT_NEAR(load.RunningRealPower(), entry.runningWatts, 1e-6);
+            watts += entry.runningWatts * load.Quantity();
         }
     }
     EXPECT_EQ(next, entries.size());
@@ -343,14 +343,14 @@ TEST_F(WholeProject, TheConsoleProgramSizesItsFileAlike) {
     const Json& steps = told["LoadProfile"];
     ASSERT_EQ(steps.size(), 2U);
     std::size_t number = 0;
-    for (const auto& step : App().LoadProfile()) {
+    for (const CLoadStep& step : App().LoadProfile()) {
         const Json& toldStep = steps[number++];
-        EXPECT_EQ(toldStep["Description"], step->Description());
-        EXPECT_EQ(toldStep["MaxVoltageDipOverride"], step->MaxVoltageDipOverride());
-        ASSERT_EQ(toldStep["Loads"].size(), static_cast<std::size_t>(step->NumLoads()));
+        EXPECT_EQ(toldStep["Description"], step.Description());
+        EXPECT_EQ(toldStep["MaxVoltageDipOverride"], step.MaxVoltageDipOverride());
+        ASSERT_EQ(toldStep["Loads"].size(), static_cast<std::size_t>(step.NumLoads()));
         std::size_t place = 0;
-        for (const auto& load : *step) {
-            ExpectLoad(toldStep["Loads"][place++], *load);
+        for (const Load& load : step) {
+            ExpectLoad(toldStep["Loads"][place++], load);
         }
     }
     ExpectFigure(told["Designer"]["TotalRunningKW"], designer.TotalRunningKW());

@@ -160,7 +160,7 @@ TEST_F(MainWindow, EveryVisitOfTheRecommendationsComputesAnew) {
     Bar(3);
     auto& sets = Control<QComboBox>("panRecommend", "cboAvailGensets");
     const QString first = sets.itemText(0);
-    App().LoadProfile().LoadStep(1).begin()->get()->Quantity(5);  // 250 kW in place of 50
+    App().LoadProfile().LoadStep(1).begin()->Quantity(5);  // 250 kW in place of 50
     Bar(2);
     Bar(3);
     EXPECT_NE(sets.itemText(0), first);

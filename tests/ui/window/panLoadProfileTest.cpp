@@ -33,8 +33,8 @@ class LoadProfilePanel : public ProfileTest {
         for (int step = 1; step <= Profile().NumLoadSteps(); ++step) {
             EXPECT_EQ(ProfileTree::StepID(Node(step)), Profile().LoadStep(step).StepID());
             int place = 0;
-            for (const auto& load : Profile().LoadStep(step)) {
-                EXPECT_EQ(ProfileTree::LoadID(Node(step, ++place)), load->ID()) << load->name();
+            for (const Load& load : Profile().LoadStep(step)) {
+                EXPECT_EQ(ProfileTree::LoadID(Node(step, ++place)), load.ID()) << load.name();
             }
         }
     }

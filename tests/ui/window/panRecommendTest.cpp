@@ -52,14 +52,14 @@ class RecommendPanel : public WindowTest {
         site.ConnectCode(connection);
         site.Voltage(volts);
         site.Display(Find<panPwrSys>(Window(), "panPwrSys"), App().IsMetric());
-        for (const auto& load : App().LoadProfile().LoadStep(1)) {
-            dynamic_cast<CMiscLoad&>(*load).RunningRealPower(watts);
+        for (Load& load : App().LoadProfile().LoadStep(1)) {
+            dynamic_cast<CMiscLoad&>(load).RunningRealPower(watts);
         }
     }
     /// A load that no single set carries, though some come nearest.
     void SiteWithoutChosenSets() {
         Site(kWye, 480, kMostPower);
-        App().LoadProfile().LoadStep(1).begin()->get()->Quantity(5);
+        App().LoadProfile().LoadStep(1).begin()->Quantity(5);
     }
     /// A voltage that the connection does not have.
     void SiteWithoutCandidates() { Site(kSinglePhase, 480, 50000); }
