@@ -13,6 +13,7 @@ _genvara_cli() {
     done
     case $previous in
         --type) mapfile -t COMPREPLY < <(compgen -W "sizing summary" -- "$current"); return ;;
+        --min-loading|--max-loading|--max-sets|--max-undersized|--jobs|--set|--undersized|--now) return ;;
         --db|-o) mapfile -t COMPREPLY < <(compgen -f -- "$current"); compopt -o filenames; return ;;
     esac
     local words

@@ -120,6 +120,17 @@ std::u32string DecodeUtf8(std::string_view utf8) {
     return characters;
 }
 
+bool IsUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t before = text.size();
+        // A byte alone that reads as the replacement stands for one that is none.
+        if (TakeCharacter(text) == kReplacement && before - text.size() == 1) {
+            return false;
+        }
+    }
+    return true;
+}
+
 void AppendUtf8(std::string& text, char32_t character) {
     const auto tail = [&](unsigned shift) {
         text += static_cast<char>(0x80U | ((character >> shift) & 0x3FU));

@@ -27,6 +27,9 @@ struct EncodedText {
 /// The characters of a UTF-8 text; a byte that is no part of a valid sequence becomes U+FFFD.
 [[nodiscard]] std::u32string DecodeUtf8(std::string_view utf8);
 
+/// Whether a text is valid UTF-8 from its first byte to its last.
+[[nodiscard]] bool IsUtf8(std::string_view text);
+
 /// Appends one character to a UTF-8 text.
 void AppendUtf8(std::string& text, char32_t character);
 

@@ -6,10 +6,12 @@
 #include <cerrno>
 #include <system_error>
 
-#include "AtomicFile.h"
+#include "TextTable.h"
 
 namespace genvara {
 namespace {
+
+constexpr std::size_t kLongestCulprit = 200;  // characters
 
 /// Writes all of a text; the system's error number, or 0.
 int WriteAll(int descriptor, std::string_view text) noexcept {
@@ -25,11 +27,18 @@ int WriteAll(int descriptor, std::string_view text) noexcept {
 
 }  // namespace
 
+LostOutput::LostOutput(int systemError)
+    : m_systemError(systemError),
+      m_text(fmt::format("Standard output cannot be written: {}.",
+                         std::generic_category().message(systemError))) {}
+
+bool LostOutput::ReaderIsGone() const noexcept {
+    return m_systemError == EPIPE;
+}
+
 void Print(std::string_view text) {
     if (const int failure = WriteAll(STDOUT_FILENO, text); failure != 0) {
-        RaiseSystemError(
-            failure, "",
-            fmt::format("Standard output cannot be written: {}.", std::generic_category().message(failure)));
+        throw LostOutput(failure);
     }
 }
 
@@ -41,7 +50,14 @@ void Complain(std::string_view line) noexcept {
     }
 }
 
-std::string FailureLine(std::string_view file, const RaisedError& failure) {
+void ComplainIfAny(std::string_view line) noexcept {
+    if (!line.empty()) {
+        Complain(line);
+    }
+}
+
+std::string FailureLine(std::string_view file, const RaisedError& failure,
+                        const std::optional<RunCulprit>& culprit) {
     std::string line = fmt::format("{}: error", file);
     if (failure.Number() != 0) {
         line += fmt::format(" {}", failure.Number());
@@ -49,7 +65,8 @@ std::string FailureLine(std::string_view file, const RaisedError& failure) {
     if (!failure.Source().empty()) {
         line += fmt::format(" from {}", failure.Source());
     }
-    return fmt::format("{}: {}", line, failure.Description());
+    line += fmt::format(": {}", failure.Description());
+    return culprit ? fmt::format("{} ({})", line, OneLine(CulpritText(*culprit), kLongestCulprit)) : line;
 }
 
 }  // namespace genvara

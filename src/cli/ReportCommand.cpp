@@ -2,11 +2,15 @@
 
 #include <fmt/format.h>
 
+#include <array>
+#include <cerrno>
+
 #include "AtomicFile.h"
 #include "Brand.h"
 #include "CReports.h"
 #include "OpenCatalogue.h"
 #include "Output.h"
+#include "OutputFile.h"
 #include "ReportFiller.h"
 #include "SizedProject.h"
 #include "SkipCounter.h"
@@ -15,7 +19,11 @@
 namespace genvara {
 namespace {
 
-constexpr std::string_view kStandardOutput = "-";
+// What the commands write, with the endings that tell the truth of it.
+constexpr auto kReportEndings = std::to_array<std::string_view>({".rtf"});
+constexpr auto kSpecEndings = std::to_array<std::string_view>({".gvx", ".ini", ".txt"});
+constexpr OutputKind kReportFile{.meaning = "rich text", .endings = kReportEndings};
+constexpr OutputKind kSpecFile{.meaning = "a profile file", .endings = kSpecEndings};
 
 [[noreturn]] void Fail(Status status, const std::string& description) {
     throw ProjectFailure{status, RaisedError(0, "", description)};
@@ -71,6 +79,9 @@ void Writing(const std::string& file, Work work) {
     try {
         work();
     } catch (const RaisedError& failure) {
+        if (failure.Number() == EPIPE) {
+            throw LostOutput(EPIPE);  // a pipe by the name of a file
+        }
         throw ProjectFailure{Status::Unreadable, RaisedError(failure.Number(), "",
                                                              fmt::format("{} cannot be written: {}.", file,
                                                                          failure.Description()))};
@@ -82,12 +93,7 @@ void WriteReport(const ReportSources& sources, const CLoadProfile& profile,
     ErrorLog log(".");
     const Clock clock = [&arguments] { return arguments.now.value_or(LocalTime()); };
     CReports reports(BuiltBrand(), profile, clock, log);
-    std::string report;
-    try {
-        report = MakeReport(reports, sources, arguments);
-    } catch (const RaisedError& failure) {
-        throw ProjectFailure{Status::RunFailed, failure};
-    }
+    const std::string report = MakeReport(reports, sources, arguments);
     if (report.empty()) {
         Fail(Status::RunFailed, "The report came back empty: " + log.Text());
     }
@@ -102,46 +108,78 @@ void WriteSpec(const ReportSources& sources, const CLoadProfile& profile, const 
     ErrorLog log(".");
     CReports reports(BuiltBrand(), profile, LocalTime, log);
     (void)FillAskedSet(reports, sources, arguments);
+    std::size_t lost = 0;
     Writing(arguments.output, [&] {
         if (arguments.output == kStandardOutput) {
-            Print(SpecText("", reports, sources.project, sources.site).bytes);
+            const EncodedText spec = SpecText("", reports, sources.project, sources.site);
+            lost = spec.lostCharacters;
+            Print(spec.bytes);
         } else {
-            ExportSpec(arguments.output, reports, sources.project, sources.site);
+            lost = ExportSpec(arguments.output, reports, sources.project, sources.site);
         }
     });
+    if (lost > 0) {
+        Complain(fmt::format("{}: warning: {} character{} that the file cannot hold {} written as \"?\".",
+                             arguments.output, lost, lost == 1 ? "" : "s", lost == 1 ? "was" : "were"));
+    }
+}
+
+/// Writes about a project that has been sized.
+/// @throws ProjectFailure with what is to blame, for an error of the loads that only the report asks for.
+template <typename Writer>
+void WriteAbout(const SizedProject& sized, const ReportArguments& arguments, Writer writer) {
+    try {
+        writer(sized.Read().Sources(arguments.metric), sized.LoadProfile(), arguments);
+    } catch (const RaisedError& failure) {
+        throw sized.Failure(failure);
+    }
 }
 
 /// Sizes the project and hands it to what writes about it.
 template <typename Writer>
-int WriteAbout(const ProjectArguments& project, const ReportArguments& arguments, Writer writer) {
+Status SizeAndWrite(const ProjectArguments& project, const ReportArguments& arguments, SkipCounter& skipped,
+                    Writer writer) {
+    OpenCatalogue catalogue(project.database);
+    SizedProject sized(project.files.front(), {.catalogue = catalogue, .gensets = catalogue.Gensets()},
+                       skipped);
+    sized.Size(project.limits);
+    WriteAbout(sized, arguments, writer);
+    return Status::Done;
+}
+
+template <typename Writer>
+int Run(const ProjectArguments& project, const ReportArguments& arguments, const OutputKind& kind,
+        Writer writer) {
     const std::string& file = project.files.front();
-    try {
-        OpenCatalogue catalogue(project.database);
-        SkipCounter skipped;
-        SizedProject sized(file, {.catalogue = catalogue, .gensets = catalogue.Gensets()}, skipped);
-        sized.Size(project.limits);
-        writer(sized.Read().Sources(arguments.metric), sized.LoadProfile(), arguments);
-        if (const std::string warning = skipped.Warning(file); !warning.empty()) {
-            Complain(warning);
-        }
-        return static_cast<int>(Status::Done);
-    } catch (const ProjectFailure& failure) {
-        Complain(FailureLine(file, failure.error));
-        return static_cast<int>(failure.status);
-    } catch (const RaisedError& failure) {
-        Complain(FailureLine("genvara-cli", failure));
-        return static_cast<int>(Status::Unreadable);
+    const std::array<InputFile, 2> inputs{{{file, "the project"}, {project.database, "the genset database"}}};
+    if (const std::optional<std::string> refusal = RefusalOf(arguments.output, kind, inputs)) {
+        Complain(fmt::format("genvara-cli: error: {}", *refusal));
+        return static_cast<int>(Status::BadArguments);
     }
+    SkipCounter skipped;
+    Status status = Status::Unreadable;
+    std::string failureLine;
+    try {
+        status = SizeAndWrite(project, arguments, skipped, writer);
+    } catch (const ProjectFailure& failure) {
+        status = failure.status;
+        failureLine = FailureLine(file, failure.error, failure.culprit);
+    } catch (const RaisedError& failure) {
+        failureLine = FailureLine("genvara-cli", failure);
+    }
+    ComplainIfAny(skipped.Warning(file));
+    ComplainIfAny(failureLine);
+    return static_cast<int>(status);
 }
 
 }  // namespace
 
 int RunReport(const ProjectArguments& project, const ReportArguments& arguments) {
-    return WriteAbout(project, arguments, WriteReport);
+    return Run(project, arguments, kReportFile, WriteReport);
 }
 
 int RunExportSpec(const ProjectArguments& project, const ReportArguments& arguments) {
-    return WriteAbout(project, arguments, WriteSpec);
+    return Run(project, arguments, kSpecFile, WriteSpec);
 }
 
 }  // namespace genvara

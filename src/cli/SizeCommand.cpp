@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstddef>
 #include <exception>
@@ -10,6 +11,7 @@
 #include <optional>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "CachedGensets.h"
 #include "CommandLine.h"
@@ -27,28 +29,39 @@ namespace {
 struct Outcome {
     Status status = Status::Done;
     std::string output;
-    std::string complaint;  ///< for standard error, if not empty
+    std::array<std::string, 2> complaints;  ///< for standard error, if not empty: warning and failure
 };
+
+/// @throws ProjectFailure of a figure that only the output asks for, as where there are no candidates.
+std::string Shown(const std::string& file, const SizedProject& sized, bool json) {
+    try {
+        return json ? SizingJson(file, sized) + "\n" : SizingTable(file, sized);
+    } catch (const RaisedError& failure) {
+        throw sized.Failure(failure);
+    }
+}
 
 Outcome SizeOne(const std::string& file, const ProjectArguments& arguments,
                 const SharedCatalogue& catalogue) {
     SkipCounter skipped;
     Outcome outcome;
-    const auto fail = [&](Status status, const RaisedError& error) {
-        outcome.status = status;
-        outcome.output = arguments.json ? ErrorJson(file, error) + "\n" : std::string();
-        outcome.complaint = FailureLine(file, error);
+    std::string failureLine;
+    const auto fail = [&](const ProjectFailure& failure) {
+        outcome.status = failure.status;
+        outcome.output = arguments.json ? ErrorJson(file, failure.error) + "\n" : std::string();
+        failureLine = FailureLine(file, failure.error, failure.culprit);
     };
     try {
         SizedProject sized(file, catalogue, skipped);
         sized.Size(arguments.limits);
-        outcome.output = arguments.json ? SizingJson(file, sized) + "\n" : SizingTable(file, sized);
-        outcome.complaint = skipped.Warning(file);
+        outcome.output = Shown(file, sized, arguments.json);
     } catch (const ProjectFailure& failure) {
-        fail(failure.status, failure.error);
+        fail(failure);
     } catch (const RaisedError& failure) {
-        fail(Status::RunFailed, failure);
+        fail({.status = Status::RunFailed, .error = failure});
     }
+    // What could not be read may well be why the run fails, and so it is told in any case.
+    outcome.complaints = {skipped.Warning(file), failureLine};
     return outcome;
 }
 
@@ -64,7 +77,7 @@ class Batch {
           m_consumer(std::move(consumer)),
           m_outcomes(arguments.files.size()) {}
 
-    /// @throws RaisedError of the consumer.
+    /// @throws LostOutput of the consumer.
     void Run() {
         {
             const auto threads = std::min(static_cast<std::size_t>(m_arguments->jobs), m_outcomes.size());
@@ -141,9 +154,7 @@ int RunSize(const ProjectArguments& arguments) {
     Batch batch(arguments, catalogue, [&](const Outcome& outcome) {
         const bool separate = !arguments.json && !first && !outcome.output.empty();
         Print(separate ? "\n" + outcome.output : outcome.output);
-        if (!outcome.complaint.empty()) {
-            Complain(outcome.complaint);
-        }
+        std::ranges::for_each(outcome.complaints, ComplainIfAny);
         worst = std::max(worst, outcome.status);
         first = first && outcome.output.empty();
     });

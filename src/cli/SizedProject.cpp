@@ -31,8 +31,12 @@ void SizedProject::Size(const DesignLimits& limits) {
         m_document.Designer().TakeLimits(limits);
         m_document.Size();
     } catch (const RaisedError& failure) {
-        throw ProjectFailure{Status::RunFailed, failure};
+        throw Failure(failure);
     }
+}
+
+ProjectFailure SizedProject::Failure(const RaisedError& error) const {
+    return {.status = Status::RunFailed, .error = error, .culprit = m_document.Culprit(error)};
 }
 
 }  // namespace genvara

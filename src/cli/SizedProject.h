@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 
 #include "CDefaults.h"
 #include "Document.h"
 #include "RaisedError.h"
+#include "RunCulprit.h"
 
 namespace genvara {
 
@@ -22,6 +24,7 @@ enum class Status : std::uint8_t { Done = 0, Found = 1, BadArguments = 2, Unread
 struct ProjectFailure {
     Status status;
     RaisedError error;
+    std::optional<RunCulprit> culprit = {};
 };
 
 /// A document that starts from the factory defaults, read from its file; its failures are those of a command.
@@ -34,6 +37,9 @@ class SizedProject {
     /// Runs the design.
     /// @throws ProjectFailure if there is nothing to size or the run fails.
     void Size(const DesignLimits& limits);
+
+    /// What an error of the run, or of a report on it, comes to: with the load or the row to blame.
+    [[nodiscard]] ProjectFailure Failure(const RaisedError& error) const;
 
     [[nodiscard]] const Document& Read() const noexcept { return m_document; }
     [[nodiscard]] const CProject& Project() const noexcept { return m_document.Project(); }

@@ -130,9 +130,26 @@ std::vector<std::string> SetCells(const ChosenSet& set, std::size_t index, const
             designer.VTHD_CalcsValid() ? Percent(set.MaxStepVTHD) : std::string(kNoFigure)};
 }
 
+/// What became of the candidates, for whoever wonders why none of them is recommended.
+std::string CandidatesText(const CDesigner& designer) {
+    const RunCounts& counts = designer.Counts();
+    if (counts.Candidates() == 0) {
+        return "  0 candidates: no set of the catalogue is for this voltage, frequency, connection and "
+               "fuel\n";
+    }
+    std::string text = fmt::format(
+        "  {} candidate{}: {} undersized, {} dropped below the minimum loading of {} %", counts.Candidates(),
+        counts.Candidates() == 1 ? "" : "s", counts.undersized, counts.underloaded, designer.MinLoading());
+    if (counts.recommended > 0) {
+        fmt::format_to(std::back_inserter(text), ", {} recommended and cut from the list",
+                       counts.recommended);
+    }
+    return text + "\n";
+}
+
 void AddRecommended(std::string& text, const CDesigner& designer) {
     if (designer.NumChosenSets() == 0) {
-        text += "\nRecommended sets: none\n";
+        text += "\nRecommended sets: none\n" + CandidatesText(designer);
         return;
     }
     text += "\nRecommended sets, smallest first\n";

@@ -1,16 +1,23 @@
+#include <algorithm>
 #include <csignal>
+#include <cstddef>
 #include <exception>
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <span>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
 #include "CommandLine.h"
+#include "Nearest.h"
+#include "NumberText.h"
 #include "Output.h"
 #include "ProgramVersion.h"
 #include "RaisedError.h"
@@ -28,6 +35,58 @@ std::filesystem::path DatabaseBesideProgram() {
 namespace {
 
 constexpr int kBadArguments = static_cast<int>(Status::BadArguments);
+/// That of a program that its reader's going away has ended: 128 and the signal's number.
+constexpr int kReaderGone = 128 + SIGPIPE;
+
+/// Takes a number as people write it: in decimal, whatever zeros stand before it.
+CLI::Validator Decimal() {
+    const auto plain = [](std::string& text) -> std::string {
+        const std::size_t first = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
+        if (text.size() == first || text.find_first_not_of("0123456789", first) != std::string::npos) {
+            return fmt::format("\"{}\" is no whole number", text);
+        }
+        const std::string digits = text.substr(std::min(text.find_first_not_of('0', first), text.size() - 1));
+        text = (text.front() == '-' ? "-" : "") + digits;
+        const bool fits = RoundToInteger(ParseNumber(text).value_or(0.0)).has_value();
+        return fits ? std::string() : fmt::format("{} is out of range", text);
+    };
+    return {plain, ""};
+}
+
+/// "2026-01-31T12:00:00" as "2026-01-31 12:00:00".
+std::string WithBlank(std::string time) {
+    constexpr std::size_t kDateLength = 10;
+    if (time.size() > kDateLength && time[kDateLength] == 'T') {
+        time[kDateLength] = ' ';
+    }
+    return time;
+}
+
+std::vector<std::string> CommandsOf(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(command->get_name());
+    }
+    return names;
+}
+
+/// What is wrong with the first word that stands where a command belongs, or nothing.
+std::string UnknownCommand(const CLI::App& app, std::span<char*> arguments) {
+    const CLI::App* level = &app;
+    for (const std::string_view word : arguments) {
+        const std::vector<std::string> known = CommandsOf(*level);
+        if (known.empty() || word.starts_with('-')) {
+            return {};
+        }
+        if (std::ranges::find(known, word) == known.end()) {
+            const std::string nearest = Nearest(word, known);
+            return fmt::format("there is no command \"{}\"{}", word,
+                               nearest.empty() ? "." : fmt::format("; did you mean \"{}\"?", nearest));
+        }
+        level = level->get_subcommand(std::string(word));
+    }
+    return {};
+}
 
 void AddDatabase(CLI::App& command, ProjectArguments& arguments) {
     command.add_option("--db", arguments.database, "Genset database; by default the one beside the program")
@@ -52,6 +111,7 @@ void AddLimit(CLI::App& command, const char* name, const std::function<void(std:
                 }
             },
             description)
+        ->transform(Decimal())
         ->type_name("N");
 }
 
@@ -80,7 +140,8 @@ class CommandLine {
         m_app.footer(
             "Exit status: 0 done; 1 check found something; 2 the arguments are off; 3 a file or the "
             "database\n"
-            "cannot be read; 4 a run failed. With several projects the highest counts.");
+            "cannot be read or written; 4 a run failed, or standard output takes no more; 141 its reader\n"
+            "went away. With several projects the highest counts.");
         m_arguments.database = DatabaseBesideProgram();
         AddSize();
         AddCheck();
@@ -98,7 +159,9 @@ class CommandLine {
             Print(text.str());
             return status;
         } catch (const CLI::ParseError& refusal) {
-            Complain(fmt::format("genvara-cli: {}", refusal.what()));
+            const std::string unknown =
+                UnknownCommand(m_app, std::span(arguments, static_cast<std::size_t>(count)).subspan(1));
+            Complain(fmt::format("genvara-cli: {}", unknown.empty() ? refusal.what() : unknown));
             Complain(m_app.help());
             return kBadArguments;
         }
@@ -106,6 +169,8 @@ class CommandLine {
     }
 
   private:
+    static constexpr std::string_view kTimeForm = "\"yyyy-mm-dd hh:mm:ss\", or with a T for the blank";
+
     void AddSize() {
         CLI::App* size = m_app.add_subcommand("size", "Size projects: recommended and undersized sets");
         AddProjects(*size, m_arguments);
@@ -114,6 +179,7 @@ class CommandLine {
         size->add_flag("--json", m_arguments.json, "One JSON object on one line for each project");
         size->add_option("--jobs", m_arguments.jobs, "Projects to size at the same time [1]")
             ->check(CLI::Range(1, 256))
+            ->transform(Decimal())
             ->type_name("N");
         size->callback([this] { m_todo = [this] { return RunSize(m_arguments); }; });
     }
@@ -144,12 +210,13 @@ class CommandLine {
             ->add_option_function<std::string>(
                 "--now",
                 [this](const std::string& text) {
-                    m_report.now = ParseDateTime(text);
+                    m_report.now = ParseDateTime(WithBlank(text));
                     if (!m_report.now) {
-                        throw CLI::ValidationError("--now", "expected \"yyyy-mm-dd hh:mm:ss\"");
+                        throw CLI::ValidationError(
+                            "--now", fmt::format("\"{}\" is no time; expected {}", text, kTimeForm));
                     }
                 },
-                "Time that the report states")
+                fmt::format("Time that the report states: {} [the present]", kTimeForm))
             ->type_name("TIME");
         report->callback([this] { m_todo = [this] { return RunReport(m_arguments, m_report); }; });
     }
@@ -176,8 +243,11 @@ class CommandLine {
 
     CLI::Option* AddSets(CLI::App& command) {
         CLI::Option* chosen =
-            command.add_option("--set", m_report.set, "Recommended set, counted from 0")->type_name("N");
+            command.add_option("--set", m_report.set, "Recommended set, counted from 0 [the first]")
+                ->transform(Decimal())
+                ->type_name("N");
         command.add_option("--undersized", m_report.undersized, "Undersized set, counted from 0")
+            ->transform(Decimal())
             ->type_name("N")
             ->excludes(chosen);
         return chosen;
@@ -208,12 +278,17 @@ class CommandLine {
 }  // namespace genvara
 
 int main(int count, char** arguments) {
-    // A reader that goes away shows as a failed write, which is told like any other.
+    // A reader that goes away shows as a failed write, so that what is open can be closed.
     std::signal(SIGPIPE, SIG_IGN);
     // So does a file that grows beyond the user's limit of file sizes.
     std::signal(SIGXFSZ, SIG_IGN);
     try {
         return genvara::CommandLine().Run(count, arguments);
+    } catch (const genvara::LostOutput& lost) {
+        if (lost.ReaderIsGone()) {
+            return genvara::kReaderGone;
+        }
+        genvara::Complain(fmt::format("genvara-cli: error: {}", lost.what()));
     } catch (const genvara::RaisedError& failure) {
         genvara::Complain(genvara::FailureLine("genvara-cli", failure));
     } catch (const std::exception& failure) {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <string>
 
 #include "RaisedError.h"
 
@@ -16,6 +17,18 @@ const Rows& Once(std::optional<Rows>& kept, Query query) {
         kept = query();
     }
     return *kept;
+}
+
+/// A database that can be opened and not be used has no number of its own to tell.
+[[noreturn]] void RaiseUnfit(const std::filesystem::path& file, const RaisedError& failure) {
+    std::string reason = failure.Description();
+    if (reason.ends_with('.')) {
+        reason.pop_back();
+    }
+    throw RaisedError(
+        0, failure.Source(),
+        fmt::format("The genset database {} is unfit: {}; \"catalog check\" lists what is wrong.",
+                    file.string(), reason));
 }
 
 }  // namespace
@@ -44,10 +57,17 @@ std::string Catalogue::WhatIsMissing() {
 }
 
 void Catalogue::RequireFit() {
-    m_database.RequireSchema();
-    (void)m_database.Properties();
-    ReadMotorConversions();
-    (void)Connections();
+    try {
+        m_database.RequireSchema();
+        (void)m_database.Properties();
+        ReadMotorConversions();
+        (void)Connections();
+    } catch (const RaisedError& failure) {
+        if (failure.Number() == 0) {
+            throw;  // says already what is missing where
+        }
+        RaiseUnfit(File(), failure);
+    }
 }
 
 const std::vector<ConnectionRecord>& Catalogue::Connections() {

@@ -19,7 +19,9 @@ namespace genvara {
 class Catalogue {
   public:
     /// Opens the database, and reads nothing of it yet.
-    /// @throws RaisedError 53 for a missing file, else the system's or the database's own number.
+    /// @throws RaisedError 53 for a missing file, the system's number for one that may not be read, 0 for one
+    /// that
+    ///         is no database.
     explicit Catalogue(std::filesystem::path file) : m_database(std::move(file)) {}
 
     [[nodiscard]] const std::filesystem::path& File() const noexcept { return m_database.File(); }
@@ -34,7 +36,7 @@ class Catalogue {
 
     /// Makes sure that projects can be sized with it, and reads what they share: connections and motor
     /// tables.
-    /// @throws RaisedError 0 with the first table or column that is missing; the database's own number.
+    /// @throws RaisedError 0 with a sentence that names the database and what is missing or cannot be read.
     void RequireFit();
 
     // Each raises the database's own number as long as it cannot be read.

@@ -129,6 +129,10 @@ void Document::Size() {
     m_designer.ChooseSets();
 }
 
+std::optional<RunCulprit> Document::Culprit(const RaisedError& error) const {
+    return FindCulprit(error, m_loadProfile, m_powerSystem, m_designer.StoppedAt());
+}
+
 ReportSources Document::Sources(bool metricUnits) const noexcept {
     return {.project = m_project, .site = m_powerSystem, .designer = m_designer, .metricUnits = metricUnits};
 }

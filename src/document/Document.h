@@ -16,6 +16,7 @@
 #include "DateTime.h"
 #include "ProjectFile.h"
 #include "ReportFiller.h"
+#include "RunCulprit.h"
 #include "SiteChoice.h"
 
 namespace genvara {
@@ -102,6 +103,10 @@ class Document {
     /// Runs the design; its results stay with the designer.
     /// @throws RaisedError of the run.
     void Size();
+
+    /// The load, the step or the row of the catalogue that brought about an error of `Size`, or of a report
+    /// on its results; nothing where none of them did.
+    [[nodiscard]] std::optional<RunCulprit> Culprit(const RaisedError& error) const;
 
     /// What reports take their values from.
     /// @param metricUnits whether they show m and °C, or ft and °F.

@@ -1,5 +1,8 @@
 #include "CompressorSize.h"
 
+#include <algorithm>
+
+#include "CMtrLoad.h"
 #include "mdlConvert.h"
 #include "mdlUtility.h"
 
@@ -14,7 +17,9 @@ double SetSize(CAirCondLoad& load, std::int32_t method, double size) {
     switch (method) {
         case aircond_entry::kBTU:
             load.BTU(size);
-            return BTUToHP(size);
+            // A size within its limit is one of at most 1000 hp, but 0.00016 is no binary fraction: the
+            // largest size comes out one bit above, and the powers that follow from it would be out of range.
+            return std::min(BTUToHP(size), kMostMotorHP);
         case aircond_entry::kTonnage:
             load.Tonnage(size);
             return TonsToHP(size);

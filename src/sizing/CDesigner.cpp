@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "DesignRun.h"
+#include "FailureRegion.h"
 #include "StepDistortion.h"
 
 namespace genvara {
@@ -12,15 +13,15 @@ CDesigner::CDesigner(GensetSource& gensets, const CPwrSys& site, const CLoadProf
 CDesigner::~CDesigner() = default;
 
 void CDesigner::SelectGensets() {
-    m_candidates = m_gensets->SelectGensets({.frequency = m_site->Freq(),
-                                             .connectCode = m_site->ConnectCode(),
-                                             .voltage = m_site->Voltage(),
-                                             .fuel = m_site->Fuel()});
+    m_stoppedAt.reset();
+    m_candidates = m_gensets->SelectGensets(Filter());
 }
 
 std::int32_t CDesigner::ChooseSets() {
     m_chosen.clear();
     m_rejected.clear();
+    m_counts = {};
+    m_stoppedAt.reset();
     const std::unique_ptr<GensetCursor> candidates = std::move(m_candidates);
     const GensetRow* row = candidates ? candidates->Next() : nullptr;
     if (row == nullptr) {
@@ -31,10 +32,16 @@ std::int32_t CDesigner::ChooseSets() {
     m_figures = FiguresOf(*m_profile, *m_site);
     DesignRun run(*m_gensets, *m_site, m_requirements, m_figures, *this);
     for (; row != nullptr; row = candidates->Next()) {
-        run.Judge(*row);
+        try {
+            run.Judge(*row);
+        } catch (const RaisedError&) {
+            m_stoppedAt = Describe(*row, run.Counts().Candidates());
+            throw;
+        }
     }
     m_chosen = run.ReleaseChosen();
     m_rejected = run.ReleaseRejected();
+    m_counts = run.Counts();
     return NumChosenSets();
 }
 
@@ -49,6 +56,28 @@ void CDesigner::ForgetRun() {
 
 std::string CDesigner::TrimModelNum(std::string_view text) {
     return std::string(text.substr(0, text.find('-')));
+}
+
+SiteFilter CDesigner::Filter() const {
+    return {.frequency = m_site->Freq(),
+            .connectCode = m_site->ConnectCode(),
+            .voltage = m_site->Voltage(),
+            .fuel = m_site->Fuel()};
+}
+
+SetAtFault CDesigner::Describe(const GensetRow& row, std::int64_t position) const {
+    constexpr std::string_view kMember = "CDesigner::Describe";
+    SetAtFault set;
+    set.row = m_gensets->RowNumber(Filter(), position);
+    // Any field may be the one that cannot be read.
+    FailureRegion region;
+    region.Run([&] { set.model = row.GensetModel.Text(kMember); });
+    region.Run([&] {
+        const std::int32_t id = row.AltModel.Integer(kMember);
+        set.alternator = std::to_string(id);
+        set.alternator = m_gensets->Alternator(id).ModelNum.Text(kMember);
+    });
+    return set;
 }
 
 SiteRequirements CDesigner::ReadSite() const {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "DesignResults.h"
 #include "GensetSource.h"
 #include "ProfileFigures.h"
+#include "SetAtFault.h"
 #include "StepTests.h"
 
 namespace genvara {
@@ -54,6 +56,12 @@ class CDesigner : public DesignLimits {
     /// Forgets the last run, as before the first one: another project takes the place of the one that was
     /// sized.
     void ForgetRun();
+
+    /// What became of the candidates of the last run.
+    [[nodiscard]] const RunCounts& Counts() const noexcept { return m_counts; }
+
+    /// The set that the last run stopped at, if it failed at one.
+    [[nodiscard]] const std::optional<SetAtFault>& StoppedAt() const noexcept { return m_stoppedAt; }
 
     /// The recommended sets, smallest first.
     [[nodiscard]] const std::vector<ChosenSet>& ChosenSets() const noexcept { return m_chosen; }
@@ -118,6 +126,8 @@ class CDesigner : public DesignLimits {
     [[nodiscard]] const RejectedSet& Rejected(std::int32_t index, std::string_view reader) const;
     [[nodiscard]] std::vector<std::vector<Verdict>> VerdictsOf(const ChosenSet& set) const;
     [[nodiscard]] SiteRequirements ReadSite() const;
+    [[nodiscard]] SiteFilter Filter() const;
+    [[nodiscard]] SetAtFault Describe(const GensetRow& row, std::int64_t position) const;
 
     GensetSource* m_gensets;
     const CPwrSys* m_site;
@@ -128,6 +138,8 @@ class CDesigner : public DesignLimits {
     std::vector<RejectedSet> m_rejected;
     SiteRequirements m_requirements;
     ProfileFigures m_figures;
+    RunCounts m_counts;
+    std::optional<SetAtFault> m_stoppedAt;
     bool m_vthdCalcsValid = false;
 };
 

@@ -39,6 +39,11 @@ std::unique_ptr<GensetCursor> CachedGensets::SelectGensets(const SiteFilter& fil
     return std::make_unique<MemoryCursor>(Remembered(m_selections, filter, [&] { return ReadAll(filter); }));
 }
 
+std::optional<std::int64_t> CachedGensets::RowNumber(const SiteFilter& filter, std::int64_t position) {
+    const std::lock_guard lock(m_mutex);
+    return m_source->RowNumber(filter, position);
+}
+
 DerateRow CachedGensets::DerateCode(std::int32_t id) {
     const std::lock_guard lock(m_mutex);
     return Remembered(m_derateCodes, id, [&] { return m_source->DerateCode(id); });

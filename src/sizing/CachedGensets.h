@@ -20,6 +20,8 @@ class CachedGensets final : public GensetSource {
 
     [[nodiscard]] PropertiesRecord Properties() override;
     [[nodiscard]] std::unique_ptr<GensetCursor> SelectGensets(const SiteFilter& filter) override;
+    [[nodiscard]] std::optional<std::int64_t> RowNumber(const SiteFilter& filter,
+                                                        std::int64_t position) override;
     [[nodiscard]] DerateRow DerateCode(std::int32_t id) override;
     [[nodiscard]] AlternatorRow Alternator(std::int32_t id) override;
 

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "AtomicFile.h"
+#include "CodePage.h"
 #include "CsvTable.h"
 #include "GensetSchema.h"
 #include "NumberText.h"
@@ -208,6 +209,8 @@ class TableBuilder {
         const std::optional<ColumnKind> kind = m_kinds[column];
         if (field.empty()) {
             m_insert->bind(place);
+        } else if (kind == ColumnKind::Text && !IsUtf8(field)) {
+            AddFault(fmt::format("line {}, column \"{}\": the text is no UTF-8", line, m_names[column]));
         } else if (!kind || kind == ColumnKind::Text) {
             m_insert->bind(place, field);
         } else if (const std::optional<double> number = ParseNumber(field); !number) {

@@ -6,86 +6,26 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
+#include "CatalogueRules.h"
+#include "CodePage.h"
 #include "GensetDatabase.h"
 #include "GensetSchema.h"
+#include "MotorTableCheck.h"
 #include "RaisedError.h"
 
 namespace genvara {
 namespace {
 
-/// A relation that the rows of a table must keep. The query yields the rows that do not: the row's number
-/// and what is shown of it.
-struct Relation {
-    std::string_view table;
-    std::string_view column;
-    const char* query;
-    std::string_view fault;
-};
+/// Starting methods that read their multiplier from the table; that of a solid-state starter is not read.
+constexpr int kStarters = 5;
 
-constexpr std::array kRelations{
-    Relation{"Gensets", "DerateCode",
-             "Select rowid, DerateCode from [Gensets] where DerateCode is not null and "
-             "DerateCode not in (Select ID from [Derate Codes] where ID is not null)",
-             "is no ID of [Derate Codes]"},
-    Relation{"Gensets", "AltModel",
-             "Select rowid, AltModel from [Gensets] where AltModel is not null and "
-             "AltModel not in (Select ID from [Alternators] where ID is not null)",
-             "is no ID of [Alternators]"},
-    Relation{"Gensets", "WindingConnection",
-             "Select rowid, WindingConnection from [Gensets] where WindingConnection is not null and "
-             "WindingConnection not in (Select ID from Connections where ID is not null)",
-             "is no ID of Connections"},
-    Relation{"Gensets", "Fuel", "Select rowid, Fuel from [Gensets] where Fuel not in (1, 2, 3, 4)",
-             "is no fuel code from 1 to 4"},
-    Relation{"Gensets", "Rating105C", "Select rowid, Rating105C from [Gensets] where Rating105C < Rating80C",
-             "is below Rating80C, though the allowed rise is higher"},
-    Relation{"Gensets", "Rating125C", "Select rowid, Rating125C from [Gensets] where Rating125C < Rating105C",
-             "is below Rating105C, though the allowed rise is higher"},
-    Relation{"Gensets", "Rating130C", "Select rowid, Rating130C from [Gensets] where Rating130C < Rating125C",
-             "is below Rating125C, though the allowed rise is higher"},
-    Relation{"Gensets", "Rating150C", "Select rowid, Rating150C from [Gensets] where Rating150C < Rating130C",
-             "is below Rating130C, though the allowed rise is higher"},
-    Relation{"Derate Codes", "ID",
-             "Select rowid, ID from [Derate Codes] as one where exists "
-             "(Select 1 from [Derate Codes] where ID = one.ID and rowid < one.rowid)",
-             "stands there twice"},
-    Relation{"Alternators", "ID",
-             "Select rowid, ID from [Alternators] as one where exists "
-             "(Select 1 from [Alternators] where ID = one.ID and rowid < one.rowid)",
-             "stands there twice"},
-    Relation{"Alternators", "SubtransReact",
-             "Select rowid, SubtransReact from [Alternators] where BasekW > 0 and BaseVolts > 0 and "
-             "SubtransReact <= 0",
-             "is not above 0, though the alternator has a base"},
-    // Any base that a generator could have; the square of one far beyond overflows.
-    Relation{"Alternators", "BaseVolts",
-             "Select rowid, BaseVolts from [Alternators] where typeof(BaseVolts) in ('integer', 'real') and "
-             "abs(BaseVolts) > 1e6",
-             "is beyond any generator's voltage"},
-    // A step may be a million times the base of the dip curve, and 1e6 to the 50th is all that a number
-    // holds.
-    Relation{"Gensets", "ExpC",
-             "Select rowid, ExpC from [Gensets] where typeof(ExpC) in ('integer', 'real') and "
-             "(ExpC < -50 or ExpC > 50)",
-             "is no exponent of a dip curve, from -50 to 50"},
-    Relation{"Motor Power Conversions", "SPF",
-             "Select rowid, SPF from [Motor Power Conversions] where typeof(SPF) in ('integer', 'real') and "
-             "(SPF <= 0 or SPF > 1)",
-             "is no power factor, above 0 and up to 1"},
-    Relation{"Connections", "ID",
-             "Select rowid, ID from Connections as one where exists "
-             "(Select 1 from Connections where ID = one.ID and rowid < one.rowid)",
-             "stands there twice"},
-    Relation{"Connections", "Phases", "Select rowid, Phases from Connections where Phases not in (1, 3)",
-             "is neither 1 nor 3"},
-};
-
-/// Columns of [Motor Power Conversions] that are looked up by value, and so must ascend with the horsepower.
-constexpr std::array<std::string_view, 3> kAscendingColumns{"HP", "RunningKW", "RunningKVA"};
+// What SQLite calls the values that a reader takes as text, and as a number.
+constexpr std::string_view kTextTypes = "'text', 'integer', 'real'";
+constexpr std::string_view kNumberTypes = "'integer', 'real'";
 
 class Checker {
   public:
@@ -93,20 +33,30 @@ class Checker {
         : m_database(file.string(), SQLite::OPEN_READONLY), m_handler(&handler) {}
 
     void Check() {
+        CheckFile();
         for (const TableSchema& table : kGensetSchema) {
             CheckTable(table);
         }
         if (m_complete) {
-            for (const Relation& relation : kRelations) {
-                CheckRelation(relation);
+            for (const CatalogueRule& rule : CatalogueRules()) {
+                CheckRule(rule);
             }
-            for (const std::string_view column : kAscendingColumns) {
-                CheckAscending(column);
-            }
+            CheckCodeLetters();
+            CheckMotors();
         }
     }
 
   private:
+    /// Pages of the file that do not fit together: a query may run into them, or pass over rows.
+    void CheckFile() {
+        SQLite::Statement damages(m_database, "Pragma quick_check(10)");
+        while (damages.executeStep()) {
+            if (const std::string damage = damages.getColumn(0).getString(); damage != "ok") {
+                Tell(fmt::format("The file is damaged: {}", damage));
+            }
+        }
+    }
+
     void CheckTable(const TableSchema& table) {
         std::vector<std::string> present;
         SQLite::Statement columns(m_database, "Select name from pragma_table_info(?)");
@@ -139,12 +89,14 @@ class Checker {
             Tell(fmt::format("[{}]: the table has no rows", table.name));
         } else if (table.name == "Motor Power Conversions" && rows == 1) {
             Tell(fmt::format("[{}]: the table has only one row", table.name));
+        } else if (table.name == "Motor Starting Multiplier" && rows < kStarters) {
+            Tell(fmt::format("[{}]: the table has {} rows for {} starters", table.name, rows, kStarters));
         }
     }
 
     void CheckColumn(const TableSchema& table, const ColumnSchema& column) {
         const bool text = column.kind == ColumnKind::Text;
-        const char* accepted = text ? "'text', 'integer', 'real'" : "'integer', 'real'";
+        const std::string_view accepted = text ? kTextTypes : kNumberTypes;
         SQLite::Statement rows(
             m_database, fmt::format("Select rowid, \"{0}\" from [{1}] where typeof(\"{0}\") not in ({2})",
                                     column.name, table.name, accepted));
@@ -157,14 +109,26 @@ class Checker {
                     isNull ? std::string("is Null")
                            : fmt::format("\"{}\" is no number", Shown(rows.getColumn(1))));
         }
-        CheckRange(table, column);
+        if (text) {
+            CheckEncoding(table, column);
+        } else {
+            CheckRange(table, column);
+        }
+    }
+
+    void CheckEncoding(const TableSchema& table, const ColumnSchema& column) {
+        SQLite::Statement rows(m_database,
+                               fmt::format("Select rowid, \"{0}\" from [{1}] where typeof(\"{0}\") = 'text'",
+                                           column.name, table.name));
+        while (rows.executeStep()) {
+            if (!IsUtf8(rows.getColumn(1).getString())) {
+                TellRow(table.name, rows.getColumn(0).getInt64(), column.name, "is no UTF-8");
+            }
+        }
     }
 
     /// Numbers that no reader can hold: infinities, broken codes, codes beyond 32 bits.
     void CheckRange(const TableSchema& table, const ColumnSchema& column) {
-        if (column.kind == ColumnKind::Text) {
-            return;
-        }
         const char* condition = column.kind == ColumnKind::Integer
                                     ? "(\"{0}\" <> round(\"{0}\") or abs(\"{0}\") > 2147483647)"
                                     : "abs(\"{0}\") > 1.7e308";
@@ -181,27 +145,69 @@ class Checker {
         }
     }
 
-    void CheckRelation(const Relation& relation) {
-        SQLite::Statement rows(m_database, relation.query);
+    void CheckRule(const CatalogueRule& rule) {
+        const bool text = KindOf(rule) == ColumnKind::Text;
+        const std::string column = fmt::format("one.\"{}\"", rule.column);
+        SQLite::Statement rows(
+            m_database,
+            fmt::format("Select rowid, {0} from [{1}] as one where typeof({0}) in ({2}) and ({3})", column,
+                        rule.table, text ? kTextTypes : kNumberTypes,
+                        fmt::format(fmt::runtime(rule.condition), column)));
         while (rows.executeStep()) {
-            TellRow(relation.table, rows.getColumn(0).getInt64(), relation.column,
-                    fmt::format("{} {}", Shown(rows.getColumn(1)), relation.fault));
+            TellRow(rule.table, rows.getColumn(0).getInt64(), rule.column,
+                    fmt::format("{} {}", Quoted(rows.getColumn(1), text), rule.sentence));
         }
     }
 
-    void CheckAscending(std::string_view column) {
+    /// The letters that the motor form proposes by itself.
+    void CheckCodeLetters() {
+        constexpr std::string_view kProposed = "FGHJKLM";
+        for (const char letter : kProposed) {
+            SQLite::Statement rows(
+                m_database, "Select 1 from [Motor Code Letters] where upper(trim(CodeLetter, ' ')) = ?");
+            rows.bind(1, std::string(1, letter));
+            if (!rows.executeStep()) {
+                Tell(fmt::format(
+                    "[Motor Code Letters], column \"CodeLetter\": {} is missing, which the program proposes "
+                    "for motors of a certain size",
+                    letter));
+            }
+        }
+    }
+
+    void CheckMotors() {
         SQLite::Statement rows(
             m_database,
-            fmt::format("Select rowid, \"{}\" from [Motor Power Conversions] order by HP", column));
-        std::optional<double> before;
+            "Select rowid, HP, RunningKW, RunningKVA, SPF from [Motor Power Conversions] order by HP");
+        MotorRows motors;
         while (rows.executeStep()) {
-            const double value = rows.getColumn(1).getDouble();
-            if (before && value <= *before) {
-                TellRow("Motor Power Conversions", rows.getColumn(0).getInt64(), column,
-                        fmt::format("{} does not ascend", Shown(rows.getColumn(1))));
+            std::array<double, 4> figures{};
+            for (int i = 0; i < 4; ++i) {
+                const SQLite::Column field = rows.getColumn(i + 1);
+                figures.at(static_cast<std::size_t>(i)) =
+                    field.isFloat() || field.isInteger() ? field.getDouble() : 0.0;
             }
-            before = value;
+            if (std::ranges::any_of(figures, [](double figure) { return !(figure > 0.0); })) {
+                return;  // told already
+            }
+            motors.numbers.push_back(rows.getColumn(0).getInt64());
+            motors.tables.MotorHP.push_back(figures[0]);
+            motors.tables.MotorRunningKW.push_back(figures[1]);
+            motors.tables.MotorRunningKVA.push_back(figures[2]);
+            motors.tables.MotorStartPF.push_back(figures[3]);
         }
+        for (const MotorFinding& finding : CheckMotorTables(motors)) {
+            TellRow("Motor Power Conversions", finding.row, finding.column, finding.fault);
+        }
+    }
+
+    [[nodiscard]] static ColumnKind KindOf(const CatalogueRule& rule) {
+        const TableSchema& table = *std::ranges::find(kGensetSchema, rule.table, &TableSchema::name);
+        return std::ranges::find(table.columns, rule.column, &ColumnSchema::name)->kind;
+    }
+
+    [[nodiscard]] static std::string Quoted(const SQLite::Column& column, bool text) {
+        return text ? fmt::format("\"{}\"", Shown(column)) : Shown(column);
     }
 
     [[nodiscard]] static std::string Shown(const SQLite::Column& column) {

@@ -33,6 +33,15 @@ struct ChosenSet {
     Candidate figures;
 };
 
+/// How many candidates a run met, and what became of them, before the lists are cut.
+struct RunCounts {
+    std::int64_t recommended = 0;
+    std::int64_t undersized = 0;
+    std::int64_t underloaded = 0;  ///< passed everything and were dropped below their minimum loading
+
+    [[nodiscard]] std::int64_t Candidates() const noexcept { return recommended + undersized + underloaded; }
+};
+
 /// A set that failed a test, with the bits of all that it failed.
 struct RejectedSet : ChosenSet {
     std::int32_t RejectionReason = 0;

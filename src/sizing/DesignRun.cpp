@@ -55,8 +55,12 @@ void DesignRun::Judge(const GensetRow& row) {
     }
     if (reason != 0) {
         File(row, m_rejected, reason);
+        ++m_counts.undersized;
     } else if (!(m_requirements->minLoading * m_set.siteRating / 100.0 > m_profile->totalRunningKW)) {
         File(row, m_chosen, reason);
+        ++m_counts.recommended;
+    } else {
+        ++m_counts.underloaded;
     }
 }
 

@@ -35,6 +35,8 @@ class DesignRun {
     /// @throws RaisedError of the database, of a field that cannot be read, or of the arithmetic.
     void Judge(const GensetRow& row);
 
+    /// Of the candidates judged so far.
+    [[nodiscard]] const RunCounts& Counts() const noexcept { return m_counts; }
     [[nodiscard]] std::vector<ChosenSet> ReleaseChosen() { return m_chosen.Release(); }
     [[nodiscard]] std::vector<RejectedSet> ReleaseRejected() { return m_rejected.Release(); }
 
@@ -77,6 +79,7 @@ class DesignRun {
     std::map<std::int32_t, AlternatorRecord> m_alternators;
     ResultList<ChosenSet, std::less<>> m_chosen;
     ResultList<RejectedSet, std::greater<>> m_rejected;
+    RunCounts m_counts;
 
     // Of the present candidate.
     Candidate m_set;

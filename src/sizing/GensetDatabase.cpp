@@ -3,6 +3,7 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -174,13 +175,19 @@ GensetDatabase::GensetDatabase(std::filesystem::path file) : m_file(std::move(fi
         RaiseSystemError(EISDIR, kSource,
                          fmt::format("The genset database {} is a folder.", m_file.string()));
     }
+    if (access(m_file.c_str(), R_OK) != 0) {
+        const int denied = errno;
+        RaiseSystemError(denied, kSource,
+                         fmt::format("The genset database {} cannot be read: {}.", m_file.string(),
+                                     std::generic_category().message(denied)));
+    }
     try {
         m_database = std::make_unique<SQLite::Database>(m_file.string(), SQLite::OPEN_READONLY);
         // The file is opened at the first question only; a file of another kind shows here.
         (void)m_database->execAndGet("Select count(*) from sqlite_master").getInt();
     } catch (const SQLite::Exception& cause) {
         throw RaisedError(
-            cause.getErrorCode(), kSource,
+            0, kSource,
             fmt::format("The genset database {} cannot be read: {}.", m_file.string(), cause.what()));
     }
 }
@@ -241,6 +248,22 @@ PropertiesRecord GensetDatabase::Properties() {
 
 std::unique_ptr<GensetCursor> GensetDatabase::SelectGensets(const SiteFilter& filter) {
     return Guarded([&] { return std::make_unique<DatabaseCursor>(*m_database, GensetQuery(filter)); });
+}
+
+std::optional<std::int64_t> GensetDatabase::RowNumber(const SiteFilter& filter, std::int64_t position) {
+    try {
+        // All columns are asked for as well, so that the rows come in the same order.
+        const std::string query = GensetQuery(filter);
+        SQLite::Statement rows(*m_database, "Select rowid, " + query.substr(query.find('*')));
+        for (std::int64_t skipped = 0; rows.executeStep(); ++skipped) {
+            if (skipped == position && !rows.getColumn(0).isNull()) {
+                return rows.getColumn(0).getInt64();
+            }
+        }
+    } catch (const SQLite::Exception&) {
+        return std::nullopt;  // a table without row numbers; a view has Nulls
+    }
+    return std::nullopt;
 }
 
 DerateRow GensetDatabase::DerateCode(std::int32_t id) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,7 +23,9 @@ namespace genvara {
 /// "GensetDatabase".
 class GensetDatabase final : public GensetSource {
   public:
-    /// @throws RaisedError 53 for a missing file, else the system's or the database's own number.
+    /// @throws RaisedError 53 for a missing file, the system's number for one that may not be read, 0 for one
+    /// that
+    ///         is no database.
     explicit GensetDatabase(std::filesystem::path file);
     ~GensetDatabase() override;
     GensetDatabase(const GensetDatabase&) = delete;
@@ -38,6 +42,8 @@ class GensetDatabase final : public GensetSource {
     /// @throws RaisedError 3021 for an empty table.
     [[nodiscard]] PropertiesRecord Properties() override;
     [[nodiscard]] std::unique_ptr<GensetCursor> SelectGensets(const SiteFilter& filter) override;
+    [[nodiscard]] std::optional<std::int64_t> RowNumber(const SiteFilter& filter,
+                                                        std::int64_t position) override;
     [[nodiscard]] DerateRow DerateCode(std::int32_t id) override;
     [[nodiscard]] AlternatorRow Alternator(std::int32_t id) override;
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "GensetRecords.h"
 
@@ -34,6 +35,12 @@ class GensetSource {
 
     [[nodiscard]] virtual PropertiesRecord Properties() = 0;
     [[nodiscard]] virtual std::unique_ptr<GensetCursor> SelectGensets(const SiteFilter& filter) = 0;
+    /// The number of a candidate's row in [Gensets]; nothing where there is none.
+    /// @param position among the candidates of the filter, from 0.
+    [[nodiscard]] virtual std::optional<std::int64_t> RowNumber(const SiteFilter& /*filter*/,
+                                                                std::int64_t /*position*/) {
+        return std::nullopt;
+    }
     /// @throws RaisedError 3021 if no row has the key.
     [[nodiscard]] virtual DerateRow DerateCode(std::int32_t id) = 0;
     /// @throws RaisedError 3021 if no row has the key.

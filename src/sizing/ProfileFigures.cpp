@@ -80,6 +80,16 @@ std::int32_t StepMaxVoltageDip(const CLoadStep& step, const CPwrSys& site) {
     return dip;
 }
 
+StepFigures FiguresOfStep(const CLoadStep& step, const StepFigures& before, const CPwrSys& site) {
+    StepFigures now = Standing(step, before);
+    AddNonLinearSums(now);
+    AddStart(now, step, before);
+    now.maxVoltageDip = StepMaxVoltageDip(step, site);
+    now.startShare = now.maxVoltageDip / kRatedDip;
+    now.heaviestPhaseKW = std::max({now.runKW[1], now.runKW[2], now.runKW[3]});
+    return now;
+}
+
 ProfileFigures FiguresOf(const CLoadProfile& profile, const CPwrSys& site) {
     ProfileFigures figures;
     const std::int32_t count = profile.NumLoadSteps();
@@ -87,12 +97,7 @@ ProfileFigures FiguresOf(const CLoadProfile& profile, const CPwrSys& site) {
     // The first step is asked for even in an empty profile, which has none to give.
     for (std::int32_t number = 1; number <= std::max(count, 1); ++number) {
         const CLoadStep& step = profile.LoadStep(number);
-        StepFigures now = Standing(step, before);
-        AddNonLinearSums(now);
-        AddStart(now, step, before);
-        now.maxVoltageDip = StepMaxVoltageDip(step, site);
-        now.startShare = now.maxVoltageDip / kRatedDip;
-        now.heaviestPhaseKW = std::max({now.runKW[1], now.runKW[2], now.runKW[3]});
+        const StepFigures now = FiguresOfStep(step, before, site);
         // The first step's peak is the step's own root, which is taken before the division by 1000.
         const double peak = number == 1 ? Kilo(step.TotalStartingApparentPower(0)) : now.startKVA;
         figures.peakStartingKVA = std::max(figures.peakStartingKVA, peak);

@@ -52,6 +52,13 @@ inline constexpr double kRatedDip = 35.0;
 /// step's own and the medical loads', each only lowering it.
 [[nodiscard]] std::int32_t StepMaxVoltageDip(const CLoadStep& step, const CPwrSys& site);
 
+/// What a step demands on top of what stands before it.
+/// @param before of the step before; all zeros for the first one.
+/// @throws RaisedError of a load whose figure cannot be worked out, of a sum that is no number any more, or 6
+///         "Overflow" from "CDesigner::ChooseSets" for a start whose square is none.
+[[nodiscard]] StepFigures FiguresOfStep(const CLoadStep& step, const StepFigures& before,
+                                        const CPwrSys& site);
+
 /// Walks the profile. A load whose figure cannot be worked out raises.
 /// @throws RaisedError 0x80040064 of `CLoadProfile::LoadStep` for a profile without steps.
 [[nodiscard]] ProfileFigures FiguresOf(const CLoadProfile& profile, const CPwrSys& site);

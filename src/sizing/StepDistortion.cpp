@@ -73,18 +73,9 @@ std::array<double, 3> StepDistortion::On(double generatorPower, double generator
     }
     std::array<double, 3> vthd{};
     m_calculator.VTHD(vthd);
-    if (m_dividesByZero) {
-        RaiseDivisionByZero("CDesigner::ChooseSets");
-    }
     for (std::size_t p = 0; p < vthd.size(); ++p) {
-        const double impedance = m_calculator.HarmonicImpedance(static_cast<std::int32_t>(p));
-        const PhaseShares& phase = m_shares[p];
-        if (m_filters == Filters::SixPulse || m_filters == Filters::TwelvePulse) {
-            CorrectForFilters(vthd[p], phase, impedance);
-        }
-        CorrectForBallasts(vthd[p], phase, impedance);
-        if (m_filters == Filters::Both) {
-            CorrectForFilters(vthd[p], phase, impedance);
+        if (m_shares[p]) {
+            Correct(vthd[p], *m_shares[p], m_calculator.HarmonicImpedance(static_cast<std::int32_t>(p)));
         }
         vthd[p] = vthd[p] > 0.0 ? vthd[p] : 0.0;
     }
@@ -117,15 +108,22 @@ void StepDistortion::FindShares(const StepFigures& figures) {
     }
     for (std::size_t p = 0; p < m_shares.size(); ++p) {
         const double nonLinear = figures.nonLinear[p];
-        if (nonLinear == 0.0) {
-            m_dividesByZero = m_dividesByZero || m_filters != Filters::None;
-            continue;
+        if (nonLinear > 0.0) {
+            m_shares[p] = {.ballast = figures.ballast[p] / nonLinear,
+                           .twelvePulse = (figures.rect12P / 3.0) / nonLinear,
+                           .sixFiltered = (six / 3.0 + six / 3.0) / nonLinear,
+                           .twelveFiltered = (twelve / 3.0) / nonLinear};
         }
-        m_shares[p] = {.hasNonLinear = nonLinear > 0.0,
-                       .ballast = figures.ballast[p] / nonLinear,
-                       .twelvePulse = (figures.rect12P / 3.0) / nonLinear,
-                       .sixFiltered = (six / 3.0 + six / 3.0) / nonLinear,
-                       .twelveFiltered = (twelve / 3.0) / nonLinear};
+    }
+}
+
+void StepDistortion::Correct(double& vthd, const PhaseShares& phase, double impedance) const {
+    if (m_filters == Filters::SixPulse || m_filters == Filters::TwelvePulse) {
+        CorrectForFilters(vthd, phase, impedance);
+    }
+    CorrectForBallasts(vthd, phase, impedance);
+    if (m_filters == Filters::Both) {
+        CorrectForFilters(vthd, phase, impedance);
     }
 }
 
@@ -148,8 +146,7 @@ void StepDistortion::CorrectForFilters(double& vthd, const PhaseShares& phase, d
 void StepDistortion::CorrectForBallasts(double& vthd, const PhaseShares& phase, double impedance) noexcept {
     const bool mostlyBallasts =
         phase.ballast > kHalf && phase.twelvePulse < kHalf && phase.twelvePulse > kLeastTwelvePulseShare;
-    if (phase.hasNonLinear && mostlyBallasts && impedance > kBallastImpedance &&
-        vthd < kLowImpedanceBallastVTHD) {
+    if (mostlyBallasts && impedance > kBallastImpedance && vthd < kLowImpedanceBallastVTHD) {
         vthd = kHighImpedanceBallastVTHD - (1.0 - phase.ballast) * kHighImpedanceBallastSlope;
     }
 }

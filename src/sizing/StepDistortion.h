@@ -37,17 +37,15 @@ class StepDistortion {
     explicit StepDistortion(const StepFigures& figures);
 
     /// Distortion [percent] on A to C, 0 or more.
-    /// @throws RaisedError of `CVTHD` for a power or an impedance that it refuses; 11 "Division by zero" from
-    ///         "CDesigner::ChooseSets" for filtered rectifiers on a phase without non-linear load.
+    /// @throws RaisedError of `CVTHD` for a power or an impedance that it refuses.
     [[nodiscard]] std::array<double, 3> On(double generatorPower, double generatorImpedance);
 
   private:
     /// Which of the filter corrections the step's rectifiers call for.
     enum class Filters : std::uint8_t { None, SixPulse, TwelvePulse, Both };
 
-    /// What the corrections need of one phase.
+    /// What the corrections need of one phase: parts of its non-linear load, which is above 0.
     struct PhaseShares {
-        bool hasNonLinear = false;    ///< non-linear load above 0
         double ballast = 0.0;         ///< share of the ballasts
         double twelvePulse = 0.0;     ///< share of the twelve-pulse rectifiers
         double sixFiltered = 0.0;     ///< twice the share of the filtered six-pulse rectifiers
@@ -56,14 +54,16 @@ class StepDistortion {
 
     void LoadPowers(const StepFigures& figures);
     void FindShares(const StepFigures& figures);
+    void Correct(double& vthd, const PhaseShares& phase, double impedance) const;
     void CorrectForFilters(double& vthd, const PhaseShares& phase, double impedance) const;
     static void CorrectForBallasts(double& vthd, const PhaseShares& phase, double impedance) noexcept;
 
     CVTHD m_calculator;
     std::optional<RaisedError> m_refusedPower;
     Filters m_filters = Filters::None;
-    bool m_dividesByZero = false;
-    std::array<PhaseShares, 3> m_shares{};
+    /// Absent where a phase has no non-linear load, of which filtered rectifiers could be a part: a filter
+    /// alone distorts nothing, and the phase keeps its figure.
+    std::array<std::optional<PhaseShares>, 3> m_shares;
 };
 
 }  // namespace genvara

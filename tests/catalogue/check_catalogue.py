@@ -33,7 +33,11 @@ RATINGS = ["Rating80C", "Rating105C", "Rating125C", "Rating130C", "Rating150C"]
 VOLTAGES = {60: {208, 220, 240, 380, 416, 440, 480, 600}, 50: {190, 220, 380, 400, 415, 440}}
 
 # Smallest and largest standby rating of a fuel at 60 Hz [kW].
-FUEL_RANGE = {1: (10, 3000), 2: (10, 1000), 3: (10, 1000), 4: (5, 60)}
+# A larger set on L.P. empties a tank faster than it boils, and nobody stores gasoline for a larger one.
+FUEL_RANGE = {1: (10, 3000), 2: (10, 1000), 3: (10, 200), 4: (5, 20)}
+
+# Most that the terminals of a set carry [A], by the phases of its connection.
+MOST_AMPERES = {1: 800, 3: 6000}
 
 # Connections whose dedicated alternators are rated at unity power factor; all others at 0.8.
 UNITY_POWER_FACTOR = {3, 6}
@@ -68,6 +72,9 @@ STARTER_VOLTAGE = [1.0, 0.8, 0.65, 0.84, 0.577]
 FULL_LOAD_AMPS = {0.5: 1.1, 0.75: 1.6, 1: 2.1, 1.5: 3.0, 2: 3.4, 3: 4.8, 5: 7.6, 7.5: 11, 10: 14, 15: 21, 20: 27, 25: 34,
                   30: 40, 40: 52, 50: 65, 60: 77, 75: 96, 100: 124, 125: 156, 150: 180, 200: 240, 250: 302, 300: 361,
                   350: 414, 400: 477, 450: 515, 500: 590}
+
+# What a motor may draw at most, running.
+MOST_MOTOR_WATTS, MOST_MOTOR_VA = 798000, 887000
 
 HIGHEST_SITE = 4572.0  # metres, the highest altitude that a project can have
 HOTTEST_SITE = 66.0  # degrees Celsius, the highest ambient temperature that a project can have
@@ -187,6 +194,10 @@ def check_ratings(c):
         # An engine that runs for hours at a changing load gives less than in an outage.
         if row["Rating125C"] > 0.96 * engine:
             c.fault("Gensets", row["line"], f"prime rating {row['Rating125C']:g} of an engine of {engine:g} kW")
+        phases = 3 if row["WindingConnection"] in (1, 2) else 1
+        amperes = kva(row, "Rating150C") * 1000 / row["VoltageLL"] / (3**0.5 if phases == 3 else 1) if row["VoltageLL"] else 0
+        if amperes > MOST_AMPERES[phases]:
+            c.fault("Gensets", row["line"], f"{amperes:.0f} A on terminals for {MOST_AMPERES[phases]}")
         # Half a step of a rating's rounding is left to the comparison.
         if row["Rating125C"] > bases.get(row["AltModel"], 0) + 0.5:
             c.fault("Gensets", row["line"], "rating at 125 C exceeds the alternator's base")
@@ -311,6 +322,9 @@ def check_motor_conversions(c):
                 c.fault(table, row["line"], f"{column} does not rise")
         if row["SPF"] >= below["SPF"]:
             c.fault(table, row["line"], "SPF does not fall")
+        # Half of the last digit printed makes up to 0.0005.
+        if row["RunningKW"] / row["RunningKVA"] < below["RunningKW"] / below["RunningKVA"] - 0.0005:
+            c.fault(table, row["line"], "the power factor falls with the size")
     for row in rows:
         efficiency = 0.746 * row["HP"] / row["RunningKW"] if row["RunningKW"] else 0
         power_factor = row["RunningKW"] / row["RunningKVA"] if row["RunningKVA"] else 0
@@ -323,6 +337,11 @@ def check_motor_conversions(c):
     last, before = rows[-1], rows[-2]
     if last["RunningKVA"] - before["RunningKVA"] <= last["RunningKW"] - before["RunningKW"]:
         c.fault(table, last["line"], "beyond its end the table would give less kVA than kW")
+    # A project file's motor by running kW is looked up by its watts, far beyond the end.
+    slope = (last["RunningKVA"] - before["RunningKVA"]) / (last["RunningKW"] - before["RunningKW"])
+    reopened = last["RunningKVA"] + slope * (MOST_MOTOR_WATTS - last["RunningKW"])
+    if reopened > MOST_MOTOR_VA:
+        c.fault(table, last["line"], f"a motor of {MOST_MOTOR_WATTS:g} W would reopen with {reopened:.0f} VA")
 
 
 CHECKS = [check_keys, check_product_line, check_ratings, check_starting, check_one_step, check_alternators, check_derating,

@@ -40,6 +40,11 @@ BROKEN = [
     ("Gensets", SET, "LRkVA", "many", "LRkVA is no number"),
     ("Gensets", SET, "GensetModel", "", "GensetModel is empty"),
     ("Gensets", {"GensetModel": "MV5P"}, "Fuel", "1", "fuel 1 reaches from 5"),
+    # 154 kW / 0.8 / 240 V = 802 A; 3,960 kW / 0.8 / 480 V / root of 3 = 5954 A, 4,000 kW 6014 A
+    ("Gensets", {"GensetModel": "MV150D", "VoltageLL": "240", "WindingConnection": "4"}, "Rating150C", "154", "802 A on terminals for 800"),
+    ("Gensets", {"GensetModel": "MV3000D", "VoltageLL": "480"}, "Rating150C", "4000", "6014 A on terminals for 6000"),
+    ("Gensets", {"GensetModel": "MV200L", "Frequency": "60"}, "Rating150C", "250", "fuel 3 reaches from 10 to 250 kW"),
+    ("Gensets", {"GensetModel": "MV20P", "Frequency": "60"}, "Rating150C", "30", "fuel 4 reaches from 5 to 30 kW"),
     ("Alternators", {"ModelNum": "TN315A-12A"}, "SubtransReact", "0.21", "SubtransReact is 0.21"),
     ("Alternators", {"ModelNum": "TN315A-12A"}, "BaseVolts", "0", "a base is not above 0"),
     ("Alternators", {"ModelNum": "TN280D-12A"}, "BasekW", "150", "exceeds the alternator's base"),
@@ -58,6 +63,9 @@ BROKEN = [
     ("Motor Power Conversions", {"HP": "50"}, "SPF", "0.95", "SPF does not fall"),
     ("Motor Power Conversions", {"HP": "1000"}, "RunningKVA", "886", "does not end at 1000 hp"),
     ("Motor Power Conversions", {"HP": "900"}, "RunningKVA", "809", "less kVA than kW"),
+    # 887 + (887 - 798) / (798 - 718) x (798000 - 798) = 887774, and with 798.1 886777
+    ("Motor Power Conversions", {"HP": "900"}, "RunningKVA", "798", "would reopen with 887774 VA"),
+    ("Motor Power Conversions", {"HP": "900"}, "RunningKVA", "797", "the power factor falls with the size"),
 ]
 
 

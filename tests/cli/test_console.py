@@ -3,6 +3,7 @@
     test_console.py GENVARA-CLI SOURCE-FOLDER
 """
 import csv
+import errno
 import json
 import os
 import pathlib
@@ -105,6 +106,40 @@ class Console(unittest.TestCase):
             self.assertEqual((done.returncode, done.stdout), (2, ""), arguments)
             self.assertIn("Usage:", done.stderr)
 
+    def test_an_unknown_command_is_named_and_the_nearest_one_offered(self):
+        for arguments, line in ((["siez"], 'there is no command "siez"; did you mean "size"?'),
+                                (["raport", "x.prj"], 'there is no command "raport"; did you mean "report"?'),
+                                (["catalog", "bulid", "x"], 'there is no command "bulid"; did you mean "build"?'),
+                                (["dance"], 'there is no command "dance".'),
+                                (["catalog", "dance"], 'there is no command "dance".')):
+            done = self.run_program(*arguments)
+            self.assertEqual((done.returncode, done.stdout), (2, ""), arguments)
+            self.assertEqual(done.stderr.splitlines()[0], f"genvara-cli: {line}")
+            self.assertIn("Usage:", done.stderr)
+
+    def test_numbers_are_decimal_whatever_zeros_stand_before_them(self):
+        sample = SOURCE / "samples/office.prj"
+        for text, sets in (("010", 10), ("008", 8), ("+7", 7), ("0", 0), ("-0", 0), ("000", 0), ("-010", 0)):
+            result = json.loads(self.size("--json", "--max-sets", text, sample).stdout)
+            self.assertEqual(len(result["ChosenSets"]), sets, text)
+        self.assertEqual(json.loads(self.size("--json", "--max-sets=-010", sample).stdout)
+                         ["Designer"]["MaxSetsRecommended"], -10)
+        for text in ("0x10", "1e1", "ten", "", "-", "1.5", " 7", "2147483648"):
+            for option in ("--max-sets", "--jobs"):
+                done = self.size(option, text, sample)
+                self.assertEqual((done.returncode, done.stdout), (2, ""), (option, text))
+        self.assertEqual(self.size("--jobs", "002", sample).returncode, 0)
+        for command in ("report", "export-spec"):
+            done = [self.run_program(command, sample, "--db", self.database, "--set", text, "-o", "-", *self.fixed(command))
+                    for text in ("010", "10", "8")]
+            self.assertEqual(done[0].returncode, 0, done[0].stderr)
+            self.assertEqual(done[0].stdout, done[1].stdout)
+            self.assertNotEqual(done[0].stdout, done[2].stdout)
+
+    @staticmethod
+    def fixed(command):
+        return ["--now", "2026-01-02 03:04:05"] if command == "report" else []
+
     # --- projects
 
     def test_a_sized_project_has_the_keys_in_their_order(self):
@@ -202,10 +237,40 @@ class Console(unittest.TestCase):
                              {"Number": 6, "Source": "CBatChrgLoad::RunningAppPower", "Description": "Overflow"})
             self.assertEqual(self.size(file).returncode, 4)
 
-    def test_filters_without_non_linear_load_divide_by_zero(self):
-        ups = '1,7,"UPS","",1,0\r\n1,2,100000,100,10,#TRUE#\r\n'
-        error = self.error(self.project(HEAD.format(connection=1) + STEP + ups), status=4)
-        self.assertEqual(error, {"Number": 11, "Source": "CDesigner::ChooseSets", "Description": "Division by zero"})
+    def test_the_load_that_cannot_be_worked_out_is_named(self):
+        pump = '1,5,"Pump","",1,0\r\n0,"F",1,#TRUE#,#FALSE#\r\n25\r\n132500,1.2,300\r\n'
+        text = HEAD.format(connection=1) + '2\r\n"A",15\r\n"B",15\r\n1\r\n' + PUMPS + "2\r\n" + PUMPS + pump
+        for voltage in ("480", "481"):
+            file = self.project(text.replace(",480\r\n", f",{voltage}\r\n"))
+            line = (f'{file}: error 5 from CMtrLoad::StartingImgPower: Invalid procedure call or argument '
+                    '(load 2 of step 2, "Pump")\n')
+            for arguments in (["size"], ["size", "--json"], ["report", "-o", "-"], ["export-spec", "-o", "-"]):
+                if voltage == "481" and arguments[0] != "size":
+                    continue  # without candidates only the lists ask for the load's figures
+                done = self.run_program(*arguments, "--db", self.database, file)
+                self.assertEqual((done.returncode, done.stderr), (4, line), arguments)
+            error = json.loads(self.size("--json", file).stdout)["Error"]
+            self.assertEqual(error, {"Number": 5, "Source": "CMtrLoad::StartingImgPower",
+                                     "Description": "Invalid procedure call or argument"})
+
+    def test_the_load_that_a_report_cannot_work_out_is_named(self):
+        pump = '1,5,"Pump","",1,0\r\n0,"F",6,#TRUE#,#FALSE#\r\n25\r\n132500,0.4,0\r\n'
+        file = self.project(HEAD.format(connection=1) + STEP + pump)
+        done = self.run_program("report", "--undersized", "0", "--type", "summary", "--db", self.database, file, "-o", "-")
+        self.assertEqual((done.returncode, done.stdout), (4, ""))
+        self.assertEqual(done.stderr, f"{file}: error 11 from CMtrLoad::StartingTorque: Division by zero "
+                                      '(load 1 of step 1, "Pump")\n')
+
+    def test_a_filter_without_non_linear_load_leaves_the_distortion_at_nothing(self):
+        for pulse, family in ((1, 0), (2, 0), (1, 2), (2, 2)):
+            ups = f'1,7,"UPS","",1,0\r\n{pulse},{family},100000,100,10,#TRUE#\r\n'
+            done = self.size("--json", self.project(HEAD.format(connection=1) + STEP + ups))
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            result = json.loads(done.stdout)
+            self.assertTrue(result["Designer"]["VTHD_CalcsValid"])
+            self.assertTrue(result["ChosenSets"])
+            for chosen in result["ChosenSets"]:
+                self.assertEqual([chosen[f"StepVTHD_{phase}"] for phase in "ABC"], [[0.0]] * 3)
 
     def test_without_candidates_the_totals_are_those_of_a_fresh_designer(self):
         head = HEAD.format(connection=1).replace(",480\r\n", ",481\r\n")
@@ -232,6 +297,44 @@ class Console(unittest.TestCase):
         self.assertEqual(done.stdout, f"{file}:9: load 1 of step 1 (CMiscLoad): expected a value that is accepted, "
                                       "found Load quantity out of range (CMiscLoad::Quantity)\n")
 
+    def test_what_was_passed_over_is_warned_of_also_where_the_run_fails(self):
+        skipped = '1,4,"A","",0,0\r\n1000,1\r\n'
+        charger = '1,1,"Charger","",1,0\r\n1E+300,1E+300,1,1\r\n'
+        fails = HEAD.format(connection=1) + '1\r\n"Step 1",15\r\n2\r\n' + skipped + charger
+        empty = HEAD.format(connection=1) + '1\r\n"Step 1",15\r\n1\r\n' + skipped
+        unknown = HEAD.format(connection=99) + '1\r\n"Step 1",15\r\n1\r\n' + skipped
+        for text, status in ((fails, 4), (empty, 4), (unknown, 3)):
+            file = self.project(text)
+            for arguments in (["size"], ["size", "--json"], ["report", "-o", self.folder / "a.rtf"],
+                              ["export-spec", "-o", "-"]):
+                done = self.run_program(*arguments, "--db", self.database, file)
+                self.assertEqual(done.returncode, status, arguments)
+                warning, error = done.stderr.splitlines()
+                self.assertEqual(warning,
+                                 f'{file}: warning: 1 item of the file could not be used; "check" lists it.')
+                self.assertTrue(error.startswith(f"{file}: error"), error)
+
+    def test_where_no_set_is_found_the_candidates_are_counted(self):
+        # No set is loaded to 101 %, so that all that are not undersized are dropped.
+        with open(SOURCE / "data/catalog/Gensets.csv", newline="") as stream:
+            rows = [row for row in csv.DictReader(stream) if row["Frequency"] == "60" and row["Fuel"] == "1"
+                    and row["WindingConnection"] == "1" and row["VoltageLL"] == "480"]
+        file = self.project(HEAD.format(connection=1) + STEP + PUMPS)
+        limits = ["--min-loading", "101", "--max-undersized", "1000"]
+        result = json.loads(self.size("--json", *limits, file).stdout)
+        self.assertEqual(result["ChosenSets"], [])
+        undersized, dropped = len(result["RejectedSets"]), len(rows) - len(result["RejectedSets"])
+        self.assertGreater(undersized, 0)
+        self.assertGreater(dropped, 0)
+        self.assertIn(f"\nRecommended sets: none\n  {len(rows)} candidates: {undersized} undersized, {dropped} "
+                      "dropped below the minimum loading of 101 %\n", self.size(*limits, file).stdout)
+        nowhere = self.project((HEAD.format(connection=1) + STEP + PUMPS).replace(",480\r\n", ",481\r\n"), "nowhere.prj")
+        self.assertIn("\nRecommended sets: none\n  0 candidates: no set of the catalogue is for this voltage, "
+                      "frequency, connection and fuel\n", self.size(nowhere).stdout)
+        self.assertRegex(self.size("--max-sets", "0", file).stdout, r"none\n  \d+ candidates: \d+ undersized, \d+ dropped "
+                         r"below the minimum loading of 30 %, [1-9]\d* recommended and cut from the list\n")
+        self.assertNotIn("candidates", self.size(file).stdout)
+
     def test_check_of_sound_and_missing_files(self):
         sample = SOURCE / "samples/farm.prj"
         done = self.run_program("check", "--db", self.database, sample)
@@ -240,27 +343,45 @@ class Console(unittest.TestCase):
         self.assertEqual(done.returncode, 3)
         self.assertEqual(len(done.stderr.splitlines()), 1)
 
-    def test_standard_output_that_is_full_is_told(self):
-        with open("/dev/full", "w") as full:
-            done = subprocess.run([PROGRAM, "size", "--db", self.database, SOURCE / "samples/farm.prj"], stdout=full,
-                                  stderr=subprocess.PIPE, text=True, timeout=60)
-        self.assertEqual(done.returncode, 4)
-        self.assertIn("No space left on device", done.stderr)
-        for request in ("--help", "--version"):
-            with open("/dev/full", "w") as full:
-                done = subprocess.run([PROGRAM, request], stdout=full, stderr=subprocess.PIPE, text=True, timeout=60)
-            self.assertEqual(done.returncode, 4)
-            self.assertIn("No space left on device", done.stderr)
+    # --- standard output
 
-    def test_a_finding_that_cannot_be_printed_is_told(self):
+    def commands_that_print(self):
+        sample = SOURCE / "samples/farm.prj"
         odd = self.folder / "odd.prj"
         odd.write_bytes((HEAD.format(connection=1) + STEP + PUMPS).replace("100000", "many").encode())
         self.assertEqual(self.run_program("check", "--db", self.database, odd).returncode, 1)
-        with open("/dev/full", "w") as full:
-            done = subprocess.run([PROGRAM, "check", "--db", self.database, odd], stdout=full,
-                                  stderr=subprocess.PIPE, text=True, timeout=60)
-        self.assertEqual(done.returncode, 3)
-        self.assertIn("No space left on device", done.stderr)
+        yield from (["--help"], ["--version"], ["size", "--help"], ["size", "--db", self.database, sample],
+                    ["size", "--json", "--jobs", "2", "--db", self.database, sample, sample, sample],
+                    ["check", "--db", self.database, sample], ["check", "--db", self.database, odd],
+                    ["report", "--db", self.database, sample, "-o", "-"],
+                    ["export-spec", "--db", self.database, sample, "-o", "-"],
+                    ["catalog", "build", SOURCE / "data/catalog", "-o", self.folder / "again.db"],
+                    ["catalog", "check", self.database],
+                    ["catalog", "check", self.damaged("Update [Gensets] set LRkVA = null")])
+
+    def test_standard_output_that_is_full_has_one_status(self):
+        for arguments in self.commands_that_print():
+            with open("/dev/full", "w") as full:
+                done = subprocess.run([PROGRAM, *arguments], stdout=full, stderr=subprocess.PIPE, text=True, timeout=60)
+            self.assertEqual((done.returncode, done.stderr),
+                             (4, "genvara-cli: error: Standard output cannot be written: No space left on device.\n"),
+                             arguments)
+
+    def test_standard_output_that_is_closed_has_the_same_status(self):
+        for arguments in self.commands_that_print():
+            done = subprocess.run(["sh", "-c", 'exec "$0" "$@" >&-', PROGRAM, *arguments], stderr=subprocess.PIPE,
+                                  text=True, timeout=60)
+            self.assertEqual(done.returncode, 4, arguments)
+            self.assertEqual(done.stderr,
+                             "genvara-cli: error: Standard output cannot be written: Bad file descriptor.\n", arguments)
+
+    def test_a_reader_that_goes_away_is_no_failure(self):
+        for arguments in self.commands_that_print():
+            reader, writer = os.pipe()
+            os.close(reader)
+            done = subprocess.run([PROGRAM, *arguments], stdout=writer, stderr=subprocess.PIPE, text=True, timeout=60)
+            os.close(writer)
+            self.assertEqual((done.returncode, done.stderr), (141, ""), arguments)
 
     def test_a_limit_of_file_sizes_is_an_error_like_a_full_disk(self):
         file = self.folder / "limited.rtf"
@@ -288,6 +409,103 @@ class Console(unittest.TestCase):
         self.assertIn("Search Failure Report", self.report("hospital", "--no-match", "-o", "-").stdout)
         self.assertIn("Undersized Generator Set", self.report("quarry", "--undersized", 0, "-o", "-").stdout)
 
+    def test_the_time_of_a_report_has_a_form(self):
+        stated = {}
+        for text in ("2026-01-02 03:04:05", "2026-01-02T03:04:05", "2026-01-02", "2026-01-02 00:00:00"):
+            done = self.report("farm", "--now", text, "-o", "-")
+            self.assertEqual((done.returncode, done.stderr), (0, ""), text)
+            stated[text] = done.stdout
+        self.assertEqual(stated["2026-01-02 03:04:05"], stated["2026-01-02T03:04:05"])
+        self.assertEqual(stated["2026-01-02"], stated["2026-01-02 00:00:00"])
+        self.assertIn("January 2, 2026; 03:04:05 AM", stated["2026-01-02T03:04:05"])
+        self.assertIn("January 2, 2026; 12:00:00 AM", stated["2026-01-02"])
+        for text in ("", "now", "2026-01-02t03:04:05", "2026-01-02  03:04:05", "2026-01-02 3:04:05", "2026-01-02T",
+                     "2026-01-02 03:04", "2026-02-29 00:00:00", "2026-01-02 24:00:00", "0099-01-01 00:00:00"):
+            done = self.report("farm", "--now", text, "-o", "-")
+            self.assertEqual((done.returncode, done.stdout), (2, ""), text)
+            self.assertIn(f'--now: "{text}" is no time; expected "yyyy-mm-dd hh:mm:ss", or with a T for the blank',
+                          done.stderr)
+        self.assertIn('"yyyy-mm-dd hh:mm:ss", or with a T for the blank', self.run_program("report", "--help").stdout)
+
+    # --- files that are not written over
+
+    def refused(self, *arguments):
+        """The sentence with which a command refuses its output."""
+        done = self.run_program(*arguments)
+        self.assertEqual((done.returncode, done.stdout), (2, ""), (arguments, done.stderr))
+        self.assertEqual(len(done.stderr.splitlines()), 1, done.stderr)
+        return done.stderr.removeprefix("genvara-cli: error: ").rstrip("\n")
+
+    def test_no_output_is_written_over_an_input_by_whatever_name(self):
+        folder = self.folder / "inputs"
+        (folder / "sub").mkdir(parents=True)
+        project, database = folder / "job.prj", folder / "job.db"
+        shutil.copy(SOURCE / "samples/farm.prj", project)
+        shutil.copy(self.database, database)
+        before = project.read_bytes(), database.read_bytes()
+        for target, meaning in ((project, "the project"), (database, "the genset database")):
+            symbolic, hard = folder / f"link-to-{target.stem}{target.suffix[1]}.rtf", folder / f"hard{target.suffix[1]}.rtf"
+            symbolic.symlink_to(target)
+            hard.hardlink_to(target)
+            for name in (target, symbolic, hard, folder / "sub" / ".." / target.name):
+                for command in ("report", "export-spec"):
+                    self.assertEqual(self.refused(command, project, "--db", database, "-o", name),
+                                     f"{name} is {meaning} and is not written over.")
+        self.assertEqual((project.read_bytes(), database.read_bytes()), before)
+        for command, output in (("report", "a.rtf"), ("export-spec", "a.gvx")):
+            done = self.run_program(command, project, "--db", database, "-o", folder / output)
+            self.assertEqual(done.returncode, 0, done.stderr)
+        shutil.rmtree(folder)
+
+    def test_a_database_is_not_written_over_a_table_that_it_is_built_from(self):
+        tables = self.folder / "tables-of-its-own"
+        shutil.copytree(SOURCE / "data/catalog", tables)
+        before = (tables / "Derate Codes.csv").read_bytes()
+        link = tables / "link.db"
+        link.symlink_to("Derate Codes.csv")
+        for name in (tables / "Derate Codes.csv", link, tables / ".." / tables.name / "Gensets.csv"):
+            self.assertEqual(self.refused("catalog", "build", tables, "-o", name),
+                             f"{name} is a table that the database is built from and is not written over.")
+        self.assertEqual((tables / "Derate Codes.csv").read_bytes(), before)
+        self.assertEqual(self.run_program("catalog", "build", tables, "-o", tables / "new.db").returncode, 0)
+        shutil.rmtree(tables)
+
+    def test_an_ending_that_denies_what_the_file_holds_is_refused(self):
+        sample = SOURCE / "samples/farm.prj"
+        rows = (("report", [sample], "rich text", ".rtf", ("x.pdf", "x.PDF", "x.docx", "x.txt", "a.b.html", "x.gvx")),
+                ("export-spec", [sample], "a profile file", ".gvx", ("x.pdf", "x.rtf", "x.Prj")))
+        for command, arguments, meaning, ending, names in rows:
+            place = self.folder / f"{command}-endings"
+            place.mkdir()
+            for name in names:
+                file = place / name
+                self.assertEqual(self.refused(command, *arguments, "--db", self.database, "-o", file),
+                                 f"{file} would be {meaning}, which its ending {file.suffix.lower()} denies; let it end "
+                                 f"in {ending}.")
+                self.assertFalse(file.exists())
+            for name in (f"x{ending}", f"x{ending.upper()}", "x", "x.2026-01-02", "x.old"):
+                done = self.run_program(command, *arguments, "--db", self.database, "-o", place / name)
+                self.assertEqual(done.returncode, 0, (name, done.stderr))
+        self.assertIn("would be a genset database", self.refused("catalog", "build", SOURCE / "data/catalog", "-o",
+                                                                  self.folder / "x.pdf"))
+
+    def test_characters_that_an_export_cannot_hold_are_warned_of(self):
+        wide = self.damaged("Update [Gensets] set GensetModel = 'MV\u03a9\u2126'",
+                            "Update [Alternators] set ModelNum = 'TN\u0416'")
+        file = self.folder / "wide.gvx"
+        for output in (file, "-"):
+            done = self.run_program("export-spec", SOURCE / "samples/farm.prj", "--db", wide, "-o", output)
+            self.assertEqual((done.returncode, done.stderr), (0, (
+                f'{output}: warning: 3 characters that the file cannot hold were written as "?".\n')))
+        self.assertIn(b"model=MV??\r\n", file.read_bytes())
+        # Rich text holds every character.
+        done = self.run_program("report", SOURCE / "samples/farm.prj", "--db", wide, "-o", "-")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertIn("MV\\u937?\\u8486?", done.stdout)
+        one = self.damaged("Update [Gensets] set GensetModel = 'MV\u03a9'")
+        done = self.run_program("export-spec", SOURCE / "samples/farm.prj", "--db", one, "-o", "-")
+        self.assertEqual(done.stderr, '-: warning: 1 character that the file cannot hold was written as "?".\n')
+
     def test_an_index_beyond_its_list_is_a_matter_of_the_arguments(self):
         for arguments, length in ((["--set", "0"], "0"), (["--undersized", "5"], "5"), (["--set", "-1"], "0")):
             done = self.report("quarry", *arguments, "-o", self.folder / "none.rtf")
@@ -301,8 +519,8 @@ class Console(unittest.TestCase):
         self.assertEqual(self.report("hospital").returncode, 2)
 
     def test_an_output_that_cannot_be_written_leaves_what_was_there(self):
-        for output in (self.folder / "no/a.rtf", self.folder, pathlib.Path("/dev/full")):
-            for command in ("report", "export-spec"):
+        for command, ending in (("report", "rtf"), ("export-spec", "gvx")):
+            for output in (self.folder / f"no/a.{ending}", self.folder, pathlib.Path("/dev/full")):
                 done = self.run_program(command, SOURCE / "samples/farm.prj", "--db", self.database, "-o", output)
                 self.assertEqual((done.returncode, done.stdout), (3, ""), (command, output))
                 self.assertEqual(len(done.stderr.splitlines()), 1)
@@ -337,22 +555,36 @@ class Console(unittest.TestCase):
         project = SOURCE / "samples/farm.prj"
         text = self.folder / "text.db"
         text.write_text("no database " * 500)
-        for database, number in ((self.folder / "none.db", 53), (self.folder, 21), (text, None)):
+        for database, number in ((self.folder / "none.db", 53), (self.folder, 21), (text, 0)):
             done = self.run_program("size", "--json", "--db", database, project, project)
             self.assertEqual(done.returncode, 3, done.stderr)
             errors = [json.loads(line)["Error"] for line in done.stdout.splitlines()]
             self.assertEqual(len(errors), 2)
             self.assertIn(database.name, errors[0]["Description"])
-            if number is not None:
-                self.assertEqual(errors[0]["Number"], number)
+            self.assertEqual(errors[0]["Number"], number)
             self.assertEqual(len(done.stderr.splitlines()), 1)
 
-    def test_a_database_that_lacks_a_table_or_a_column_is_unfit(self):
+    def test_an_unfit_database_has_no_number_and_is_named(self):
         for statement in ('Drop table [Motor Code Letters]', 'Alter table [Gensets] drop column ExpC',
-                          'Delete from [Properties]'):
-            done = self.run_program("size", "--db", self.damaged(statement), SOURCE / "samples/farm.prj")
-            self.assertEqual((done.returncode, done.stdout), (3, ""), statement)
-            self.assertEqual(len(done.stderr.splitlines()), 1)
+                          'Delete from [Properties]', 'Update [Properties] set Version = null',
+                          "Update Connections set Phases = 'three'", 'Update Connections set ID = 9999999999',
+                          'Update [Motor Power Conversions] set SPF = null'):
+            database = self.damaged(statement)
+            done = self.run_program("size", "--json", "--db", database, SOURCE / "samples/farm.prj")
+            self.assertEqual(done.returncode, 3, statement)
+            self.assertEqual(len(done.stderr.splitlines()), 1, done.stderr)
+            error = json.loads(done.stdout)["Error"]
+            self.assertEqual(error["Number"], 0, statement)
+            self.assertIn(str(database), error["Description"])
+            self.assertEqual(error["Description"].count("."), str(database).count(".") + 1, "one sentence")
+
+    @unittest.skipIf(os.geteuid() == 0, "everything may be read by root")
+    def test_a_database_that_may_not_be_read_has_the_systems_number(self):
+        database = self.damaged()
+        database.chmod(0)
+        done = self.run_program("size", "--json", "--db", database, SOURCE / "samples/farm.prj")
+        self.assertEqual((done.returncode, json.loads(done.stdout)["Error"]["Number"]), (3, errno.EACCES))
+        database.chmod(0o600)
 
     def test_a_null_or_a_missing_row_ends_the_run(self):
         cases = (("Update [Gensets] set LRkVA = null", 13, "CDesigner::ChooseSets"),
@@ -367,6 +599,22 @@ class Console(unittest.TestCase):
             self.assertEqual(done.returncode, 4, statement)
             error = json.loads(done.stdout)["Error"]
             self.assertEqual((error["Number"], error["Source"]), (number, source), statement)
+            self.assertRegex(done.stderr, r"\(the set MV\w+ with the alternator \S+, row \d+ of \[Gensets\]\)\n$")
+
+    def test_the_row_of_the_catalogue_that_ends_a_run_is_named(self):
+        # The hospital's site is 480 V wye at 60 Hz on diesel.
+        connection = sqlite3.connect(self.database)
+        row, model, alternator = connection.execute(
+            "Select g.rowid, GensetModel, ModelNum from [Gensets] as g join [Alternators] as a on a.ID = AltModel where "
+            "Frequency = 60 and WindingConnection = 1 and VoltageLL = 480 and Fuel = 1 limit 1 offset 40").fetchone()
+        connection.close()
+        damaged = self.damaged(f"Update [Gensets] set LRkVA = null where rowid = {row}")
+        done = self.run_program("size", "--db", damaged, SOURCE / "samples/hospital.prj")
+        self.assertEqual((done.returncode, done.stderr), (4, (
+            f"{SOURCE}/samples/hospital.prj: error 13 from CDesigner::ChooseSets: Type mismatch (the set {model} with the "
+            f"alternator {alternator}, row {row} of [Gensets])\n")))
+        self.assertIn(f'[Gensets], row {row}, column "LRkVA": is Null',
+                      self.run_program("catalog", "check", damaged).stdout)
 
     # --- catalogues
 

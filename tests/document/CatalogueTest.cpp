@@ -1,5 +1,6 @@
 #include "Catalogue.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -64,6 +65,23 @@ TEST_F(CatalogueTest, KeepsWhatItHasRead) {
     const std::vector<ConnectionRecord>* connections = &catalogue.Connections();
     EXPECT_EQ(&catalogue.Connections(), connections);
     EXPECT_EQ(catalogue.Motors().MotorHP.size(), 2U);
+}
+
+TEST_F(CatalogueTest, IsUnfitWithoutANumberAndWithItsName) {
+    for (const char* damage :
+         {"Delete from [Properties]", "Update Connections set Phases = 'three'",
+          "Update [Motor Power Conversions] set SPF = null", "Drop table [Alternators]"}) {
+        const std::filesystem::path copy = folder / "copy.db";
+        std::filesystem::copy_file(folder / "Genvara.db", copy,
+                                   std::filesystem::copy_options::overwrite_existing);
+        SQLite::Database(copy.string(), SQLite::OPEN_READWRITE).exec(damage);
+        Catalogue catalogue(copy);
+        EXPECT_THAT([&] { catalogue.RequireFit(); },
+                    testing::Throws<RaisedError>(testing::AllOf(
+                        testing::Property(&RaisedError::Number, 0),
+                        testing::Property(&RaisedError::Description, testing::HasSubstr(copy.string())))))
+            << damage;
+    }
 }
 
 TEST(CatalogueFile, ThatIsMissingOrNoDatabaseIsRefused) {

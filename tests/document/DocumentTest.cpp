@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "CMiscLoad.h"
+#include "CMtrLoad.h"
 #include "RaisedErrorMatcher.h"
 #include "SmallCatalogue.h"
 
@@ -266,6 +267,28 @@ TEST_F(DocumentTest, HandsReportsItsOwnRecords) {
     EXPECT_EQ(&sources.designer, &document->Designer());
     EXPECT_TRUE(sources.metricUnits);
     EXPECT_FALSE(document->Sources(false).metricUnits);
+}
+
+TEST_F(DocumentTest, NamesTheLoadThatARunCannotWorkOut) {
+    document->LoadProfile().AddLoadStep("first", 20, 0);
+    document->LoadProfile().AddLoadStep("second", 20, 0);
+    AddLoad(1, 1000.0);
+    AddLoad(2, 1000.0);
+    auto motor = std::make_unique<CMtrLoad>();
+    motor->name("Pump");
+    motor->RunningAppPower(12000.0);
+    motor->StartingAppPower(50000.0);
+    motor->StartingPF(1.2);
+    document->LoadProfile().LoadStep(2).AddLoad(std::move(motor));
+    try {
+        (void)document->LoadProfile().LoadStep(2).TotalStartingImgPower(0);
+        FAIL() << "a power factor above 1 has no imaginary part";
+    } catch (const RaisedError& error) {
+        const std::optional<RunCulprit> culprit = document->Culprit(error);
+        ASSERT_TRUE(culprit);
+        EXPECT_EQ(CulpritText(*culprit), "load 2 of step 2, \"Pump\"");
+    }
+    EXPECT_EQ(document->Culprit(RaisedError(5, "somebody else", "")), std::nullopt);
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ from sizer.designer import Limits
 DATABASE = "Genvara.db"
 PROJECTS_PER_RUN = 10
 # Of a run of fewer projects, nobody can ask that it meet everything.
-LEAST_COVERED_COUNT = 300
+LEAST_COVERED_COUNT = 600
 EVERY_SET = 1000
 SHOWN_DIFFERENCES = 12
 TIMEOUT_SECONDS = 120
@@ -117,7 +117,9 @@ def judge_random_projects(judge, given, seed, count, folder):
         catalogue = RandomCatalogue(rng, place / "catalogue.db") if made_up else given
         paths = [place / f"project-{first + i}.prj" for i in range(min(PROJECTS_PER_RUN, count - first))]
         for path in paths:
-            path.write_bytes(RandomProject(rng, catalogue).data())
+            project = RandomProject(rng, catalogue)
+            judge.coverage.add_project(project)
+            path.write_bytes(project.data())
         name = f"projects {first} to {first + len(paths) - 1} of seed {seed}"
         if judge.judge(name, catalogue.path, paths, random_limits(rng), rng.randint(1, 2)):
             shutil.rmtree(place)

@@ -5,11 +5,41 @@ from collections import Counter
 from sizer.designer import REASONS
 from sizer.projectfile import KINDS
 
+# Uninterruptible supplies by family, input type, filter and whether they are on one phase.
+SUPPLIES = [(family, pulse, filtered, one_phase) for family in (0, 1, 2) for filtered in (False, True)
+            for pulse, one_phase in ((1, False), (2, False), (3, False), (4, False), (5, True))]
+# What filters may be all that a phase has.
+SIX_PULSE, TWELVE_PULSE = "six-pulse", "twelve-pulse"
+ALONE = (SIX_PULSE, TWELVE_PULSE, f"{SIX_PULSE} and {TWELVE_PULSE}")
+
 STEP_FLAGS = ("HasFirePump", "HasLoadedMotor", "HasMedicalImageLoad", "HasLoadedMotorWithTap65")
 DEMANDED = (*(f"loads of kind {kind.LoadType}" for kind in KINDS), *(f"loads with phases {code}" for code in range(4)),
             *(f"sets rejected for {bit}" for bit, _ in REASONS), *(f"steps with {flag}" for flag in STEP_FLAGS),
             "chosen sets", "sets of equal rating side by side", "figures of distortion", "sets without frequency dips",
-            "projects without sets", "projects of several steps")
+            "projects without sets", "projects of several steps",
+            *(f"supplies {supply}" for supply in SUPPLIES),
+            *(f"phases with {filters} filters alone" for filters in ALONE))
+
+
+class StandingLoad:
+    """Non-linear load in W, as it grows from step to step."""
+
+    def __init__(self):
+        self.six = self.twelve = self.balanced = 0.0
+        self.by_phase = [0.0] * 3
+
+    def add(self, step):
+        self.six += step["TotalSixPulseRectFilteredPower"]
+        self.twelve += step["TotalTwelvePulseRectFilteredPower"]
+        self.balanced += sum(step[f"Total{name}Power"] for name in ("SixPulseRect", "TwelvePulseRect", "SixPulsePPC"))
+        for name in ("SinglePhaseRectPower", "ElectBallastRealPower", "MagBallastRealPower"):
+            self.by_phase = [sum(pair) for pair in zip(self.by_phase, step[f"Total{name}"])]
+
+    def filters(self):
+        return " and ".join(name for name, watts in ((SIX_PULSE, self.six), (TWELVE_PULSE, self.twelve)) if watts > 0)
+
+    def idle_phases(self):
+        return sum(watts == 0 and self.balanced == 0 for watts in self.by_phase)
 
 
 class Coverage:
@@ -27,8 +57,22 @@ class Coverage:
         self.met["projects without sets"] += not answer["ChosenSets"] and not answer["RejectedSets"]
         for step in answer["LoadProfile"]:
             self.add_step(step)
+        self.add_filters(answer)
         for records in (answer["ChosenSets"], answer["RejectedSets"]):
             self.add_sets(records)
+
+    def add_project(self, project):
+        """What an answer does not show of a project."""
+        for supply in project.supplies():
+            self.met[f"supplies {supply}"] += 1
+
+    def add_filters(self, answer):
+        """The phases that filtered rectifiers could correct and that have no non-linear load."""
+        standing = StandingLoad()
+        for step in answer["LoadProfile"]:
+            standing.add(step)
+            if answer["Designer"]["VTHD_CalcsValid"] and standing.filters():
+                self.met[f"phases with {standing.filters()} filters alone"] += standing.idle_phases()
 
     def add_step(self, step):
         for flag in STEP_FLAGS:

@@ -3,8 +3,8 @@ is one line on the page, in order; figures stand under their headings; a sizing 
 
     test_word_processor.py GENVARA-CLI SOURCE-FOLDER
 
-Ends with 77, which ctest counts as skipped, where the word processor is not installed, or no fonts whose letters
-are as wide as those that reports name.
+Ends with 77, which ctest counts as skipped, where the word processor is not installed or does not start, or where
+there are no fonts whose letters are as wide as those that reports name.
 """
 import html
 import json
@@ -25,6 +25,9 @@ RIGHT_EDGE = 612 - 54  # points: Letter, less the margin
 # Families as wide as the two of the reports, letter by letter.
 FONTS = {"Arial": ("Arial", "Liberation Sans", "Arimo", "Nimbus Sans", "Helvetica"),
          "Times New Roman": ("Times New Roman", "Liberation Serif", "Tinos", "Nimbus Roman", "Times")}
+
+SKIPPED = 77
+START_SECONDS, CONVERSION_SECONDS = 120, 600
 
 # Distortions of three digits are the widest that the last column has to hold.
 WIDEST = b"100.0%/100.0%/100.0%"
@@ -113,6 +116,25 @@ def write_reports(program, source, folder):
         (folder / f"wide-{file.name}").write_bytes(wide)
 
 
+def convert(folder, files, seconds):
+    """Has the word processor print files of rich text into PDF files beside them."""
+    subprocess.run(["soffice", f"-env:UserInstallation=file://{folder}/profile", "--headless", "--convert-to", "pdf",
+                    "--outdir", folder, *files], check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                   timeout=seconds)
+
+
+def starts():
+    """Whether the word processor prints so much as a word; one that is there may lack half of what it needs."""
+    with tempfile.TemporaryDirectory() as name:
+        trial = pathlib.Path(name) / "trial.rtf"
+        trial.write_text("{\\rtf1 trial}")
+        try:
+            convert(trial.parent, [trial], START_SECONDS)
+        except (OSError, subprocess.SubprocessError):
+            return False
+        return trial.with_suffix(".pdf").exists()
+
+
 def skip_reason():
     missing = [program for program in ("soffice", "pdftotext", "fc-match") if not shutil.which(program)]
     if missing:
@@ -121,20 +143,19 @@ def skip_reason():
         family = subprocess.run(["fc-match", "--format=%{family[0]}", face], capture_output=True, text=True).stdout
         if family not in families:
             return f"{family} stands for {face}, and its letters are not as wide"
-    return ""
+    return "" if starts() else "the word processor is installed and does not start"
 
 
 def main():
     if reason := skip_reason():
         print(f"skipped: {reason}")
-        sys.exit(77)
+        sys.exit(SKIPPED)
     program, source = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve()
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         write_reports(program, source, folder)
         reports = sorted(folder.glob("*.rtf"))
-        subprocess.run(["soffice", f"-env:UserInstallation=file://{folder}/profile", "--headless", "--convert-to",
-                        "pdf", "--outdir", folder, *reports], check=True, stdout=subprocess.DEVNULL, timeout=300)
+        convert(folder, reports, CONVERSION_SECONDS)
         failures = 0
         for report in reports:
             for fault in faults_of(report.name, report.read_bytes(), report.with_suffix(".pdf")):

@@ -16,6 +16,7 @@ MOTORS = ((1.0, 0.9, 1.2, 0.8), (10.0, 8.5, 10.1, 0.6), (100.0, 80.0, 90.0, 0.4)
 HEATER = '1,4,"Heater","",1,0', "50000,0.9"
 DRIVE = '1,8,"Fan","",1,0', "1,40,90,125,#FALSE#"
 AIR_CONDITIONER = '1,0,"A/C","",1,0', "2,20"
+LARGEST_BY_BTU = '1,0,"A/C","",1,0', "0,6250000"
 MOTOR_BY_WATTS = '1,5,"Pump","",1,0', '1,"G",1,#TRUE#,#FALSE#', "20000", "100000,0.4,300"
 STAND_BY, FAST = 2, 0
 
@@ -56,6 +57,7 @@ CASES = [
     case("a filter beside another rectifier", ups(STAND_BY, 1), DRIVE),
     case("a site of no volts", HEATER, limits="30,3,3,0", gensets=({"VoltageLL": 0},)),
     case("no starting power factor", AIR_CONDITIONER, motors=((1, 1, 1.5, 0), (100, 80, 90, 0))),
+    case("the largest air conditioner by BTU/hr", LARGEST_BY_BTU, gensets=({"Rating130C": 2000, "LRkVA": 20000},)),
     case("conversions that end upright", DRIVE, motors=((1, 1, 1.5, 1), (9, 8, 9, 1), (9, 9, 10, 1))),
     case("more real than apparent power", MOTOR_BY_WATTS, motors=((1, 1, 1.5, 1), (100, 80, 20, 1))),
     case("one row of conversions", DRIVE, motors=MOTORS[:1]),

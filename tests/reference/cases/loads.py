@@ -138,11 +138,18 @@ class LoadMaker:
         return self.rectifier(kw, filtered=self.rng.random() < 0.2)
 
     def ups(self, kw):
-        """A stand-by supply. It has no filter: alone, that would leave no non-linear load to compare it with."""
-        phases, family = self.phases(), self.rng.choice((0, 2))
+        """A supply of any family, input and filter. The filter of a stand-by one may be all that a phase has."""
+        phases, family = self.phases(), self.rng.choice((0, 1, 2))
         pulse = SINGLE_PHASE if phases else self.rng.randint(1, 4)
         rating = self.value.real(self.around(kw * 900))
-        return new_load(UPS, f"{pulse},{family},{rating},{self.rng.choice((50, 100))},10,#FALSE#", phases=phases)
+        return new_load(UPS, f"{pulse},{family},{rating},{self.rng.choice((50, 100))},10,"
+                             f"{self.value.flag(self.rng.random() < 0.5)}", phases=phases)
+
+    def filter_alone(self, kw):
+        """A three-phase stand-by supply behind a filter, which is counted while its rectifier is not."""
+        rating = self.value.real(self.around(kw * 900))
+        return new_load(UPS, f"{self.rng.choice((SIX_PULSE, TWELVE_PULSE))},{self.rng.choice((0, 2))},{rating},100,10,"
+                             "#TRUE#")
 
     def six_pulse(self, kw):
         return self.rectifier(kw, SIX_PULSE)

@@ -3,7 +3,7 @@
 import math
 from types import SimpleNamespace
 
-from cases.loads import MOST_KW, LoadMaker
+from cases.loads import MOST_KW, UPS, LoadMaker
 from cases.values import ValueText
 
 # Makers of loads that a project draws from.
@@ -19,6 +19,10 @@ MIXTURES = (
     ("filtered_six", "filtered_six", "misc", "office", "light"),
     ("filtered_twelve", "filtered_twelve", "office", "ballast", "misc"),
     ("filtered_six", "filtered_twelve", "ballast", "office"),
+    ("ups",),
+    ("ups", "ups", "ups", "misc", "light"),
+    ("filter_alone", "filter_alone", "misc"),
+    ("filter_alone", "ups", "ballast", "office"),
     ("six_pulse", "twelve_pulse", "ballast", "office"),
     ("charger", "small_charger", "office", "misc"),
     ("misc", "incandescent"),
@@ -101,6 +105,12 @@ class RandomProject:
         load = getattr(self.maker, rng.choice(self.mixture))(one)
         load.quantity = quantity
         return load
+
+    def supplies(self):
+        """Of each uninterruptible supply: family, input type, whether it has a filter, whether it is on one phase."""
+        for load in (load for step in self.steps for load in step.loads if load.kind == UPS):
+            pulse, family, *_, flag = load.records[0].split(",")
+            yield int(family), int(pulse), flag == self.value.flag(True), load.phases != 0
 
     def head(self):
         """Versions, project, site, requirements and limits."""

@@ -122,17 +122,20 @@ def few_twelve_pulse(value, ballast_share, twelve_share, z):
 
 
 def corrected(value, z, profile, step, phase):
-    """The value in percent after the rules for filters, each of which reads what those before it left."""
+    """The value in percent after the rules for filters, each of which reads what those before it left.
+
+    They go by parts of the phase's non-linear load: where there is none, none of them applies.
+    """
     six, twelve = profile.six_filtered[step], profile.twelve_filtered[step]
     load, ballast = profile.non_linear(step, phase), profile.ballast(step, phase)
-    if six > 0 and twelve == 0:
-        value -= (six / 3 + six / 3) / load
-    if six == 0 and twelve > 0:
-        value = less_twelve_filtered(value, ballast / load, (twelve / 3) / load, z)
     if load > 0:
+        if six > 0 and twelve == 0:
+            value -= (six / 3 + six / 3) / load
+        if six == 0 and twelve > 0:
+            value = less_twelve_filtered(value, ballast / load, (twelve / 3) / load, z)
         value = few_twelve_pulse(value, ballast / load, (profile.twelve_pulse[step] / 3) / load, z)
-    if six > 0 and twelve > 0:
-        value = value - (six / 3 + six / 3) / load - (twelve / 3) / load
+        if six > 0 and twelve > 0:
+            value = value - (six / 3 + six / 3) / load - (twelve / 3) / load
     return max(0.0, finite(value))
 
 

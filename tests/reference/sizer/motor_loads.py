@@ -103,6 +103,9 @@ class CMtrLoad(StartsAsMotor):
 # Entry method of an air conditioner: the unit's label and the horsepower of one unit.
 COOLING_SIZES = {0: ("BTU/hr", 0.00016), 1: ("Tons", 2), 2: ("HP", 1)}
 
+# To which every largest size comes; by BTU/hr the product is a rounding above it.
+MOST_HORSEPOWER = 1000.0
+
 
 class CAirCondLoad(StartsAsMotor):
     """An air conditioner as the motor of its compressor."""
@@ -111,7 +114,7 @@ class CAirCondLoad(StartsAsMotor):
 
     def read_record(self, file, site):
         self.read_fields(file, "DataEntryMethod whole, size real")
-        hp = self.size * COOLING_SIZES[self.DataEntryMethod][1]
+        hp = min(self.size * COOLING_SIZES[self.DataEntryMethod][1], MOST_HORSEPOWER)
         kw = interpolate(hp, self.motors.HP, self.motors.KW)
         self.watts, self.volt_amperes = kw * 1000, interpolate(kw, self.motors.KW, self.motors.KVA) * 1000
         self.starting_va = locked_rotor_kva_per_hp(hp) * hp * 1000

@@ -93,6 +93,14 @@ TEST(CatalogueBuilder, KeepsFurtherColumnsAndEmptyFieldsAsNull) {
     EXPECT_TRUE(row.getColumn(2).isNull());
 }
 
+TEST(CatalogueBuilder, RefusesTextOfAnotherEncoding) {
+    const TestCatalogue catalogue;
+    WriteBytes(catalogue.Tables() / "Properties.csv",
+               "ID,Version,Date,Initials,Note\n1,1,\xC3\xA4,\xE4,\xE4\n");
+    EXPECT_THAT(catalogue.Build().faults,
+                ElementsAre("Properties.csv: line 2, column \"Initials\": the text is no UTF-8"));
+}
+
 TEST(CatalogueBuilder, RefusesATargetThatIsNoOrdinaryFile) {
     const TestCatalogue catalogue;
     std::filesystem::remove(catalogue.Database());
@@ -122,70 +130,6 @@ TEST(CatalogueBuilder, GathersAHundredFaultsAndNoMore) {
     }
     WriteBytes(catalogue.Tables() / "Motor Starting Multiplier.csv", table);
     EXPECT_EQ(catalogue.Build().faults.size(), 101U);
-}
-
-struct DamageCase {
-    const char* damage;
-    const char* finding;
-};
-
-TEST(CatalogueChecker, FindsEachDamage) {
-    const DamageCase cases[] = {
-        {"Drop table [Motor Starting Multiplier]", "[Motor Starting Multiplier]: the table is missing"},
-        {"Alter table [Gensets] drop column ExpC", "[Gensets]: the column \"ExpC\" is missing"},
-        {"Update [Gensets] set LRkVA = null where rowid = 7", "[Gensets], row 7, column \"LRkVA\": is Null"},
-        {"Update [Gensets] set Rating130C = 'abc' where rowid = 3",
-         "[Gensets], row 3, column \"Rating130C\": \"abc\" is no number"},
-        {"Update [Gensets] set GensetModel = null where rowid = 2",
-         "[Gensets], row 2, column \"GensetModel\": is Null"},
-        {"Update [Gensets] set DerateCode = 999 where rowid = 4",
-         "[Gensets], row 4, column \"DerateCode\": 999 is no ID of [Derate Codes]"},
-        {"Update [Gensets] set AltModel = 999 where rowid = 4",
-         "[Gensets], row 4, column \"AltModel\": 999 is no ID of [Alternators]"},
-        {"Update [Gensets] set WindingConnection = 99 where rowid = 4",
-         "[Gensets], row 4, column \"WindingConnection\": 99 is no ID of Connections"},
-        {"Update [Gensets] set Fuel = 5 where rowid = 4",
-         "[Gensets], row 4, column \"Fuel\": 5 is no fuel code from 1 to 4"},
-        {"Update [Gensets] set Rating150C = 1 where rowid = 5",
-         "[Gensets], row 5, column \"Rating150C\": 1.0 is below Rating130C, though the allowed rise is "
-         "higher"},
-        {"Update [Gensets] set Rating80C = 9e999 where rowid = 5",
-         "[Gensets], row 5, column \"Rating80C\": Inf is no finite number"},
-        {"Update [Gensets] set DerateCode = 1.5 where rowid = 6",
-         "[Gensets], row 6, column \"DerateCode\": 1.5 is no whole number of 32 bits"},
-        {"Update [Alternators] set SubtransReact = 0 where rowid = 1",
-         "[Alternators], row 1, column \"SubtransReact\": 0.0 is not above 0, though the alternator has a "
-         "base"},
-        {"Update [Alternators] set BaseVolts = 1e300 where rowid = 1",
-         "[Alternators], row 1, column \"BaseVolts\": 1.0e+300 is beyond any generator's voltage"},
-        {"Update [Gensets] set ExpC = -51 where rowid = 8",
-         "[Gensets], row 8, column \"ExpC\": -51.0 is no exponent of a dip curve, from -50 to 50"},
-        {"Update [Motor Power Conversions] set SPF = 0 where rowid = 2",
-         "[Motor Power Conversions], row 2, column \"SPF\": 0.0 is no power factor, above 0 and up to 1"},
-        {"Update [Motor Power Conversions] set SPF = 80 where rowid = 2",
-         "[Motor Power Conversions], row 2, column \"SPF\": 80.0 is no power factor, above 0 and up to 1"},
-        {"Insert into [Alternators] select * from [Alternators] where rowid = 1", "stands there twice"},
-        {"Insert into [Derate Codes] select * from [Derate Codes] where rowid = 1", "stands there twice"},
-        {"Update Connections set Phases = 2 where rowid = 1",
-         "[Connections], row 1, column \"Phases\": 2 is neither 1 nor 3"},
-        {"Update [Motor Power Conversions] set RunningKW = 0.01 where rowid = 3",
-         "[Motor Power Conversions], row 3, column \"RunningKW\": 0.01 does not ascend"},
-        {"Update [Motor Power Conversions] set HP = (Select HP from [Motor Power Conversions] where rowid = "
-         "2) "
-         "where rowid = 3",
-         "column \"HP\""},
-        {"Delete from [Properties]", "[Properties]: the table has no rows"},
-        {"Delete from [Motor Power Conversions] where rowid > 1",
-         "[Motor Power Conversions]: the table has only one row"},
-    };
-    for (const DamageCase& row : cases) {
-        const TestCatalogue catalogue;
-        catalogue.Execute(row.damage);
-        std::vector<std::string> findings;
-        CheckCatalogue(catalogue.Database(),
-                       [&](const std::string& finding) { findings.push_back(finding); });
-        EXPECT_THAT(findings, testing::Contains(HasSubstr(row.finding))) << row.damage;
-    }
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
+#include <utility>
 
 #include "EngineFixture.h"
 #include "RaisedErrorMatcher.h"
@@ -208,9 +210,46 @@ TEST(StepDistortion, SetsBallastsAtAHighImpedance) {
     EXPECT_NEAR(StepDistortion(Ballasts(7, 1)).On(300, 1.0)[0], 2.725822, 1e-5);
 }
 
-TEST(StepDistortion, FailsForFiltersWithoutNonLinearLoad) {
-    EXPECT_THAT([] { (void)StepDistortion(Rectifiers(0, 30, 0, 0)).On(300, 0.1); },
-                Raises(11, "CDesigner::ChooseSets", "Division by zero"));
+TEST(StepDistortion, FiltersAloneLeaveAPhaseAsItIs) {
+    for (const auto& [six, twelve] : {std::pair{30.0, 0.0}, {0.0, 30.0}, {30.0, 30.0}}) {
+        StepDistortion distortion(Rectifiers(0, six, 0, twelve));
+        EXPECT_EQ(distortion.On(300, 0.1), (std::array{0.0, 0.0, 0.0})) << six << " " << twelve;
+    }
+}
+
+TEST(StepDistortion, FiltersCorrectThePhasesThatHaveNonLinearLoadAndNoOther) {
+    // 10 kW of single-phase rectifiers on B alone: d = 1 at z = 10 x 0.1 / 100 = 0.01, 11.82 + 14.33 - 21.02
+    // = 5.13.
+    StepFigures figures;
+    figures.rect1P[1] = 10.0;
+    figures.nonLinear[1] = 10.0;
+    struct Case {
+        double six;
+        double twelve;
+        double onB;  // percent
+    };
+    const Case cases[] = {
+        {0.0, 0.0, 5.13},
+        {30.0, 0.0, 3.13},   // less (10 + 10) / 10
+        {0.0, 24.0, 4.53},   // less (0.8 - 0.5) / 0.5
+        {30.0, 24.0, 2.33},  // less 2 and 0.8
+    };
+    for (const Case& row : cases) {
+        figures.rect6PFiltered = row.six;
+        figures.rect12PFiltered = row.twelve;
+        const std::array<double, 3> vthd = StepDistortion(figures).On(300, 0.1);
+        EXPECT_EQ(vthd[0], 0.0);
+        EXPECT_NEAR(vthd[1], row.onB, kTolerance) << row.six << " " << row.twelve;
+        EXPECT_EQ(vthd[2], 0.0);
+    }
+}
+
+TEST(StepDistortion, FiltersCorrectTheLeastNonLinearLoad) {
+    // The other side of the edge: 0.001 kW of ballasts on A. All of the phase's load is ballasts, and z =
+    // 0.001 x 0.1 / 100 is low: 10.4 - (1 - 1) x 8, whatever stood there before.
+    StepFigures figures = Rectifiers(0, 0, 0, 3);
+    figures.ballast[0] = figures.ballastMag[0] = figures.nonLinear[0] = 0.001;
+    EXPECT_NEAR(StepDistortion(figures).On(300, 0.1)[0], 10.4, kTolerance);
 }
 
 TEST(StepDistortion, FailsForAPowerThatTheModelRefusesOnlyWhenASetIsJudged) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,6 +24,7 @@ class MemoryGensets final : public GensetSource {
     std::vector<GensetRow> rows;
     std::map<std::int32_t, DerateRow> derateCodes;
     std::map<std::int32_t, AlternatorRow> alternators;
+    bool rowsAreNumbered = true;
     int derateQuestions = 0;
     int alternatorQuestions = 0;
 
@@ -31,6 +33,11 @@ class MemoryGensets final : public GensetSource {
     }
     [[nodiscard]] std::unique_ptr<GensetCursor> SelectGensets(const SiteFilter& /*filter*/) override {
         return std::make_unique<Cursor>(rows);
+    }
+    /// Rows are numbered by tens, so that a position cannot be taken for one.
+    [[nodiscard]] std::optional<std::int64_t> RowNumber(const SiteFilter& /*filter*/,
+                                                        std::int64_t position) override {
+        return rowsAreNumbered ? std::optional(10 * (position + 1)) : std::nullopt;
     }
     [[nodiscard]] DerateRow DerateCode(std::int32_t id) override {
         ++derateQuestions;
