@@ -1,6 +1,9 @@
 #include "Document.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "FailureRegion.h"
@@ -12,6 +15,20 @@ namespace genvara {
 namespace {
 
 constexpr std::int32_t kCountRiseDuties = 5;  // codes from 0
+
+std::string_view RemedyFor(const RunCulprit& culprit) {
+    if (culprit.set) {
+        return "Such a set can only be corrected in the catalogue.";
+    }
+    return culprit.load == 0 ? "Edit or delete one of them." : "Edit it, or delete it and add it anew.";
+}
+
+std::string Explain(std::string_view failed, const RaisedError& error,
+                    const std::optional<RunCulprit>& culprit) {
+    return culprit ? fmt::format("{} because of {}: {}\r\n{}", failed, CulpritText(*culprit),
+                                 error.Description(), RemedyFor(*culprit))
+                   : fmt::format("{}: {}", failed, error.Description());
+}
 
 }  // namespace
 
@@ -125,12 +142,26 @@ bool Document::HasLoads() const {
 }
 
 void Document::Size() {
-    m_designer.SelectGensets();
-    m_designer.ChooseSets();
+    CDesigner::Results before = m_designer.LastRun();
+    try {
+        m_designer.SelectGensets();
+        m_designer.ChooseSets();
+    } catch (const RaisedError&) {
+        m_designer.LastRun(std::move(before));
+        throw;
+    }
 }
 
 std::optional<RunCulprit> Document::Culprit(const RaisedError& error) const {
     return FindCulprit(error, m_loadProfile, m_powerSystem, m_designer.StoppedAt());
+}
+
+std::string Document::WhyNotSized(const RaisedError& error) const {
+    return Explain("The gensets cannot be worked out", error, Culprit(error));
+}
+
+std::string Document::WhyNotReported(const RaisedError& error) const {
+    return Explain("The report cannot be worked out", error, Culprit(error));
 }
 
 ReportSources Document::Sources(bool metricUnits) const noexcept {

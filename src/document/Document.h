@@ -101,12 +101,18 @@ class Document {
     [[nodiscard]] bool HasLoads() const;
 
     /// Runs the design; its results stay with the designer.
-    /// @throws RaisedError of the run.
+    /// @throws RaisedError of the run; the results are then those of the run before.
     void Size();
 
     /// The load, the step or the row of the catalogue that brought about an error of `Size`, or of a report
     /// on its results; nothing where none of them did.
     [[nodiscard]] std::optional<RunCulprit> Culprit(const RaisedError& error) const;
+
+    // What to tell somebody after an error: what is to blame, why, and what to do.
+    /// Of `Size`.
+    [[nodiscard]] std::string WhyNotSized(const RaisedError& error) const;
+    /// Of a report on its results.
+    [[nodiscard]] std::string WhyNotReported(const RaisedError& error) const;
 
     /// What reports take their values from.
     /// @param metricUnits whether they show m and °C, or ft and °F.

@@ -291,5 +291,40 @@ TEST_F(DocumentTest, NamesTheLoadThatARunCannotWorkOut) {
     EXPECT_EQ(document->Culprit(RaisedError(5, "somebody else", "")), std::nullopt);
 }
 
+TEST_F(DocumentTest, AFailedRunLeavesTheResultsOfTheOneBefore) {
+    document->LoadProfile().AddLoadStep("first", 20, 0);
+    AddLoad(1, 1000);
+    CDesigner::Results results;
+    results.chosen.resize(2);
+    results.rejected.resize(3);
+    results.figures.totalRunningKW = 17.0;
+    document->Designer().LastRun(results);
+    DropTable(folder, "Gensets");
+    EXPECT_THROW(document->Size(), RaisedError);
+    EXPECT_EQ(document->Designer().NumChosenSets(), 2);
+    EXPECT_EQ(document->Designer().NumRejectedSets(), 3);
+    EXPECT_EQ(document->Designer().TotalRunningKW(), 17.0);
+}
+
+TEST_F(DocumentTest, SaysInWordsWhatIsToBlameAndWhatToDo) {
+    document->LoadProfile().AddLoadStep("first", 20, 0);
+    auto motor = std::make_unique<CMtrLoad>();
+    motor->name("Pump");
+    motor->StartingAppPower(50000.0);
+    motor->StartingPF(1.2);  // whose sine is no number
+    document->LoadProfile().LoadStep(1).AddLoad(std::move(motor));
+    const RaisedError failure(5, "CMtrLoad::StartingImgPower", "Invalid procedure call or argument");
+    EXPECT_EQ(
+        document->WhyNotSized(failure),
+        "The gensets cannot be worked out because of load 1 of step 1, \"Pump\": Invalid procedure call or "
+        "argument\r\nEdit it, or delete it and add it anew.");
+    EXPECT_EQ(
+        document->WhyNotReported(failure),
+        "The report cannot be worked out because of load 1 of step 1, \"Pump\": Invalid procedure call or "
+        "argument\r\nEdit it, or delete it and add it anew.");
+    EXPECT_EQ(document->WhyNotSized(RaisedError(17, "GensetDatabase", "no such table")),
+              "The gensets cannot be worked out: no such table");
+}
+
 }  // namespace
 }  // namespace genvara

@@ -195,9 +195,21 @@ void frmMain::SideBarClicked(std::int32_t index) {
 }
 
 void frmMain::SwitchTo(std::int32_t index) {
-    if (PanelsAreReady()) {
-        SideBarClicked(index);
+    if (!PanelsAreReady()) {
+        return;
     }
+    if (index != kRecommend) {
+        SideBarClicked(index);
+        return;
+    }
+    FailureRegion region;
+    if (!region.Run([this] { SideBarClicked(kRecommend); })) {
+        TellWhyNotSized(*region.Pending());
+    }
+}
+
+void frmMain::TellWhyNotSized(const RaisedError& failure) {
+    Tell(m_application->Document().WhyNotSized(failure), MessageIcon::Exclamation, ProductName());
 }
 
 bool frmMain::PanelsAreReady() {
@@ -221,10 +233,10 @@ void frmMain::Recommend() {
         return;
     }
     const WaitCursor busy;
+    document.Size();  // before its panel is shown, so that a run that fails changes nothing
     ShowPanel(*m_panRecommend, kRecommend);
     EnableReportCommands(true);
     m_panRecommend->Designer(document.Designer());
-    document.Size();
     m_panRecommend->DisplayChosenSets();
 }
 

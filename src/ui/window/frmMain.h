@@ -105,6 +105,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     // Panels.
     /// The click as the user makes it: a bad field keeps him where he is.
     void SwitchTo(std::int32_t index);
+    void TellWhyNotSized(const RaisedError& failure);
     /// Whether the panels can be stored; what is bad is shown.
     bool PanelsAreReady();
     void ShowPanel(QWidget& panel, std::int32_t index);

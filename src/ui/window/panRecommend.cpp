@@ -8,6 +8,7 @@
 #include "AtomicFile.h"
 #include "CApplication.h"
 #include "ChoiceBox.h"
+#include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
 #include "ReportView.h"
@@ -132,8 +133,10 @@ void panRecommend::FocusRule() {
         return;
     }
     m_enableExport(false);
-    FillReportCommon(m_reports, Sources());
-    m_rtfRecommend->RichText(m_reports.CreateNoMatchReport());
+    Report([this] {
+        FillReportCommon(m_reports, Sources());
+        return m_reports.CreateNoMatchReport();
+    });
 }
 
 void panRecommend::ChosenClicked(int row) {
@@ -153,7 +156,16 @@ void panRecommend::RejectedClicked(int row) {
 void panRecommend::ShowReport(bool undersized) {
     const WaitCursor busy;
     const std::int32_t type = m_cboAvailReports->Code().value_or(report_type::kSizing);
-    m_rtfRecommend->RichText(m_reports.CreateReport(type, undersized));
+    Report([&] { return m_reports.CreateReport(type, undersized); });
+}
+
+void panRecommend::Report(const std::function<std::string()>& make) {
+    FailureRegion region;
+    if (!region.Run([&] { m_rtfRecommend->RichText(make()); })) {
+        m_rtfRecommend->Clear();
+        m_platform->ShowMessage(this, {.text = m_application->Document().WhyNotReported(*region.Pending()),
+                                       .icon = MessageIcon::Exclamation});
+    }
 }
 
 void panRecommend::ReportClicked() {

@@ -58,6 +58,8 @@ class panRecommend final : public Panel {
     void ReportClicked();
     void UndersizedClicked();
     void FocusRule();
+    /// Works out a report; one that cannot be is told, and leaves an empty view.
+    void Report(const std::function<std::string()>& make);
     void ShowReport(bool undersized);
     [[nodiscard]] ReportSources Sources() const;
 
