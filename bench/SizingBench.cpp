@@ -4,11 +4,13 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>
+#include <sqlite3.h>
 #include <unistd.h>
 
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -161,6 +163,60 @@ class MemoryGensets final : public GensetSource {
     std::vector<GensetRow> m_rows;
 };
 
+/// A connection and a query of the bare C interface.
+class BareQuery {
+  public:
+    explicit BareQuery(const std::filesystem::path& file) {
+        sqlite3_open_v2(file.c_str(), &m_connection, SQLITE_OPEN_READONLY, nullptr);
+    }
+    ~BareQuery() { sqlite3_close(m_connection); }
+    BareQuery(const BareQuery&) = delete;
+    BareQuery& operator=(const BareQuery&) = delete;
+    BareQuery(BareQuery&&) = delete;
+    BareQuery& operator=(BareQuery&&) = delete;
+
+    /// Takes every row of a query by a function of its statement.
+    template <typename Take>
+    void Rows(const std::string& query, Take take) {
+        sqlite3_stmt* rows = nullptr;
+        sqlite3_prepare_v2(m_connection, query.c_str(), -1, &rows, nullptr);
+        while (sqlite3_step(rows) == SQLITE_ROW) {
+            take(rows);
+        }
+        sqlite3_finalize(rows);
+    }
+
+  private:
+    sqlite3* m_connection = nullptr;
+};
+
+constexpr const char* kSiteQuery =
+    "Select * from [Gensets] where Frequency = 60 AND WindingConnection = 1 AND VoltageLL = 480 AND Fuel = 1";
+constexpr int kFuelColumn = 3;
+constexpr int kModelColumn = 6;
+constexpr int kEngineColumn = 7;
+
+/// The same fields as a designer's, with nothing around the database's own calls.
+void ReadBare(benchmark::State& state) {
+    const BenchDatabase file(state.range(0));
+    BareQuery database(file.File());
+    for (auto _ : state) {
+        double sum = 0.0;
+        database.Rows(kSiteQuery, [&sum](sqlite3_stmt* row) {
+            for (int column = kFuelColumn; column < sqlite3_column_count(row); ++column) {
+                if (column == kModelColumn || column == kEngineColumn) {
+                    benchmark::DoNotOptimize(sqlite3_column_text(row, column));
+                    sum += sqlite3_column_bytes(row, column);
+                } else {
+                    sum += sqlite3_column_double(row, column);
+                }
+            }
+        });
+        benchmark::DoNotOptimize(sum);
+    }
+}
+BENCHMARK(ReadBare)->Arg(10000)->Unit(benchmark::kMillisecond);
+
 void ReadCandidates(benchmark::State& state) {
     const BenchDatabase file(state.range(0));
     GensetDatabase database(file.File());
@@ -199,6 +255,53 @@ BENCHMARK(EngineAlone)
     ->ArgsProduct({{100, 1000, 10000, 100000}, {16}})
     ->ArgsProduct({{10000}, {1, 4, 64, 256}})
     ->Unit(benchmark::kMillisecond);
+
+/// Keys of derate codes and alternators that a small site's candidates have in the program's own catalogue.
+struct SmallSite {
+    explicit SmallSite(GensetDatabase& database) {
+        const auto cursor = database.SelectGensets(kSite);
+        while (const GensetRow* row = cursor->Next()) {
+            derateCodes.insert(row->DerateCode.Integer("SmallSite"));
+            alternators.insert(row->AltModel.Integer("SmallSite"));
+        }
+    }
+
+    std::set<std::int32_t> derateCodes;
+    std::set<std::int32_t> alternators;
+};
+
+/// What a run reads beside its candidates.
+void ReadKeysOfSmallSite(benchmark::State& state) {
+    GensetDatabase database(CATALOGUE_DATABASE);
+    const SmallSite site(database);
+    for (auto _ : state) {
+        const auto begun = database.SelectGensets(kSite);
+        for (const std::int32_t id : site.derateCodes) {
+            benchmark::DoNotOptimize(database.DerateCode(id));
+        }
+        for (const std::int32_t id : site.alternators) {
+            benchmark::DoNotOptimize(database.Alternator(id));
+        }
+    }
+}
+BENCHMARK(ReadKeysOfSmallSite)->Unit(benchmark::kMillisecond);
+
+/// The same through the bare C interface, a query a key.
+void ReadKeysOfSmallSiteBare(benchmark::State& state) {
+    GensetDatabase database(CATALOGUE_DATABASE);
+    const SmallSite site(database);
+    BareQuery bare(CATALOGUE_DATABASE);
+    const auto read = [](sqlite3_stmt* row) { benchmark::DoNotOptimize(sqlite3_column_double(row, 2)); };
+    for (auto _ : state) {
+        for (const std::int32_t id : site.derateCodes) {
+            bare.Rows(fmt::format("Select * from [Derate Codes] where ID = {}", id), read);
+        }
+        for (const std::int32_t id : site.alternators) {
+            bare.Rows(fmt::format("Select * from [Alternators] where ID = {}", id), read);
+        }
+    }
+}
+BENCHMARK(ReadKeysOfSmallSiteBare)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace genvara

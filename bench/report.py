@@ -16,10 +16,11 @@ import time
 
 
 def medians(program):
-    """Median CPU time in milliseconds by the benchmark's name."""
+    """Median CPU time, in the unit of the program, by the benchmark's name."""
     output = subprocess.run(
-        [program, "--benchmark_format=json", "--benchmark_repetitions=5", "--benchmark_min_time=0.2",
-         "--benchmark_report_aggregates_only=true"],
+        # Interleaved, so that what else the machine does falls on both sides of a ratio.
+        [program, "--benchmark_format=json", "--benchmark_repetitions=9", "--benchmark_min_time=0.1",
+         "--benchmark_enable_random_interleaving=true", "--benchmark_report_aggregates_only=true"],
         check=True, capture_output=True, text=True).stdout
     rows = json.loads(output)["benchmarks"]
     return {row["run_name"]: row["cpu_time"] for row in rows if row.get("aggregate_name") == "median"}
@@ -57,8 +58,15 @@ def wall_of(command):
 def main():
     folder = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else "build/bench/bin")
     times = medians(folder / "sizing_bench")
-    ratio = times["WholeRun/10000/16"] / times["ReadCandidates/10000"]
-    print(f"whole run over 10,000 candidates and 16 steps / reading them: {ratio:.2f}")
+    run = times["WholeRun/10000/16"]
+    print(f"whole run over 10,000 candidates and 16 steps / reading them bare: {run / times['ReadBare/10000']:.2f}")
+    print(f"the same / reading them through the program's layer: {run / times['ReadCandidates/10000']:.2f}")
+    keys, bare = times["ReadKeysOfSmallSite"], times["ReadKeysOfSmallSiteBare"]
+    print(f"keys of a small site: {keys:.3f} ms; a query a key, bare / that: {bare / keys:.1f}")
+    studies = medians(folder / "study_bench")
+    for name in ("VaryAltitude", "VaryLoad", "VaryLimit"):
+        print(f"{name} / bare run in memory: {studies[name] / studies['BareRun']:.2f};"
+              f" / every candidate through every step: {studies[name] / studies['EveryCandidate']:.2f}")
     candidates = [(n, times[f"EngineAlone/{n}/16"]) for n in (100, 1000, 10000, 100000)]
     print(f"engine alone, exponent over 100 to 100,000 candidates: {exponent(candidates):.3f}")
     steps = [(n, times[f"EngineAlone/10000/{n}"]) for n in (1, 4, 16, 64, 256)]

@@ -5,7 +5,7 @@ _genvara_cli() {
     local limits="--db --min-loading --max-loading --max-sets --max-undersized"
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case $word in
-            size|report|export-spec|check) command=$word ;;
+            size|explain|report|export-spec|check) command=$word ;;
             catalog) command=catalog ;;
             build) [ "$command" = catalog ] && command="catalog build" ;;
         esac
@@ -18,8 +18,9 @@ _genvara_cli() {
     esac
     local words
     case $command in
-        "") words="size report export-spec check catalog --help --version" ;;
+        "") words="size explain report export-spec check catalog --help --version" ;;
         size) words="$limits --json --jobs --help" ;;
+        explain) words="$limits --json --jobs --model --all --steps --help" ;;
         report) words="$limits -o --set --undersized --no-match --type --metric --now --help" ;;
         export-spec) words="$limits -o --set --undersized --help" ;;
         check) words="--db --help" ;;

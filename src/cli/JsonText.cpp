@@ -55,6 +55,18 @@ JsonText& JsonText::Value(std::int32_t number) {
     return *this;
 }
 
+JsonText& JsonText::Value(std::int64_t number) {
+    Separate();
+    fmt::format_to(std::back_inserter(m_text), "{}", number);
+    return *this;
+}
+
+JsonText& JsonText::Null() {
+    Separate();
+    m_text += "null";
+    return *this;
+}
+
 JsonText& JsonText::Value(bool truth) {
     Separate();
     m_text += truth ? "true" : "false";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,11 +21,20 @@ class JsonText {
 
     JsonText& Value(double number);
     JsonText& Value(std::int32_t number);
+    JsonText& Value(std::int64_t number);
     JsonText& Value(bool truth);
     /// UTF-8; a byte that is no part of a character becomes U+FFFD.
     JsonText& Value(std::string_view text);
     JsonText& Value(const std::string& text) { return Value(std::string_view(text)); }
     JsonText& Value(const char* text) { return Value(std::string_view(text)); }
+
+    JsonText& Null();
+
+    /// Null for a value that is not there.
+    template <typename Type>
+    JsonText& Value(const std::optional<Type>& value) {
+        return value ? Value(*value) : Null();
+    }
 
     template <typename Element>
     JsonText& Value(const std::vector<Element>& elements) {

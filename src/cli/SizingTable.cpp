@@ -161,7 +161,7 @@ void AddRecommended(std::string& text, const CDesigner& designer) {
 }
 
 /// The step at which a set misses a test by most, with the two figures.
-std::string WorstMiss(const std::vector<std::vector<Verdict>>& steps, std::int32_t bit) {
+std::string WorstMiss(const std::vector<StepVerdicts>& steps, std::int32_t bit) {
     std::string text;
     double worst = 0.0;
     for (std::size_t t = 0; t < kStepTests.size(); ++t) {
@@ -205,13 +205,18 @@ void AddUndersized(std::string& text, const CDesigner& designer) {
 
 }  // namespace
 
-std::string SizingTable(const std::string& file, const SizedProject& sized) {
+std::string ProjectHeading(const std::string& file, const SizedProject& sized) {
     const CProject& project = sized.Project();
-    const CDesigner& designer = sized.Designer();
     std::string text = fmt::format("{}\n", OneLine(file, 200));
     fmt::format_to(std::back_inserter(text), "  {:<16}{}\n", "Project", OneLine(project.ProjName(), 100));
     fmt::format_to(std::back_inserter(text), "  {:<16}{}\n", "Customer", OneLine(project.Customer(), 100));
     AddSite(text, sized.PowerSystem());
+    return text;
+}
+
+std::string SizingTable(const std::string& file, const SizedProject& sized) {
+    const CDesigner& designer = sized.Designer();
+    std::string text = ProjectHeading(file, sized);
     AddProfile(text, sized);
     if (designer.NumChosenSets() + designer.NumRejectedSets() > 0) {
         fmt::format_to(std::back_inserter(text), "\n  Running {} kW in all, peak start {} kVA\n",

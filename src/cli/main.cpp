@@ -10,12 +10,14 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <thread>
 #include <vector>
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
 #include "CommandLine.h"
+#include "ExplainCommand.h"
 #include "Nearest.h"
 #include "NumberText.h"
 #include "Output.h"
@@ -37,6 +39,7 @@ namespace {
 constexpr int kBadArguments = static_cast<int>(Status::BadArguments);
 /// That of a program that its reader's going away has ended: 128 and the signal's number.
 constexpr int kReaderGone = 128 + SIGPIPE;
+constexpr std::int32_t kMostJobs = 256;
 
 /// Takes a number as people write it: in decimal, whatever zeros stand before it.
 CLI::Validator Decimal() {
@@ -140,10 +143,12 @@ class CommandLine {
         m_app.footer(
             "Exit status: 0 done; 1 check found something; 2 the arguments are off; 3 a file or the "
             "database\n"
-            "cannot be read or written; 4 a run failed, or standard output takes no more; 141 its reader\n"
-            "went away. With several projects the highest counts.");
+            "cannot be read or written; 4 a run failed, or standard output takes no more; 130 explain was\n"
+            "stopped; 141 the reader of standard output went away. With several projects the highest "
+            "counts.");
         m_arguments.database = DatabaseBesideProgram();
         AddSize();
+        AddExplain();
         AddCheck();
         AddReport();
         AddExportSpec();
@@ -176,12 +181,35 @@ class CommandLine {
         AddProjects(*size, m_arguments);
         AddDatabase(*size, m_arguments);
         AddLimits(*size, m_arguments);
-        size->add_flag("--json", m_arguments.json, "One JSON object on one line for each project");
-        size->add_option("--jobs", m_arguments.jobs, "Projects to size at the same time [1]")
-            ->check(CLI::Range(1, 256))
-            ->transform(Decimal())
-            ->type_name("N");
+        AddJson(*size);
+        AddJobs(*size, "Projects to size at the same time [1]");
         size->callback([this] { m_todo = [this] { return RunSize(m_arguments); }; });
+    }
+
+    void AddExplain() {
+        CLI::App* explain =
+            m_app.add_subcommand("explain", "Show why each set is recommended or not, test by test");
+        AddProjects(*explain, m_arguments);
+        AddDatabase(*explain, m_arguments);
+        AddLimits(*explain, m_arguments);
+        AddJson(*explain);
+        CLI::Option* jobs =
+            AddJobs(*explain, "Projects to explain at the same time [as many as there are cores]");
+        explain
+            ->add_option("--model", m_explain.choice.models,
+                         "Explain the candidates of a model in place of the two lists; may be repeated")
+            ->type_name("MODEL")
+            ->allow_extra_args(false);
+        explain->add_flag("--all", m_explain.choice.all, "Explain every candidate");
+        explain->add_flag("--steps", m_explain.steps,
+                          "Show every step in the table, and not the worst alone");
+        explain->callback([this, jobs] {
+            if (jobs->empty()) {
+                m_arguments.jobs =
+                    std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostJobs);
+            }
+            m_todo = [this] { return RunExplain(m_arguments, m_explain); };
+        });
     }
 
     void AddCheck() {
@@ -266,9 +294,21 @@ class CommandLine {
         check->callback([this] { m_todo = [this] { return RunCatalogCheck(m_file); }; });
     }
 
+    void AddJson(CLI::App& command) {
+        command.add_flag("--json", m_arguments.json, "One JSON object on one line for each project");
+    }
+
+    CLI::Option* AddJobs(CLI::App& command, const char* description) {
+        return command.add_option("--jobs", m_arguments.jobs, description)
+            ->check(CLI::Range(1, kMostJobs))
+            ->transform(Decimal())
+            ->type_name("N");
+    }
+
     CLI::App m_app{"Sizes electric generator sets for a site and its load profile.", "genvara-cli"};
     ProjectArguments m_arguments;
     ReportArguments m_report;
+    ExplainArguments m_explain;
     std::string m_folder;
     std::string m_file;
     std::function<int()> m_todo;

@@ -4,6 +4,7 @@
 
 #include "DesignRun.h"
 #include "FailureRegion.h"
+#include "SiteCandidates.h"
 #include "StepDistortion.h"
 
 namespace genvara {
@@ -14,7 +15,7 @@ CDesigner::~CDesigner() = default;
 
 void CDesigner::SelectGensets() {
     m_stoppedAt.reset();
-    m_candidates = m_gensets->SelectGensets(Filter());
+    m_candidates = m_gensets->SelectGensets(FilterOf(*m_site));
 }
 
 std::int32_t CDesigner::ChooseSets() {
@@ -28,9 +29,9 @@ std::int32_t CDesigner::ChooseSets() {
         return 0;
     }
     m_vthdCalcsValid = HasDistortionModel(m_site->ConnectCode());
-    m_requirements = ReadSite();
+    m_requirements = RequirementsOf(*m_site, *this);
     m_figures = FiguresOf(*m_profile, *m_site);
-    DesignRun run(*m_gensets, *m_site, m_requirements, m_figures, *this);
+    DesignRun run(*m_gensets, m_requirements, m_figures, *this);
     for (; row != nullptr; row = candidates->Next()) {
         try {
             run.Judge(*row);
@@ -73,17 +74,10 @@ std::string CDesigner::TrimModelNum(std::string_view text) {
     return std::string(text.substr(0, text.find('-')));
 }
 
-SiteFilter CDesigner::Filter() const {
-    return {.frequency = m_site->Freq(),
-            .connectCode = m_site->ConnectCode(),
-            .voltage = m_site->Voltage(),
-            .fuel = m_site->Fuel()};
-}
-
 SetAtFault CDesigner::Describe(const GensetRow& row, std::int64_t position) const {
     constexpr std::string_view kMember = "CDesigner::Describe";
     SetAtFault set;
-    set.row = m_gensets->RowNumber(Filter(), position);
+    set.row = m_gensets->RowNumber(FilterOf(*m_site), position);
     // Any field may be the one that cannot be read.
     FailureRegion region;
     region.Run([&] { set.model = row.GensetModel.Text(kMember); });
@@ -93,20 +87,6 @@ SetAtFault CDesigner::Describe(const GensetRow& row, std::int64_t position) cons
         set.alternator = m_gensets->Alternator(id).ModelNum.Text(kMember);
     });
     return set;
-}
-
-SiteRequirements CDesigner::ReadSite() const {
-    return {.gensets = static_cast<double>(m_site->GensetsInParallel()),
-            .phases = static_cast<double>(m_site->Phases()),
-            .voltage = static_cast<double>(m_site->Voltage()),
-            .connectCode = m_site->ConnectCode(),
-            .maxFreqDipEnabled = m_site->MaxFreqDipEnabled(),
-            .maxFreqDip = static_cast<double>(m_site->MaxFreqDip()),
-            .maxHarmonicsEnabled = m_site->MaxHarmonicsEnabled(),
-            .maxHarmonics = static_cast<double>(m_site->MaxHarmonics()),
-            .minLoading = MinLoading(),
-            .maxLoading = MaxLoading(),
-            .distortionValid = m_vthdCalcsValid};
 }
 
 }  // namespace genvara

@@ -14,6 +14,7 @@
 #include "GensetSource.h"
 #include "ProfileFigures.h"
 #include "SetAtFault.h"
+#include "SiteRequirements.h"
 #include "StepTests.h"
 
 namespace genvara {
@@ -129,16 +130,13 @@ class CDesigner : public DesignLimits {
 
     /// The undersized set at a position, and why: for each step the verdict of each test, in the order of
     /// `kStepTests`. Worked out by the very tests that decided, from the profile of the last run.
-    [[nodiscard]] std::vector<std::vector<Verdict>> VerdictsRej(std::int32_t index) const;
+    [[nodiscard]] std::vector<StepVerdicts> VerdictsRej(std::int32_t index) const;
     /// The same of a recommended set.
-    [[nodiscard]] std::vector<std::vector<Verdict>> Verdicts(std::int32_t index) const;
+    [[nodiscard]] std::vector<StepVerdicts> Verdicts(std::int32_t index) const;
 
   private:
     [[nodiscard]] const ChosenSet& Chosen(std::int32_t index, std::string_view reader) const;
     [[nodiscard]] const RejectedSet& Rejected(std::int32_t index, std::string_view reader) const;
-    [[nodiscard]] std::vector<std::vector<Verdict>> VerdictsOf(const ChosenSet& set) const;
-    [[nodiscard]] SiteRequirements ReadSite() const;
-    [[nodiscard]] SiteFilter Filter() const;
     [[nodiscard]] SetAtFault Describe(const GensetRow& row, std::int64_t position) const;
 
     GensetSource* m_gensets;

@@ -156,28 +156,12 @@ std::int32_t CDesigner::RejectionReason(std::int32_t index) const {
     return Rejected(index, "CDesigner::RejectionReason").RejectionReason;
 }
 
-std::vector<std::vector<Verdict>> CDesigner::Verdicts(std::int32_t index) const {
-    return VerdictsOf(Chosen(index, "CDesigner::Verdicts"));
+std::vector<StepVerdicts> CDesigner::Verdicts(std::int32_t index) const {
+    return VerdictsOf(Chosen(index, "CDesigner::Verdicts"), m_figures, m_requirements);
 }
 
-std::vector<std::vector<Verdict>> CDesigner::VerdictsRej(std::int32_t index) const {
-    return VerdictsOf(Rejected(index, "CDesigner::VerdictsRej"));
-}
-
-std::vector<std::vector<Verdict>> CDesigner::VerdictsOf(const ChosenSet& set) const {
-    std::vector<std::vector<Verdict>> verdicts;
-    for (std::size_t s = 0; s < m_figures.steps.size(); ++s) {
-        const StepOutcome outcome{.freqDip = set.FreqDips[s],
-                                  .voltDip = set.VoltageDips[s],
-                                  .distortion = {set.StepVTHD_A[s], set.StepVTHD_B[s], set.StepVTHD_C[s]}};
-        const StepTrial trial{
-            .step = m_figures.steps[s], .set = set.figures, .outcome = outcome, .site = m_requirements};
-        std::vector<Verdict>& row = verdicts.emplace_back();
-        for (const StepTest& test : kStepTests) {
-            row.push_back(test.judge(trial));
-        }
-    }
-    return verdicts;
+std::vector<StepVerdicts> CDesigner::VerdictsRej(std::int32_t index) const {
+    return VerdictsOf(Rejected(index, "CDesigner::VerdictsRej"), m_figures, m_requirements);
 }
 
 }  // namespace genvara

@@ -19,6 +19,10 @@ std::int32_t DbNumber::Integer(std::string_view member) const {
     return *integer;
 }
 
+bool DbNumber::IsInteger() const noexcept {
+    return m_state == State::Number && RoundToInteger(m_value).has_value();
+}
+
 void DbNumber::RaiseUnreadable(std::string_view member) {
     RaiseTypeMismatch(member);
 }

@@ -30,6 +30,8 @@ class DbNumber {
     /// The 32-bit integer nearest to the number.
     /// @throws RaisedError 13 as `Real`; 6 "Overflow" from `member` beyond 32 bits.
     [[nodiscard]] std::int32_t Integer(std::string_view member) const;
+    /// Whether `Integer` succeeds.
+    [[nodiscard]] bool IsInteger() const noexcept;
 
   private:
     enum class State : std::uint8_t { Null, Number, Unreadable };
@@ -48,6 +50,7 @@ class DbText {
         m_null = false;
     }
     void AssignNull() noexcept { m_null = true; }
+    [[nodiscard]] bool IsNull() const noexcept { return m_null; }
 
     /// @throws RaisedError 13 "Type mismatch" from `member` for a Null.
     [[nodiscard]] const std::string& Text(std::string_view member) const;

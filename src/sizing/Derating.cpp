@@ -27,7 +27,7 @@ DerateFactors FactorsAt(const DerateRow& row, double ambTemp, double altitude) {
             .altitude = FactorAbove(altitude, altitudeBase, altitudeSlope)};
 }
 
-double NominalRatingOf(const GensetRow& row, std::int32_t riseDutyCode) {
+double NominalRatingOf(const GensetNumbers& row, std::int32_t riseDutyCode) {
     if (riseDutyCode < 0 || riseDutyCode >= static_cast<std::int32_t>(row.Ratings.size())) {
         return 0.0;
     }
@@ -38,7 +38,7 @@ double DeratedRatingOf(double nominal, const DerateFactors& factors) {
     return Finite(factors.temperature * nominal * factors.altitude, "CDesigner::DeratedRating");
 }
 
-double EngineStartingPowerOf(const GensetRow& row, std::int32_t siteFuel) {
+double EngineStartingPowerOf(const GensetNumbers& row, std::int32_t siteFuel) {
     const double power = row.StartingPower.Real("CDesigner::EngineStartingPower");
     return siteFuel == fuel::kNaturalGas ? power * kNaturalGasStartingShare : power;
 }

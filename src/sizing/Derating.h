@@ -19,7 +19,7 @@ struct DerateFactors {
 
 /// Nominal rating [kW] of a row at a temperature rise and duty code; 0 for a code that has no column.
 /// @throws RaisedError 13 from "CDesigner::NominalRating".
-[[nodiscard]] double NominalRatingOf(const GensetRow& row, std::int32_t riseDutyCode);
+[[nodiscard]] double NominalRatingOf(const GensetNumbers& row, std::int32_t riseDutyCode);
 
 /// Rating [kW] of one set at the site.
 /// @throws RaisedError 6 from "CDesigner::DeratedRating".
@@ -28,6 +28,6 @@ struct DerateFactors {
 /// Engine's starting power [kW]; nine tenths of it when the site asks for natural gas, whatever fuel the row
 /// itself burns.
 /// @throws RaisedError 13 from "CDesigner::EngineStartingPower".
-[[nodiscard]] double EngineStartingPowerOf(const GensetRow& row, std::int32_t siteFuel);
+[[nodiscard]] double EngineStartingPowerOf(const GensetNumbers& row, std::int32_t siteFuel);
 
 }  // namespace genvara

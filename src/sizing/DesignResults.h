@@ -5,6 +5,9 @@
 #include <vector>
 
 #include "Candidate.h"
+#include "ProfileFigures.h"
+#include "SiteRequirements.h"
+#include "StepTests.h"
 
 namespace genvara {
 
@@ -46,5 +49,9 @@ struct RunCounts {
 struct RejectedSet : ChosenSet {
     std::int32_t RejectionReason = 0;
 };
+
+/// The verdicts of each step of the profile that a set was judged by, from the figures that its record keeps.
+[[nodiscard]] std::vector<StepVerdicts> VerdictsOf(const ChosenSet& set, const ProfileFigures& profile,
+                                                   const SiteRequirements& site);
 
 }  // namespace genvara

@@ -16,9 +16,11 @@
 #include <utility>
 
 #include "AtomicFile.h"
+#include "GensetColumns.h"
 #include "GensetSchema.h"
 #include "NumberText.h"
 #include "RaisedError.h"
+#include "SqlRows.h"
 
 namespace genvara {
 namespace {
@@ -26,6 +28,8 @@ namespace {
 constexpr const char* kSource = "GensetDatabase";
 /// Number of the failure to read a field where there is no row.
 constexpr std::int32_t kNoRowError = 3021;
+/// Rows of a table with keys that are read at once: more than a maker has of either.
+constexpr std::size_t kMostKeptRows = 1000;
 
 /// Runs a stretch of database work and turns the library's failures into the program's.
 template <typename Work>
@@ -37,100 +41,40 @@ auto Guarded(Work&& work) {
     }
 }
 
-DbNumber ReadNumber(const SQLite::Column& column) {
-    if (column.isFloat() || column.isInteger()) {
-        return DbNumber(column.getDouble());
-    }
-    if (column.isNull()) {
-        return {};
-    }
-    const std::optional<double> number = column.isText() ? ParseNumber(column.getString()) : std::nullopt;
-    return number ? DbNumber(*number) : DbNumber::Unreadable();
-}
-
-void ReadText(const SQLite::Column& column, DbText& target) {
-    if (column.isNull()) {
-        target.AssignNull();
-    } else if (column.isFloat()) {
-        target.Assign(RenderPlain(column.getDouble()));
-    } else {
-        target.Assign({column.getText(), static_cast<std::size_t>(column.getBytes())});
-    }
-}
-
-std::string TextOf(const SQLite::Column& column, std::string_view member) {
-    DbText text;
-    ReadText(column, text);
-    return text.Text(member);
-}
-
-/// Where the fields of [Gensets] stand in a statement's rows, looked up once a statement.
-struct GensetColumns {
-    explicit GensetColumns(const SQLite::Statement& statement) {
-        for (std::size_t i = 0; i < kGensetNumbers.size(); ++i) {
-            numbers.at(i) = statement.getColumnIndex(kGensetNumbers.at(i).name);
-        }
-        for (std::size_t i = 0; i < kRatingColumns.size(); ++i) {
-            ratings.at(i) = statement.getColumnIndex(kRatingColumns.at(i));
-        }
-        gensetModel = statement.getColumnIndex("GensetModel");
-        engineModel = statement.getColumnIndex("EngineModel");
-    }
-
-    /// The numeric fields with the members that take them.
-    struct NumberField {
-        const char* name;
-        DbNumber GensetRow::*target;
-    };
-    static constexpr std::array<NumberField, 8> kGensetNumbers{{{"Fuel", &GensetRow::Fuel},
-                                                                {"DerateCode", &GensetRow::DerateCode},
-                                                                {"AltModel", &GensetRow::AltModel},
-                                                                {"LRkVA", &GensetRow::LRkVA},
-                                                                {"StartingPower", &GensetRow::StartingPower},
-                                                                {"BaseFreqDipKW", &GensetRow::BaseFreqDipKW},
-                                                                {"BaseFreqDip", &GensetRow::BaseFreqDip},
-                                                                {"ExpC", &GensetRow::ExpC}}};
-    /// By temperature rise and duty code.
-    static constexpr std::array<const char*, 5> kRatingColumns{"Rating80C", "Rating105C", "Rating125C",
-                                                               "Rating130C", "Rating150C"};
-
-    std::array<int, kGensetNumbers.size()> numbers{};
-    std::array<int, kRatingColumns.size()> ratings{};
-    int gensetModel = 0;
-    int engineModel = 0;
-};
-
-void ReadGensetRow(const SQLite::Statement& statement, const GensetColumns& columns, GensetRow& row) {
-    for (std::size_t i = 0; i < columns.numbers.size(); ++i) {
-        row.*GensetColumns::kGensetNumbers[i].target = ReadNumber(statement.getColumn(columns.numbers[i]));
-    }
-    for (std::size_t i = 0; i < columns.ratings.size(); ++i) {
-        row.Ratings[i] = ReadNumber(statement.getColumn(columns.ratings[i]));
-    }
-    ReadText(statement.getColumn(columns.gensetModel), row.GensetModel);
-    ReadText(statement.getColumn(columns.engineModel), row.EngineModel);
-}
-
 class DatabaseCursor final : public GensetCursor {
   public:
-    DatabaseCursor(SQLite::Database& database, const std::string& query)
-        : m_statement(database, query), m_columns(m_statement) {}
+    DatabaseCursor(sqlite3* connection, const std::string& query)
+        : m_rows(connection, query), m_columns(m_rows) {}
 
     const GensetRow* Next() override {
-        return Guarded([this]() -> const GensetRow* {
-            if (!m_statement.executeStep()) {
-                return nullptr;
-            }
-            ReadGensetRow(m_statement, m_columns, m_row);
-            return &m_row;
-        });
+        if (!m_rows.Next()) {
+            return nullptr;
+        }
+        m_columns.Read(m_rows, m_row);
+        return &m_row;
     }
 
   private:
-    SQLite::Statement m_statement;
+    SqlRows m_rows;
     GensetColumns m_columns;
     GensetRow m_row;
 };
+
+/// The first row of each key, of no more rows than are kept. A key is an integer that is stored as a number:
+/// that alone equals the number of a query whatever type the column has.
+template <typename Row, typename Columns>
+std::unordered_map<std::int32_t, Row> RowsByKey(sqlite3* connection, const std::string& query) {
+    SqlRows rows(connection, query);
+    const Columns columns(rows);
+    const int key = rows.Column("ID");
+    std::unordered_map<std::int32_t, Row> byKey;
+    for (std::size_t count = 0; count < kMostKeptRows && rows.Next(); ++count) {
+        if (const std::optional<std::int32_t> id = rows.StoredInteger(key)) {
+            byKey.try_emplace(*id, columns.Read(rows));
+        }
+    }
+    return byKey;
+}
 
 std::string GensetQuery(const SiteFilter& filter) {
     std::string query = fmt::format(
@@ -224,30 +168,27 @@ void GensetDatabase::RequireSchema() {
 }
 
 PropertiesRecord GensetDatabase::Properties() {
-    return Guarded([this] {
-        constexpr std::string_view kMember = "CDesigner::ReadDatabaseProperties";
-        SQLite::Statement rows(*m_database, "Select * from [Properties]");
-        std::optional<std::pair<DbNumber, std::array<DbText, 3>>> last;
-        while (rows.executeStep()) {
-            last.emplace();
-            last->first = ReadNumber(rows.getColumn("ID"));
-            ReadText(rows.getColumn("Version"), last->second[0]);
-            ReadText(rows.getColumn("Date"), last->second[1]);
-            ReadText(rows.getColumn("Initials"), last->second[2]);
-        }
-        if (!last) {
-            throw RaisedError(kNoRowError, kSource,
-                              "The table [Properties] of the genset database is empty.");
-        }
-        return PropertiesRecord{.ID = last->first.Integer(kMember),
-                                .Version = last->second[0].Text(kMember),
-                                .Date = last->second[1].Text(kMember),
-                                .Initials = last->second[2].Text(kMember)};
-    });
+    constexpr std::string_view kMember = "CDesigner::ReadDatabaseProperties";
+    SqlRows rows(Connection(), "Select * from [Properties]");
+    std::optional<std::pair<DbNumber, std::array<DbText, 3>>> last;
+    while (rows.Next()) {
+        last.emplace(rows.Number("ID"),
+                     std::array{rows.Text("Version"), rows.Text("Date"), rows.Text("Initials")});
+    }
+    if (!last) {
+        throw RaisedError(kNoRowError, kSource, "The table [Properties] of the genset database is empty.");
+    }
+    return PropertiesRecord{.ID = last->first.Integer(kMember),
+                            .Version = last->second[0].Text(kMember),
+                            .Date = last->second[1].Text(kMember),
+                            .Initials = last->second[2].Text(kMember)};
 }
 
 std::unique_ptr<GensetCursor> GensetDatabase::SelectGensets(const SiteFilter& filter) {
-    return Guarded([&] { return std::make_unique<DatabaseCursor>(*m_database, GensetQuery(filter)); });
+    const std::lock_guard lock(m_keyMutex);
+    m_derateCodes.Forget();
+    m_alternators.Forget();
+    return std::make_unique<DatabaseCursor>(Connection(), GensetQuery(filter));
 }
 
 std::optional<std::int64_t> GensetDatabase::RowNumber(const SiteFilter& filter, std::int64_t position) {
@@ -267,104 +208,102 @@ std::optional<std::int64_t> GensetDatabase::RowNumber(const SiteFilter& filter, 
 }
 
 DerateRow GensetDatabase::DerateCode(std::int32_t id) {
-    return Guarded([&] {
-        SQLite::Statement rows(*m_database, fmt::format("Select * from [Derate Codes] where ID = {}", id));
-        if (!rows.executeStep()) {
-            RaiseNoRow("Derate Codes", id);
-        }
-        return DerateRow{.AltDerateBase = ReadNumber(rows.getColumn("AltDerateBase")),
-                         .AltDerateSlope = ReadNumber(rows.getColumn("AltDerateSlope")),
-                         .TempDerateBase = ReadNumber(rows.getColumn("TempDerateBase")),
-                         .TempDerateSlope = ReadNumber(rows.getColumn("TempDerateSlope"))};
-    });
+    const std::lock_guard lock(m_keyMutex);
+    return RowOf<DerateColumns>("Derate Codes", id, m_derateCodes);
 }
 
 AlternatorRow GensetDatabase::Alternator(std::int32_t id) {
-    return Guarded([&] {
-        SQLite::Statement rows(*m_database, fmt::format("Select * from [Alternators] where ID = {}", id));
-        if (!rows.executeStep()) {
-            RaiseNoRow("Alternators", id);
+    const std::lock_guard lock(m_keyMutex);
+    return RowOf<AlternatorColumns>("Alternators", id, m_alternators);
+}
+
+template <typename Columns, typename Row>
+Row GensetDatabase::RowOf(std::string_view table, std::int32_t id, KeptRows<Row>& kept) {
+    const std::string query = fmt::format("Select * from [{}]", table);
+    if (!kept.byKey) {
+        kept.byKey = RowsByKey<Row, Columns>(Connection(), query);
+    }
+    if (const auto found = kept.byKey->find(id); found != kept.byKey->end()) {
+        return found->second;
+    }
+    SqlRows rows(Connection(), fmt::format("{} where ID = {}", query, id));
+    if (!rows.Next()) {
+        throw RaisedError(kNoRowError, kSource,
+                          fmt::format("The table [{}] of the genset database {} has no row whose ID is {}.",
+                                      table, m_file.string(), id));
+    }
+    return Columns(rows).Read(rows);
+}
+
+bool GensetDatabase::HasModel(const std::string& model) {
+    SqlRows rows(Connection(), "Select distinct GensetModel from [Gensets]");
+    DbText found;
+    while (rows.Next()) {
+        rows.ReadText(0, found);
+        if (!found.IsNull() && found.Text("GensetDatabase::HasModel") == model) {
+            return true;
         }
-        AlternatorRow row{.ID = ReadNumber(rows.getColumn("ID")),
-                          .ModelNum = {},
-                          .BasekW = ReadNumber(rows.getColumn("BasekW")),
-                          .BaseVolts = ReadNumber(rows.getColumn("BaseVolts")),
-                          .SubtransReact = ReadNumber(rows.getColumn("SubtransReact"))};
-        ReadText(rows.getColumn("ModelNum"), row.ModelNum);
-        return row;
-    });
+    }
+    return false;
 }
 
 std::vector<ConnectionRecord> GensetDatabase::Connections() {
-    return Guarded([this] {
-        constexpr std::string_view kMember = "GensetDatabase::Connections";
-        SQLite::Statement rows(*m_database, "Select * from Connections");
-        std::vector<ConnectionRecord> connections;
-        while (rows.executeStep()) {
-            connections.push_back({.ID = ReadNumber(rows.getColumn("ID")).Integer(kMember),
-                                   .caption = TextOf(rows.getColumn("Connection Type"), kMember),
-                                   .phases = ReadNumber(rows.getColumn("Phases")).Integer(kMember)});
-        }
-        return connections;
-    });
+    constexpr std::string_view kMember = "GensetDatabase::Connections";
+    SqlRows rows(Connection(), "Select * from Connections");
+    std::vector<ConnectionRecord> connections;
+    while (rows.Next()) {
+        connections.push_back({.ID = rows.Number("ID").Integer(kMember),
+                               .caption = rows.Text("Connection Type").Text(kMember),
+                               .phases = rows.Number("Phases").Integer(kMember)});
+    }
+    return connections;
 }
 
 std::vector<std::int32_t> GensetDatabase::VoltagesLL() {
-    return Guarded([this] {
-        SQLite::Statement rows(*m_database, "Select distinct VoltageLL from [Gensets]");
-        std::vector<std::int32_t> volts;
-        while (rows.executeStep()) {
-            volts.push_back(ReadNumber(rows.getColumn(0)).Integer("GensetDatabase::VoltagesLL"));
-        }
-        return volts;
-    });
+    SqlRows rows(Connection(), "Select distinct VoltageLL from [Gensets]");
+    std::vector<std::int32_t> volts;
+    while (rows.Next()) {
+        volts.push_back(rows.Number(0).Integer("GensetDatabase::VoltagesLL"));
+    }
+    return volts;
 }
 
 std::vector<CodeLetterRecord> GensetDatabase::MotorCodeLetters() {
-    return Guarded([this] {
-        constexpr std::string_view kMember = "GensetDatabase::MotorCodeLetters";
-        SQLite::Statement rows(*m_database, "Select * from [Motor Code Letters]");
-        std::vector<CodeLetterRecord> letters;
-        while (rows.executeStep()) {
-            letters.push_back({.CodeLetter = TextOf(rows.getColumn("CodeLetter"), kMember),
-                               .LRkVAPerHP = ReadNumber(rows.getColumn("LRkVAPerHP")).Real(kMember)});
-        }
-        return letters;
-    });
+    constexpr std::string_view kMember = "GensetDatabase::MotorCodeLetters";
+    SqlRows rows(Connection(), "Select * from [Motor Code Letters]");
+    std::vector<CodeLetterRecord> letters;
+    while (rows.Next()) {
+        letters.push_back({.CodeLetter = rows.Text("CodeLetter").Text(kMember),
+                           .LRkVAPerHP = rows.Number("LRkVAPerHP").Real(kMember)});
+    }
+    return letters;
 }
 
 std::vector<double> GensetDatabase::MotorStartingMultipliers() {
-    return Guarded([this] {
-        SQLite::Statement rows(*m_database, "Select Multiplier from [Motor Starting Multiplier]");
-        std::vector<double> multipliers;
-        while (rows.executeStep()) {
-            multipliers.push_back(
-                ReadNumber(rows.getColumn(0)).Real("GensetDatabase::MotorStartingMultipliers"));
-        }
-        return multipliers;
-    });
+    SqlRows rows(Connection(), "Select Multiplier from [Motor Starting Multiplier]");
+    std::vector<double> multipliers;
+    while (rows.Next()) {
+        multipliers.push_back(rows.Number(0).Real("GensetDatabase::MotorStartingMultipliers"));
+    }
+    return multipliers;
 }
 
 MotorConversions GensetDatabase::ReadMotorConversions() {
-    return Guarded([this] {
-        constexpr std::string_view kMember = "GensetDatabase::ReadMotorConversions";
-        SQLite::Statement rows(*m_database, "Select * from [Motor Power Conversions]");
-        MotorConversions tables;
-        while (rows.executeStep()) {
-            tables.MotorHP.push_back(ReadNumber(rows.getColumn("HP")).Real(kMember));
-            tables.MotorRunningKW.push_back(ReadNumber(rows.getColumn("RunningKW")).Real(kMember));
-            tables.MotorRunningKVA.push_back(ReadNumber(rows.getColumn("RunningKVA")).Real(kMember));
-            tables.MotorStartPF.push_back(ReadNumber(rows.getColumn("SPF")).Real(kMember));
-        }
-        SortByHorsepower(tables);
-        return tables;
-    });
+    constexpr std::string_view kMember = "GensetDatabase::ReadMotorConversions";
+    SqlRows rows(Connection(), "Select * from [Motor Power Conversions]");
+    MotorConversions tables;
+    while (rows.Next()) {
+        tables.MotorHP.push_back(rows.Number("HP").Real(kMember));
+        tables.MotorRunningKW.push_back(rows.Number("RunningKW").Real(kMember));
+        tables.MotorRunningKVA.push_back(rows.Number("RunningKVA").Real(kMember));
+        tables.MotorStartPF.push_back(rows.Number("SPF").Real(kMember));
+    }
+    SortByHorsepower(tables);
+    return tables;
 }
 
-void GensetDatabase::RaiseNoRow(const std::string& table, std::int32_t id) const {
-    throw RaisedError(kNoRowError, kSource,
-                      fmt::format("The table [{}] of the genset database {} has no row whose ID is {}.",
-                                  table, m_file.string(), id));
+sqlite3* GensetDatabase::Connection() const noexcept {
+    return m_database->getHandle();
 }
 
 }  // namespace genvara

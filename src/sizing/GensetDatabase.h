@@ -3,12 +3,17 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "GensetSource.h"
 #include "MotorConversions.h"
+
+struct sqlite3;
 
 namespace SQLite {
 class Database;
@@ -41,11 +46,15 @@ class GensetDatabase final : public GensetSource {
 
     /// @throws RaisedError 3021 for an empty table.
     [[nodiscard]] PropertiesRecord Properties() override;
+    /// Begins a run: what it asks for by key is read afresh.
     [[nodiscard]] std::unique_ptr<GensetCursor> SelectGensets(const SiteFilter& filter) override;
     [[nodiscard]] std::optional<std::int64_t> RowNumber(const SiteFilter& filter,
                                                         std::int64_t position) override;
     [[nodiscard]] DerateRow DerateCode(std::int32_t id) override;
     [[nodiscard]] AlternatorRow Alternator(std::int32_t id) override;
+
+    /// Whether any row of [Gensets] is of a model.
+    [[nodiscard]] bool HasModel(const std::string& model);
 
     /// The winding connections offered to the user, in table order.
     [[nodiscard]] std::vector<ConnectionRecord> Connections();
@@ -59,10 +68,23 @@ class GensetDatabase final : public GensetSource {
     [[nodiscard]] MotorConversions ReadMotorConversions();
 
   private:
-    [[noreturn]] void RaiseNoRow(const std::string& table, std::int32_t id) const;
+    /// Rows of a table that a run asks for one after the other by key; read at the first question of a run.
+    template <typename Row>
+    struct KeptRows {
+        std::optional<std::unordered_map<std::int32_t, Row>> byKey;
+
+        void Forget() noexcept { byKey.reset(); }
+    };
+
+    [[nodiscard]] sqlite3* Connection() const noexcept;
+    template <typename Columns, typename Row>
+    [[nodiscard]] Row RowOf(std::string_view table, std::int32_t id, KeptRows<Row>& kept);
 
     std::filesystem::path m_file;
     std::unique_ptr<SQLite::Database> m_database;
+    std::mutex m_keyMutex;
+    KeptRows<DerateRow> m_derateCodes;
+    KeptRows<AlternatorRow> m_alternators;
 };
 
 }  // namespace genvara

@@ -18,13 +18,11 @@ struct SiteFilter {
     auto operator<=>(const SiteFilter&) const = default;  // NOLINT(modernize-use-nullptr): none is meant
 };
 
-/// A row of [Gensets].
-struct GensetRow {
+/// The numbers of a row of [Gensets].
+struct GensetNumbers {
     DbNumber Fuel;                    ///< fuel code 1 to 4
     DbNumber DerateCode;              ///< key of [Derate Codes]
     DbNumber AltModel;                ///< key of [Alternators]
-    DbText GensetModel;               ///< model number that the user sees
-    DbText EngineModel;               ///< engine's model number
     std::array<DbNumber, 5> Ratings;  ///< kW at rise and duty code 0 to 4
     DbNumber LRkVA;                   ///< locked-rotor kVA started at a voltage dip of 35 percent
     DbNumber StartingPower;           ///< engine's largest starting power [kW]
@@ -32,6 +30,15 @@ struct GensetRow {
     DbNumber BaseFreqDip;    ///< percent
     DbNumber ExpC;           ///< exponent of the frequency dip curve
 };
+
+/// The texts of a row of [Gensets].
+struct GensetTexts {
+    DbText GensetModel;  ///< model number that the user sees
+    DbText EngineModel;  ///< engine's model number
+};
+
+/// A row of [Gensets].
+struct GensetRow : GensetNumbers, GensetTexts {};
 
 /// A row of [Derate Codes].
 struct DerateRow {

@@ -35,6 +35,7 @@ class ResultList {
         m_records.insert(place, std::move(record));
     }
 
+    [[nodiscard]] const std::vector<Record>& Records() const noexcept { return m_records; }
     [[nodiscard]] std::vector<Record> Release() { return std::move(m_records); }
 
   private:

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -11,6 +13,7 @@
 #include "LanguageErrors.h"
 #include "ProfileFigures.h"
 #include "RejectionReasons.h"
+#include "SiteRequirements.h"
 
 /// The tests of a step. All of them stand in the header: they are asked for every candidate at every step.
 namespace genvara {
@@ -22,6 +25,12 @@ struct Verdict {
     bool applies = true;     ///< false where the site sets no limit or the set has no data
 
     [[nodiscard]] constexpr bool Fails() const noexcept { return applies && available < needed; }
+
+    /// What is left, in percent of what is there; nothing where the test does not apply or nothing is there.
+    [[nodiscard]] std::optional<double> Margin() const noexcept {
+        const double margin = 100.0 * (available - needed) / available;
+        return applies && std::isfinite(margin) ? std::optional(margin) : std::nullopt;
+    }
 };
 
 /// What a test is given: the step, the set, what the one does to the other, and the site's limits.
@@ -90,25 +99,49 @@ struct StepTrial {
             .applies = trial.site.maxHarmonicsEnabled && trial.set.hasDistortion};
 }
 
+/// Which figure of the outcome a test looks at. They build on each other in this order.
+enum class Figure : std::uint8_t { None, FrequencyDip, VoltageDip, Distortion };
+
 /// A test with the bit that its failure sets, and the unit of its figures.
 struct StepTest {
+    std::string_view name;
     std::int32_t bit;
     std::string_view unit;
+    Figure figure;
     Verdict (*judge)(const StepTrial&) noexcept;
 };
 
 /// All tests of a step. None of them stops another.
 inline constexpr std::array<StepTest, 9> kStepTests{{
-    {rejection::kEngineStart, "kW", EngineStart},
-    {rejection::kRating, "kW", Rating},
-    {rejection::kMaxLoading, "kW", MaximumLoading},
-    {rejection::kPhaseLoading, "kW", PhaseLoading},
-    {rejection::kOneStepCapability, "kW", OneStepCapability},
-    {rejection::kFrequencyDip, "%", AllowedFrequencyDip},
-    {rejection::kAlternatorStart, "kVA", AlternatorStart},
-    {rejection::kVoltageDip, "%", AllowedVoltageDip},
-    {rejection::kDistortion, "%", AllowedDistortion},
+    {"EngineStart", rejection::kEngineStart, "kW", Figure::None, EngineStart},
+    {"Rating", rejection::kRating, "kW", Figure::None, Rating},
+    {"MaxLoading", rejection::kMaxLoading, "kW", Figure::None, MaximumLoading},
+    {"PhaseLoading", rejection::kPhaseLoading, "kW", Figure::None, PhaseLoading},
+    {"OneStepCapability", rejection::kOneStepCapability, "kW", Figure::None, OneStepCapability},
+    {"FrequencyDip", rejection::kFrequencyDip, "%", Figure::FrequencyDip, AllowedFrequencyDip},
+    {"AlternatorStart", rejection::kAlternatorStart, "kVA", Figure::None, AlternatorStart},
+    {"VoltageDip", rejection::kVoltageDip, "%", Figure::VoltageDip, AllowedVoltageDip},
+    {"Distortion", rejection::kDistortion, "%", Figure::Distortion, AllowedDistortion},
 }};
+
+/// Whether a set fails one of the tests that look at a figure.
+template <Figure figure>
+[[nodiscard]] bool FailsTestOf(const StepTrial& trial) noexcept {
+    return [&]<std::size_t... Test>(std::index_sequence<Test...>) {
+        return ((kStepTests[Test].figure == figure && kStepTests[Test].judge(trial).Fails()) || ...);
+    }
+    (std::make_index_sequence<kStepTests.size()>{});
+}
+
+/// What all tests of a step find, in the order of `kStepTests`.
+using StepVerdicts = std::array<Verdict, kStepTests.size()>;
+
+[[nodiscard]] inline StepVerdicts VerdictsOf(const StepTrial& trial) noexcept {
+    StepVerdicts verdicts;
+    std::ranges::transform(kStepTests, verdicts.begin(),
+                           [&](const StepTest& test) { return test.judge(trial); });
+    return verdicts;
+}
 
 /// Bits of the tests that a set fails at a step. The table is walked while compiling, so that no test costs
 /// a call.

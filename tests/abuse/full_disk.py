@@ -143,7 +143,7 @@ def full_devices(everything, program, source, work, findings):
         if done.odd or not done.tells_failure():
             findings.add(f"{save.name} to /dev/full: {done.odd or done.errors()!r}")
     database, sample = pathlib.Path(work) / "sound.db", source / "samples/farm.prj"
-    for command in (["size", sample], ["size", "--json", sample, sample], ["check", sample],
+    for command in (["size", sample], ["size", "--json", sample, sample], ["explain", sample], ["check", sample],
                     ["report", sample, "-o", "-"], ["export-spec", sample, "-o", "-"], ["catalog", "check", database],
                     ["--version"], ["--help"], ["size", "--help"]):
         takes_database = command[0] != "catalog" and not str(command[-1]).startswith("--")

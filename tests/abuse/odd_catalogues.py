@@ -1,5 +1,5 @@
 """Damaged databases: `catalog check` and `size` answer each with findings or an error, and what ends or falsifies a
-run is found by the check.
+run is found by the check. `explain`, which reads its candidates into memory, fails where `size` does and nowhere else.
 
     odd_catalogues.py GENVARA-CLI DATABASE SAMPLES-FOLDER
 
@@ -7,6 +7,7 @@ Each table is emptied, dropped and cut to a row, each column dropped, each colum
 things of a wrong kind, all of them and one alone; the file itself is cut and its bytes flipped.
 """
 import concurrent.futures
+import json
 import os
 import pathlib
 import shutil
@@ -95,6 +96,21 @@ def damages(sound, dice):
                      content[:place] + bytes([content[place] ^ bits]) + content[place + 1:])
 
 
+def failures_of(done):
+    """What each project of an answer in JSON failed with, None for one that did not."""
+    return [json.loads(line).get("Error") for line in done.out.splitlines()]
+
+
+def unlike(program, database, samples, size):
+    """Where `explain` parts from what `size` came to; None if nowhere."""
+    explain = abuse.Run([program, "explain", "--json", "--db", database, *samples], odd_projects.COMMANDS["explain"][0])
+    trouble = explain.odd or odd_projects.answers_of("explain", explain, samples)
+    if trouble:
+        return trouble
+    same = explain.status == size.status and failures_of(explain) == failures_of(size) and explain.err == size.err
+    return None if same else f"{explain.errors()[:300]!r} where size says {size.errors()[:300]!r}"
+
+
 def wrong(program, database, samples, baseline, damage):
     """What goes wrong with a damaged database; None if nothing."""
     check = abuse.Run([program, "catalog", "check", database], CHECK_STATUSES)
@@ -105,9 +121,12 @@ def wrong(program, database, samples, baseline, damage):
     if check.status > FOUND and not check.tells_failure():
         return f"catalog check fails without a word: {check.errors()!r}"
     size = abuse.Run([program, "size", "--json", "--db", database, *samples], odd_projects.COMMANDS["size"][0])
-    trouble = size.odd or odd_projects.answers_of_size(size, samples)
+    trouble = size.odd or odd_projects.answers_of("size", size, samples)
     if trouble:
         return f"size: {trouble}"
+    trouble = unlike(program, database, samples, size)
+    if trouble:
+        return f"explain: {trouble}"
     if size.status != 0 and not size.tells_failure():
         return f"size fails without a word: {size.errors()!r}"
     if check.status == 0 and size.status != 0:

@@ -1,4 +1,4 @@
-"""Damaged project files: `check` and `size --json` answer for each, with a status and an output of the contract.
+"""Damaged project files: `check`, `size --json` and `explain --json` answer for each, with a status and an output of the contract.
 
     odd_projects.py GENVARA-CLI DATABASE SAMPLES-FOLDER
 
@@ -17,8 +17,10 @@ FLIPS = (0xFF, 0x01, 0x04, 0x10, 0x20, 0x80) if abuse.LONG else (0xFF,)  # bits 
 FLIPPED_BYTES = 60  # of each sample, in the short form
 CUT_STEP = 1 if abuse.LONG else 37  # bytes
 BATCH = 250  # files of one run
-COMMANDS = {"check": ((0, 1, 3), ["check"]), "size": ((0, 3, 4), ["size", "--json", "--jobs", "2"])}
-KEYS = {"File", "Project", "PowerSystem", "LoadProfile", "Designer", "ChosenSets", "RejectedSets"}
+COMMANDS = {"check": ((0, 1, 3), ["check"]), "size": ((0, 3, 4), ["size", "--json", "--jobs", "2"]),
+            "explain": ((0, 3, 4), ["explain", "--json", "--jobs", "2"])}
+KEYS = {"size": {"File", "Project", "PowerSystem", "LoadProfile", "Designer", "ChosenSets", "RejectedSets"},
+        "explain": {"File", "Candidates", "Recommended", "Undersized", "BelowMinLoading", "Sets"}}
 
 
 def damages(text, dice):
@@ -35,8 +37,8 @@ def damages(text, dice):
         yield f"double-{number + 1}", b"".join(lines[:number + 1] + lines[number:])
 
 
-def answers_of_size(done, files):
-    """What is wrong with the output of `size --json`, which answers on a line for each file; None if nothing."""
+def answers_of(command, done, files):
+    """What is wrong with the output of a command that answers in JSON on a line for each file; None if nothing."""
     lines = done.out.split(b"\n")
     if lines.pop() != b"" or len(lines) != len(files):
         return f"{len(lines)} lines for {len(files)} files"
@@ -52,7 +54,7 @@ def answers_of_size(done, files):
             failures += 1
             if set(answer["Error"]) != {"Number", "Source", "Description"} or not answer["Error"]["Description"]:
                 return f"{file.name} fails without a word: {answer}"
-        elif set(answer) != KEYS:
+        elif set(answer) != KEYS[command]:
             return f"{file.name} is answered with {sorted(answer)}"
     return None if (failures > 0) == (done.status > 0) else f"status {done.status} with {failures} failures"
 
@@ -73,7 +75,7 @@ def wrong(program, database, command, files):
     """What goes wrong with a batch; None if nothing."""
     allowed, words = COMMANDS[command]
     done = abuse.Run([program, *words, "--db", database, *files], allowed)
-    return done.odd or (answers_of_size if command == "size" else answers_of_check)(done, files)
+    return done.odd or (answers_of(command, done, files) if command in KEYS else answers_of_check(done, files))
 
 
 def search(trial, files, findings):

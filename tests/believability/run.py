@@ -27,9 +27,9 @@ def read_cases():
         return list(csv.DictReader(file))
 
 
-def size(command, database, project, options=()):
+def size(command, database, project, options=(), verb="size"):
     """What the console program says of a project; a run that fails raises RuntimeError."""
-    run = subprocess.run([*command, "size", str(project), "--db", str(database), "--json", *options],
+    run = subprocess.run([*command, verb, str(project), "--db", str(database), "--json", *options],
                          capture_output=True, text=True, encoding="utf-8", timeout=60, check=False)
     if run.returncode != 0:
         raise RuntimeError(f"status {run.returncode}: {run.stderr.strip() or run.stdout.strip()}")
@@ -44,6 +44,17 @@ def first_chosen(command, database, case):
     project = FOLDER / "cases" / f"{case['Case']}.prj"
     chosen = size(command, database, project, case["Options"].split())["ChosenSets"]
     return chosen[0] if chosen else None
+
+
+def unreasonable(command, database, case):
+    """Which undersized set fails for none of the reasons that it should, or None."""
+    project = FOLDER / "cases" / f"{case['Case']}.prj"
+    explanation = size(command, database, project, case["Options"].split(), "explain")
+    for one in explanation["Sets"]:
+        failing = {test["Name"] for step in one["Steps"] for test in step["Tests"] if test["Fails"]}
+        if one["Verdict"] == "undersized" and not failing & set(case["Decides"].split()):
+            return f"{one['ModelNum']} is undersized for {', '.join(sorted(failing))}, not for {case['Decides']}"
+    return None
 
 
 def judge(case, answer, answers):
@@ -69,6 +80,8 @@ def run_cases(command, database):
     for case in cases:
         try:
             answers[case["Case"]] = first_chosen(command, database, case)
+            fault = unreasonable(command, database, case)
+            faults += [f"{case['Case']}: {fault}"] if fault else []
         except FAILURES as error:
             faults.append(f"{case['Case']}: {error}")
     for case in cases:

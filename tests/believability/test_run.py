@@ -7,6 +7,7 @@ import sys
 import tempfile
 import unittest
 from pathlib import Path
+from unittest import mock
 
 import run
 
@@ -17,6 +18,12 @@ project = pathlib.Path(sys.argv[2])
 if not project.is_file():
     sys.exit(3)
 answer = json.load(open(sys.argv[sys.argv.index("--db") + 1]))[project.stem]
+if sys.argv[1] == "explain":
+    reasons = json.load(open(sys.argv[sys.argv.index("--db") + 1]))["reasons"].get(project.stem, [])
+    tests = [dict(Name=name, Fails=name in reasons) for name in ("MaxLoading", "OneStepCapability", "Distortion")]
+    print(json.dumps(dict(Sets=[dict(ModelNum="MV", Verdict=verdict, Steps=[dict(Tests=tests)])
+                                for verdict in ("undersized",) if reasons])))
+    sys.exit()
 if answer == "fails":
     sys.exit("error 9")
 if answer == "warns":
@@ -37,10 +44,19 @@ class RunTest(unittest.TestCase):
         self.answers = {case["Case"]: self.least(case) for case in run.read_cases()}
         self.answers |= {project.stem: [100, 1] for project in run.SAMPLES.glob("*.prj")}
         self.answers |= {name: None for name in run.UNSERVED_SAMPLES}
+        self.answers["reasons"] = {"heating-100kw": ["MaxLoading", "Distortion"]}
 
     @staticmethod
     def least(case):
         return [float(case["LeastKW"]), int(case["Fuel"])] if case["LeastKW"] else None
+
+    @staticmethod
+    def only(name):
+        """Lets the runner see one case, and the one that bounds it."""
+        cases = run.read_cases()
+        bound = next(case["NotAbove"] for case in cases if case["Case"] == name)
+        return mock.patch.object(run, "read_cases",
+                                 return_value=[case for case in cases if case["Case"] in (name, bound)])
 
     def faults(self, sizing=run.run_cases):
         self.database.write_text(json.dumps(self.answers), "utf-8")
@@ -70,11 +86,19 @@ class RunTest(unittest.TestCase):
                 ("motor-500hp-gas", [1000, 2], "where no set can serve")):
             with self.subTest(answer=answer):
                 self.answers[case], usual = answer, self.answers[case]
-                found = self.faults()
+                with self.only(case):
+                    found = self.faults()
                 self.answers[case] = usual
                 self.assertEqual(len(found), 1)
                 self.assertIn(f"{case}: ", found[0])
                 self.assertIn(expected, found[0])
+
+    def test_a_set_that_fails_for_another_reason_is_told(self):
+        self.answers["reasons"]["ups-100kva-six-pulse"] = ["MaxLoading", "OneStepCapability"]
+        with self.only("ups-100kva-six-pulse"):
+            found = self.faults()
+        self.assertEqual(found, ["ups-100kva-six-pulse: MV is undersized for MaxLoading, OneStepCapability, not for"
+                                 " Distortion"])
 
     def test_samples_show_both_lists(self):
         self.assertEqual(self.faults(run.run_samples), [])

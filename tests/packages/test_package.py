@@ -63,7 +63,7 @@ def long_options(text):
 def check_options(cli):
     """What the console program offers stands in its manual page and in the completion, and nothing else does."""
     offered = long_options(run(cli, "--help"))
-    for command in (["size"], ["report"], ["export-spec"], ["check"], ["catalog", "build"], ["catalog", "check"]):
+    for command in (["size"], ["explain"], ["report"], ["export-spec"], ["check"], ["catalog", "build"], ["catalog", "check"]):
         offered |= long_options(run(cli, *command, "--help"))
     page = (SOURCE / "packaging/man/genvara-cli.1").read_text().replace("\\-", "-")
     expect(long_options(page) == offered, f"manual page: {long_options(page) ^ offered}")
@@ -83,6 +83,8 @@ def check_completion():
     expect("farm.prj" in complete("size", "fa"), complete("size", "fa"))
     expect(complete("report", "--type", "s") == ["sizing", "summary"], complete("report", "--type", "s"))
     expect(complete("size", "--jo") == ["--jobs"], complete("size", "--jo"))
+    expect(complete("explain", "--st") == ["--steps"], complete("explain", "--st"))
+    expect("farm.prj" in complete("explain", "fa"), complete("explain", "fa"))
 
 
 def dpkg(root, *arguments):

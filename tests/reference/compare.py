@@ -20,7 +20,7 @@ from cases.failing import prepare
 from cases.projects import RandomProject
 from comparison import Comparison
 from coverage import Coverage
-from sizer.answer import answer
+from sizer.answer import answers_for
 from sizer.designer import Limits
 
 DATABASE = "Genvara.db"
@@ -28,6 +28,8 @@ PROJECTS_PER_RUN = 10
 # Of a run of fewer projects, nobody can ask that it meet everything.
 LEAST_COVERED_COUNT = 600
 EVERY_SET = 1000
+# Share of the runs that explain every candidate, and not the sets of the lists alone.
+EVERY_CANDIDATE = 0.1
 SHOWN_DIFFERENCES = 12
 TIMEOUT_SECONDS = 120
 
@@ -39,20 +41,27 @@ class Judge:
         self.cli, self.keep = cli, keep
         self.comparison, self.coverage, self.different = Comparison(), Coverage(), 0
 
-    def program(self, database, paths, limits, jobs):
-        command = [self.cli, "size", "--json", "--db", database, "--jobs", jobs, "--min-loading", limits.min_loading,
-                   "--max-loading", limits.max_loading, "--max-sets", limits.max_chosen,
+    def program(self, command, database, paths, limits, jobs):
+        command = [self.cli, *command, "--json", "--db", database, "--jobs", jobs, "--min-loading",
+                   limits.min_loading, "--max-loading", limits.max_loading, "--max-sets", limits.max_chosen,
                    "--max-undersized", limits.max_rejected, *paths]
         return subprocess.run([str(part) for part in command], capture_output=True, text=True, encoding="utf-8",
                               timeout=TIMEOUT_SECONDS, check=False)
 
-    def judge(self, name, database, paths, limits=Limits(), jobs=1):
-        """Whether the program's answers for the projects are those of the second computation."""
-        expected = [answer(path, database, limits) for path in paths]
-        for one in expected:
-            self.coverage.add(one)
-        run = self.program(database, paths, limits, jobs)
-        differences = [*self.outcome(run, expected), *self.answers(run.stdout, expected)]
+    def judge(self, name, database, paths, limits=Limits(), jobs=1, every=False):
+        """Whether the program's answers for the projects are those of the second computation.
+
+        Projects are sized, and explained: the sets of both lists, or every candidate.
+        """
+        sizings, explanations = zip(*(answers_for(path, database, limits, every) for path in paths))
+        for sizing, explanation in zip(sizings, explanations):
+            self.coverage.add(sizing)
+            self.coverage.add_explanation(explanation)
+        explain = ["explain", "--all"] if every else ["explain"]
+        differences = []
+        for command, expected in ((["size"], sizings), (explain, explanations)):
+            run = self.program(command, database, paths, limits, jobs)
+            differences += [*self.outcome(run, expected), *self.answers(run.stdout, expected)]
         if differences:
             self.report(name, database, paths, differences)
         return not differences
@@ -121,13 +130,13 @@ def judge_random_projects(judge, given, seed, count, folder):
             judge.coverage.add_project(project)
             path.write_bytes(project.data())
         name = f"projects {first} to {first + len(paths) - 1} of seed {seed}"
-        if judge.judge(name, catalogue.path, paths, random_limits(rng), rng.randint(1, 2)):
+        if judge.judge(name, catalogue.path, paths, random_limits(rng), rng.randint(1, 2), rng.random() < EVERY_CANDIDATE):
             shutil.rmtree(place)
 
 
 def judge_failing_cases(judge, folder):
     for name, database, path in prepare(folder):
-        judge.judge(name, database, [path])
+        judge.judge(name, database, [path], every=True)
 
 
 def arguments():

@@ -1,6 +1,6 @@
 """Holds an expected answer against an actual one, value by value."""
 
-from sizer.errors import Anything
+from sizer.errors import Anything, Close
 
 RELATIVE_TOLERANCE = 1e-9
 
@@ -46,7 +46,7 @@ class Comparison:
         self.figures += 1
         if not self.check(type(actual) in (int, float), expected, actual, path):
             return
-        scale = max(abs(expected), abs(actual))
+        scale = max(abs(expected), abs(actual), 1.0 if isinstance(expected, Close) else 0.0)
         error = abs(expected - actual) / scale if scale else 0.0
         self.worst = max(self.worst, error)
         self.check(error <= RELATIVE_TOLERANCE, expected, actual, path)

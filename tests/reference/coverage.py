@@ -2,7 +2,7 @@
 
 from collections import Counter
 
-from sizer.designer import REASONS
+from sizer.designer import REASONS, Verdict
 from sizer.projectfile import KINDS
 
 # Uninterruptible supplies by family, input type, filter and whether they are on one phase.
@@ -12,6 +12,10 @@ SUPPLIES = [(family, pulse, filtered, one_phase) for family in (0, 1, 2) for fil
 SIX_PULSE, TWELVE_PULSE = "six-pulse", "twelve-pulse"
 ALONE = (SIX_PULSE, TWELVE_PULSE, f"{SIX_PULSE} and {TWELVE_PULSE}")
 
+TESTS = ("EngineStart", "Rating", "MaxLoading", "PhaseLoading", "OneStepCapability", "FrequencyDip", "AlternatorStart",
+         "VoltageDip", "Distortion")
+OUTCOMES = ("pass", "fail", "do not apply", "are tightest")
+NEVER = [(name, "do not apply") for name in TESTS if name not in ("OneStepCapability", "FrequencyDip", "Distortion")]
 STEP_FLAGS = ("HasFirePump", "HasLoadedMotor", "HasMedicalImageLoad", "HasLoadedMotorWithTap65")
 DEMANDED = (*(f"loads of kind {kind.LoadType}" for kind in KINDS), *(f"loads with phases {code}" for code in range(4)),
             *(f"sets rejected for {bit}" for bit, _ in REASONS), *(f"steps with {flag}" for flag in STEP_FLAGS),
@@ -40,6 +44,9 @@ class StandingLoad:
 
     def idle_phases(self):
         return sum(watts == 0 and self.balanced == 0 for watts in self.by_phase)
+            *(f"sets explained as {fate}" for fate in Verdict.FATES),
+            *(f"sets of transient class {name}" for name in ("G1", "G2", "G3", "none", None)),
+            *(f"tests of {name} that {outcome}" for name in TESTS for outcome in OUTCOMES if (name, outcome) not in NEVER))
 
 
 class Coverage:
@@ -91,6 +98,17 @@ class Coverage:
             self.met["sets without frequency dips"] += not record["FreqDipAvail"]
             for bit, _ in REASONS:
                 self.met[f"sets rejected for {bit}"] += bool(reason & bit)
+
+    def add_explanation(self, explanation):
+        for one in explanation.get("Sets", ()):
+            self.met[f"sets explained as {one['Verdict']}"] += 1
+            self.met[f"sets of transient class {one['Class']}"] += 1
+            if one["Tightest"]:
+                self.met[f"tests of {one['Tightest']['Name']} that are tightest"] += 1
+            for step in one["Steps"]:
+                for test in step["Tests"]:
+                    outcome = "fail" if test["Fails"] else "pass"
+                    self.met[f"tests of {test['Name']} that {outcome if test['Applies'] else 'do not apply'}"] += 1
 
     def missing(self):
         return [name for name in DEMANDED if not self.met[name]]

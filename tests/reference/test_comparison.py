@@ -4,7 +4,7 @@ import unittest
 
 from comparison import Comparison
 from coverage import DEMANDED, Coverage
-from sizer.errors import ANYTHING
+from sizer.errors import ANYTHING, Close
 
 ANSWER = {"Rating": 100.0, "Quantity": 2, "Loaded": True, "Name": "Pumps", "Dips": [1.5, 0.0]}
 
@@ -29,6 +29,11 @@ class ComparisonTest(unittest.TestCase):
     def test_nothing_stands_in_for_a_figure(self):
         for other in (None, "100", True, [100.0], float("nan")):
             self.assertEqual(len(differences({"Rating": other})), 1, other)
+
+    def test_what_may_have_cancelled_is_as_exact_as_what_it_came_from(self):
+        self.assertEqual(differences({"Margin": 4e-10}, {"Margin": Close(0.0)}), [])
+        self.assertEqual(len(differences({"Margin": 4e-9}, {"Margin": Close(0.0)})), 1)
+        self.assertEqual(len(differences({"Margin": None}, {"Margin": Close(0.0)})), 1)
 
     def test_zero_is_not_almost_zero(self):
         self.assertEqual(len(differences({"Dips": [1.5, 1e-300]})), 1)
@@ -57,6 +62,7 @@ class CoverageTest(unittest.TestCase):
     def test_a_run_without_answers_met_nothing(self):
         coverage = Coverage()
         coverage.add({"Error": {}})
+        coverage.add_explanation({"Error": {}})
         self.assertEqual(coverage.missing(), list(DEMANDED))
 
 

@@ -5,6 +5,7 @@ from pathlib import Path
 from sizer.database import Database
 from sizer.designer import Designer, Limits, permitted_dip
 from sizer.errors import NOTHING_TO_SIZE, Raised
+from sizer.explanation import Explainer
 from sizer.profile import PHASES
 from sizer.projectfile import ProjectFile
 
@@ -58,12 +59,12 @@ def designer_object(designer, limits):
             "NumRejectedSets": len(designer.rejected)}
 
 
-def sized(path, database, limits):
+def sized(path, database, limits, explainer):
     file = ProjectFile(Path(path).read_bytes(), database)
     if not file.steps or not file.steps[0].Loads:
         raise Raised(0, "", NOTHING_TO_SIZE)
     profile = [step_object(number, step, file.site) for number, step in enumerate(file.steps, 1)]
-    designer = Designer(database, file.site, file.steps, limits)
+    designer = Designer(database, file.site, file.steps, limits, explainer)
     designer.run()
     return {"File": str(path), "Project": fields(file.project, PROJECT_FIELDS),
             "PowerSystem": fields(file.site, SITE_FIELDS), "LoadProfile": profile,
@@ -71,13 +72,18 @@ def sized(path, database, limits):
             "RejectedSets": designer.rejected}
 
 
-def answer(path, database_path, limits=Limits()):
-    """The object for a project; an error takes its place where a figure cannot be worked out."""
+def answers_for(path, database_path, limits=Limits(), every=False):
+    """The objects for a project: its sizing, and the explanation of the listed sets or of every candidate.
+
+    An error takes the place of both where a figure cannot be worked out.
+    """
     database = Database(database_path)
     try:
-        return sized(path, database, limits)
+        explainer = Explainer(limits)
+        return sized(path, database, limits, explainer), explainer.answer(path, every)
     except Raised as error:
-        return {"File": str(path), "Error": {"Number": error.number, "Source": error.source,
-                                             "Description": error.description}}
+        failure = {"File": str(path), "Error": {"Number": error.number, "Source": error.source,
+                                                "Description": error.description}}
+        return failure, failure
     finally:
         database.close()

@@ -50,9 +50,11 @@ class Limits:
 class Verdict:
     """What the tests of all steps find about one candidate: rejection bits, and dips and distortion in percent."""
 
+    FATES = ("recommended", "undersized", "below minimum loading")
+
     def __init__(self, candidate, site, profile, max_loading):
         self.candidate, self.site, self.profile, self.max_loading = candidate, site, profile, max_loading
-        self.reason = 0
+        self.reason, self.distortion_computed = 0, False
         self.voltage_dips, self.frequency_dips, self.distortions = [], [], []
 
     def flag(self, bit, fails):
@@ -92,9 +94,16 @@ class Verdict:
 
     def judge_distortion(self, step):
         found = distortion(self.candidate.alternator, self.site, self.profile, step)
+        self.distortion_computed = found is not None
         if found and self.site.MaxHarmonicsEnabled:
             self.flag(DISTORTION, max(found) > self.site.MaxHarmonics)
         self.distortions.append(found or [0.0, 0.0, 0.0])
+
+    def fate(self, min_loading):
+        """A set that serves but would run below the least loading is dropped."""
+        if self.reason:
+            return self.FATES[1]
+        return self.FATES[0 if min_loading * self.candidate.site_rating / 100 <= self.profile.total_kw() else 2]
 
     def worst_voltage_dip(self):
         return max([0.0, *self.voltage_dips]) if self.candidate.site_locked_rotor_kva > 0 else 0.0
@@ -115,8 +124,9 @@ class Verdict:
 class Designer:
     """One run over the candidates of a site; without any, the totals, in kW and kVA, stay at nothing."""
 
-    def __init__(self, database, site, steps, limits):
+    def __init__(self, database, site, steps, limits, explainer=None):
         self.database, self.site, self.steps, self.limits = database, site, steps, limits
+        self.explainer = explainer
         self.chosen, self.rejected = [], []
         self.TotalRunningKW = self.PeakStartingKVA = 0.0
         self.VTHD_CalcsValid = False
@@ -140,13 +150,16 @@ class Designer:
                               self.limits.max_loading)
             for step, allowed in enumerate(allowed_dips):
                 verdict.judge_step(step, allowed)
-            self.keep(verdict)
+            fate = verdict.fate(self.limits.min_loading)
+            self.keep(verdict, fate)
+            if self.explainer:
+                self.explainer.keep(verdict, allowed_dips, fate)
 
-    def keep(self, verdict):
-        """A set that serves but would run below the least loading stands in neither list."""
-        if verdict.reason:
+    def keep(self, verdict, fate):
+        """A set below its least loading stands in neither list."""
+        if fate == Verdict.FATES[1]:
             self.rejected.append(verdict.record())
-        elif self.limits.min_loading * verdict.candidate.site_rating / 100 <= self.TotalRunningKW:
+        elif fate == Verdict.FATES[0]:
             self.chosen.append(verdict.record())
 
 

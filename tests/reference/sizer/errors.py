@@ -33,6 +33,10 @@ class Anything:
 ANYTHING = Anything()
 
 
+class Close(float):
+    """A figure in which equal ones may have cancelled each other: it is as exact as they were, not as it is small."""
+
+
 def hresult(word):
     """The signed 32-bit reading of an unsigned error word."""
     return word - 2**32 if word >= 2**31 else word

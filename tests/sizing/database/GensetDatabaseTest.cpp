@@ -137,6 +137,87 @@ TEST(GensetDatabase, AnswersTheSmallQueries) {
     EXPECT_THAT([&] { (void)database.Alternator(-1); }, RaisesNumber(3021));
 }
 
+TEST(GensetDatabase, TakesTheFirstRowOfAKeyThatEqualsItAsANumber) {
+    const TestCatalogue catalogue;
+    // A column without a type keeps each value as it was given: a text is then no number, 7.0 is 7.
+    catalogue.Execute("Drop table [Alternators]");
+    catalogue.Execute("Create table [Alternators] (ID, ModelNum, BasekW, BaseVolts, SubtransReact)");
+    catalogue.Execute(
+        "Insert into [Alternators] values ('7', 'text', 1, 480, 0.1), (7.0, 'first', 2, 480, 0.1), "
+        "(7, 'second', 3, 480, 0.1), (7.5, 'between', 4, 480, 0.1), (null, 'none', 5, 480, 0.1), "
+        "(8, 'eight', 6, 480, 0.1)");
+    GensetDatabase database(catalogue.Database());
+    EXPECT_EQ(database.Alternator(7).ModelNum.Text("m"), "first");
+    EXPECT_EQ(database.Alternator(8).ModelNum.Text("m"), "eight");
+    EXPECT_THAT([&] { (void)database.Alternator(0); }, RaisesNumber(3021));
+}
+
+TEST(GensetDatabase, FindsKeysOfAColumnOfTexts) {
+    const TestCatalogue catalogue;
+    catalogue.Execute("Drop table [Derate Codes]");
+    catalogue.Execute(
+        "Create table [Derate Codes] (ID TEXT, AltDerateBase REAL, AltDerateSlope REAL, TempDerateBase REAL, "
+        "TempDerateSlope REAL)");
+    catalogue.Execute("Insert into [Derate Codes] values (7, 100, 1, 40, 2), (8, 200, 1, 40, 2)");
+    GensetDatabase database(catalogue.Database());
+    EXPECT_EQ(database.DerateCode(8).AltDerateBase.Real("m"), 200.0);
+}
+
+TEST(GensetDatabase, FindsKeysBehindMoreRowsThanItKeeps) {
+    const TestCatalogue catalogue;
+    catalogue.Execute("Delete from [Derate Codes]");
+    catalogue.Execute(
+        "With recursive n(i) as (select 1 union all select i + 1 from n where i < 1500) "
+        "Insert into [Derate Codes] select i, 10 * i, 1, 40, 2 from n");
+    GensetDatabase database(catalogue.Database());
+    for (const std::int32_t id : {1, 1000, 1001, 1500}) {
+        EXPECT_EQ(database.DerateCode(id).AltDerateBase.Real("m"), 10.0 * id);
+    }
+    EXPECT_THAT([&] { (void)database.DerateCode(1501); }, RaisesNumber(3021));
+}
+
+TEST(GensetDatabase, ReadsKeysAfreshInEachRun) {
+    const TestCatalogue catalogue;
+    GensetDatabase database(catalogue.Database());
+    const SiteFilter site{.frequency = 60, .connectCode = 1, .voltage = 480, .fuel = 1};
+    std::int32_t code = 0;
+    {
+        const auto cursor = database.SelectGensets(site);
+        code = cursor->Next()->DerateCode.Integer("m");
+        EXPECT_NE(database.DerateCode(code).AltDerateBase.Real("m"), 4321.0);
+    }
+    catalogue.Execute("Update [Derate Codes] set AltDerateBase = 4321");
+    const auto cursor = database.SelectGensets(site);
+    EXPECT_EQ(database.DerateCode(code).AltDerateBase.Real("m"), 4321.0);
+}
+
+TEST(GensetDatabase, FindsColumnsInAnyCase) {
+    const TestCatalogue catalogue;
+    catalogue.Execute("Alter table [Gensets] rename column LRkVA to lrkva");
+    {
+        GensetDatabase database(catalogue.Database());
+        database.RequireSchema();
+        const auto cursor =
+            database.SelectGensets({.frequency = 60, .connectCode = 1, .voltage = 480, .fuel = 1});
+        EXPECT_GT(cursor->Next()->LRkVA.Real("m"), 0.0);
+    }
+    catalogue.Execute("Alter table [Gensets] rename column lrkva to Locked");
+    EXPECT_THAT([&] { (void)GensetDatabase(catalogue.Database()).SelectGensets({}); },
+                Throws<RaisedError>(Property("Description", &RaisedError::Description,
+                                             HasSubstr("lacks the column \"LRkVA\""))));
+}
+
+TEST(GensetDatabase, KnowsItsModels) {
+    const TestCatalogue catalogue;
+    catalogue.Execute("Update [Gensets] set GensetModel = null where rowid = 1");
+    catalogue.Execute("Update [Gensets] set GensetModel = 'M 1' where rowid = 2");
+    GensetDatabase database(catalogue.Database());
+    EXPECT_TRUE(database.HasModel("M 1"));
+    EXPECT_FALSE(database.HasModel("m 1"));
+    EXPECT_FALSE(database.HasModel("M"));
+    EXPECT_FALSE(database.HasModel(""));
+}
+
 TEST(CachedGensets, GivesEveryThreadTheSameRows) {
     const TestCatalogue catalogue;
     GensetDatabase database(catalogue.Database());
