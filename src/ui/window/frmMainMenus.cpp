@@ -13,6 +13,7 @@
 #include "CommandTable.h"
 #include "EntryField.h"
 #include "FailureRegion.h"
+#include "FileStatus.h"
 #include "Globals.h"
 #include "LastChance.h"
 #include "Pictures.h"
@@ -123,6 +124,8 @@ void frmMain::BuildToolbar() {
         m_toolbar->widgetForAction(button)->setFocusPolicy(Qt::NoFocus);
     }
     statusBar()->setObjectName("sbrMain");
+    m_fileStatus = new FileStatus;
+    statusBar()->addPermanentWidget(m_fileStatus);
 }
 
 void frmMain::BuildPanels() {
@@ -137,9 +140,10 @@ void frmMain::BuildPanels() {
                                           *this);
     m_panRecommend =
         new panRecommend(*m_platform, *m_application, m_log, [this](bool on) { EnableExport(on); });
-    for (QWidget* panel :
-         std::initializer_list<QWidget*>{m_panProject, m_panPwrSys, m_panLoadProfile, m_panRecommend}) {
+    for (Panel* panel :
+         std::initializer_list<Panel*>{m_panProject, m_panPwrSys, m_panLoadProfile, m_panRecommend}) {
         m_panels->addWidget(panel);
+        connect(panel, &Panel::Edited, this, [this] { Touch(); });
     }
     auto* centre = new QWidget;
     auto* line = new QHBoxLayout(centre);
@@ -149,8 +153,12 @@ void frmMain::BuildPanels() {
     line->addWidget(m_panels, 1);
     setCentralWidget(centre);
     connect(m_barMain, &ctlSideBar::ItemClicked, this,
-            Event([this](std::int32_t index) { SideBarClicked(index); }));
+            Event([this](std::int32_t index) { SwitchTo(index); }));
     connect(m_panProject, &panProject::ProjectNameChanged, this, [this] { ShowCaption(); });
+    connect(m_panPwrSys, &panPwrSys::Chosen, this, [this](SiteChoice choice) {
+        std::erase_if(m_unoffered, [choice](const UnofferedChoice& made) { return made.choice == choice; });
+        ShowNotices();
+    });
     m_errLog = std::make_unique<frmErrLog>(m_log);
 }
 
@@ -160,7 +168,7 @@ void frmMain::BuildShortcuts() {
         auto* shortcut = new QShortcut(QKeySequence(QString(entry.shortcut)), this);
         connect(shortcut, &QShortcut::activated, this, Event([this, index] {
                     if (!FocusIsHeld(*this)) {
-                        SideBarClicked(index);
+                        SwitchTo(index);
                     }
                 }));
         ++index;
@@ -200,10 +208,13 @@ void frmMain::InitializeOutlookBar() {
     }
     m_barMain->LargeIcons(std::move(icons));
     std::int32_t index = 0;
+    std::vector<QString> keys;
     for (const BarEntry& entry : kBarEntries) {
+        keys.push_back(QKeySequence(entry.shortcut).toString(QKeySequence::NativeText));
         region.Run([&] { m_barMain->AddItem(entry.key, FromQt(Caption(entry.title)), index, index); });
         ++index;
     }
+    m_barMain->Keys(std::move(keys));
     if (region.Pending()) {
         throw RaisedError(kOutlookBarError, "frmMain.InitializeOutlookBar",
                           "Error adding buttons to the outlook bar.");

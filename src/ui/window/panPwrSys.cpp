@@ -7,6 +7,7 @@
 
 #include "ChoiceBox.h"
 #include "EntryNumbers.h"
+#include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
 #include "SiteControls.h"
@@ -79,7 +80,9 @@ panPwrSys::panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent)
     Content()->addStretch(1);
     CheckFields();
     WireLimits();
+    WireChoices();
     MetricUnits(m_metricShown);
+    WatchEdits();
 }
 
 void panPwrSys::BuildSite(QVBoxLayout& column) {
@@ -138,45 +141,105 @@ void panPwrSys::AddLimit(FormGrid& grid, QWidget* caption, EntryField* field, Up
 }
 
 void panPwrSys::CheckFields() {
-    Check(m_txtAltitude, "Invalid altitude entered", "0",
-          [this](const std::string& text) { m_site->Altitude(InSI(EnteredNumber(text), FeetToMeters)); });
-    Check(m_txtAmbTemp, "Invalid ambient temperature entered", "0",
-          [this](const std::string& text) { m_site->AmbTemp(InSI(EnteredNumber(text), SiteCelsius)); });
-    Check(m_txtMaxFreqDip, "Invalid frequecy dip entered", nullptr,
-          [this](const std::string& text) { m_site->MaxFreqDip(EnteredWhole(text)); });
-    Check(m_txtMaxHarmonics, "Invalid harmonic limit entered", nullptr,
-          [this](const std::string& text) { m_site->MaxHarmonics(EnteredWhole(text)); });
-    Check(m_txtMaxVoltDip, "Invalid voltage dip entered", nullptr,
-          [this](const std::string& text) { m_site->MaxVoltageDip(EnteredWhole(text)); });
-    Check(m_txtParallelSets, "Invalid number of gensets entered", "1",
-          [this](const std::string& text) { m_site->GensetsInParallel(EnteredWhole(text)); });
+    const auto zero = [] { return std::string("0"); };
+    Check(
+        {.field = m_txtAltitude,
+         .complaint = "Invalid altitude entered",
+         .blank = zero,
+         .held = [this] { Altitude(m_site->Altitude()); },
+         .store =
+             [this](const std::string& text) { m_site->Altitude(InSI(EnteredNumber(text), FeetToMeters)); }});
+    Check({.field = m_txtAmbTemp,
+           .complaint = "Invalid ambient temperature entered",
+           .blank = zero,
+           .held = [this] { AmbTemp(m_site->AmbTemp()); },
+           .store =
+               [this](const std::string& text) { m_site->AmbTemp(InSI(EnteredNumber(text), SiteCelsius)); }});
+    Check({.field = m_txtMaxFreqDip,
+           .complaint = "Invalid frequecy dip entered",
+           .blank = {},
+           .held = [this] { MaxFreqDip(m_site->MaxFreqDip()); },
+           .store = [this](const std::string& text) { m_site->MaxFreqDip(EnteredWhole(text)); }});
+    Check({.field = m_txtMaxHarmonics,
+           .complaint = "Invalid harmonic limit entered",
+           .blank = {},
+           .held = [this] { MaxHarmonics(m_site->MaxHarmonics()); },
+           .store = [this](const std::string& text) { m_site->MaxHarmonics(EnteredWhole(text)); }});
+    Check({.field = m_txtMaxVoltDip,
+           .complaint = "Invalid voltage dip entered",
+           .blank = {},
+           .held = [this] { MaxVoltageDip(m_site->MaxVoltageDip()); },
+           .store = [this](const std::string& text) { m_site->MaxVoltageDip(EnteredWhole(text)); }});
+    Check({.field = m_txtParallelSets,
+           .complaint = "Invalid number of gensets entered",
+           .blank = [] { return std::string("1"); },
+           .held = [this] { GensetsInParallel(m_site->GensetsInParallel()); },
+           .store = [this](const std::string& text) { m_site->GensetsInParallel(EnteredWhole(text)); }});
 }
 
-void panPwrSys::Check(EntryField* field, const char* complaint, const char* blank,
-                      std::function<void(const std::string& text)> store) {
-    field->CheckBeforeLeaving([this, field, complaint, blank, store = std::move(store)] {
-        field->ClearError();
-        const QString trimmed = field->text().trimmed();
-        if (trimmed != field->text()) {
-            field->setText(trimmed);
+void panPwrSys::Check(Checked checked) {
+    m_checked.push_back(std::move(checked));
+    m_checked.back().field->CheckBeforeLeaving(
+        [this, place = m_checked.size() - 1] { return IsRefused(m_checked[place]); });
+}
+
+bool panPwrSys::IsRefused(const Checked& checked) {
+    EntryField* field = checked.field;
+    field->ClearError();
+    const QString trimmed = field->text().trimmed();
+    if (trimmed != field->text()) {
+        field->setText(trimmed);
+    }
+    if (field->text().isEmpty()) {
+        if (!checked.blank) {
+            return false;
         }
-        if (field->text().isEmpty()) {
-            if (blank == nullptr) {
-                return false;
+        field->Content(checked.blank());
+    }
+    try {
+        checked.store(field->Content());
+    } catch (const RaisedError&) {
+        m_platform->ShowMessage(this,
+                                {.text = checked.complaint, .icon = MessageIcon::Stop, .title = kErrorTitle});
+        field->ShowError(checked.complaint);
+        m_platform->Beep();
+        return true;
+    }
+    return false;
+}
+
+EntryField* panPwrSys::PrepareToStore() {
+    for (const Checked& checked : m_checked) {
+        if (!checked.field->text().trimmed().isEmpty()) {
+            if (!checked.field->isEnabled()) {
+                RestoreUnlessAccepted(checked);
+            } else if (IsRefused(checked)) {
+                return checked.field;
             }
-            field->setText(blank);
         }
-        try {
-            store(field->Content());
-        } catch (const RaisedError&) {
-            m_platform->ShowMessage(this,
-                                    {.text = complaint, .icon = MessageIcon::Stop, .title = kErrorTitle});
-            field->ShowError(complaint);
-            m_platform->Beep();
-            return true;
+    }
+    FillEmptied();
+    return nullptr;
+}
+
+void panPwrSys::FillEmptied() {
+    for (const Checked& checked : m_checked) {
+        if (!checked.field->text().trimmed().isEmpty()) {
+            continue;
         }
-        return false;
-    });
+        if (checked.blank) {
+            checked.field->Content(checked.blank());
+        } else {
+            checked.held();
+        }
+    }
+}
+
+void panPwrSys::RestoreUnlessAccepted(const Checked& checked) {
+    FailureRegion region;
+    if (!region.Run([&] { checked.store(checked.field->Content()); })) {
+        checked.held();
+    }
 }
 
 void panPwrSys::WireLimits() {
@@ -187,6 +250,22 @@ void panPwrSys::WireLimits() {
                                                              m_txtMaxHarmonics, m_updMaxHarmonics}) {
         optional->setEnabled(false);
     }
+}
+
+void panPwrSys::WireChoices() {
+    const auto fromList = [this](const ChoiceBox* list, SiteChoice choice) {
+        connect(list, &QComboBox::activated, this, [this, choice] { emit Chosen(choice); });
+    };
+    fromList(m_cboVolts, SiteChoice::Voltage);
+    fromList(m_cboConn, SiteChoice::Connection);
+    fromList(m_cboAltTempRise, SiteChoice::RiseDuty);
+    const auto fromGroup = [this](const QWidget* group, SiteChoice choice) {
+        for (const auto* button : group->findChildren<QAbstractButton*>()) {
+            connect(button, &QAbstractButton::clicked, this, [this, choice] { emit Chosen(choice); });
+        }
+    };
+    fromGroup(m_fraFreq, SiteChoice::Frequency);
+    fromGroup(m_fraFuel, SiteChoice::Fuel);
 }
 
 void panPwrSys::ConnectionClicked() {
