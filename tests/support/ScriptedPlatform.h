@@ -41,7 +41,7 @@ class ScriptedPlatform final : public PlatformServices {
     bool startFails = false;
     std::optional<PrintSetup> printSetup;  ///< what the user chooses for printing; nothing cancels
     PrintSetup offered;                    ///< what he was last offered for it
-    QString helpOwner;  ///< name of the window that asked for help last
+    QString helpOwner;                     ///< name of the window that asked for help last
     bool clipboardHoldsText = true;
     std::vector<Asked> asked;
     std::vector<RaisedError> ends;  ///< failures that would have ended the process
