@@ -93,8 +93,8 @@ std::int32_t FuelGroup::Fuel() const {
 }
 
 std::int32_t CaptionOfFuel(std::int32_t code) noexcept {
-    const auto* const found = std::ranges::find(kFuels, code, &FuelButton::code);
-    return found == kFuels.end() ? kFuels.back().caption : found->caption;
+    const FuelRow* const row = FindRow(kFuels, code);
+    return row == nullptr ? FindRow(kFuels, fuel::kAny)->caption : row->caption;
 }
 
 void FillRiseDuty(ChoiceBox& list) {
