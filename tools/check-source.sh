@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks the sources: formatting, trailing blanks, tabs. Prints what is off and fails.
+# Checks the sources: formatting, trailing blanks, tabs, spelling. Prints what is off and fails.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -20,6 +20,13 @@ if [ -n "$sources" ] && ! echo "$sources" | xargs clang-format --dry-run -Werror
 fi
 if echo "$sources" | xargs grep -nE '[[:blank:]]+$|	' -- ; then
   echo "Trailing blanks or tabs in the lines above." >&2
+  status=1
+fi
+# Tables, pictures, files of users and what the program is expected to print hold words that are not ours.
+own=$(list src tests bench tools docs resources packaging samples README.md CHANGELOG.md | grep -E '\.(h|cpp|py|sh|md|html|txt|1|bash|in)$|CMakeLists' |
+  grep -vE '^tests/golden/|/fuzz/corpus/|known-words' | while read -r f; do [ -f "$f" ] && echo "$f"; done || true)
+if ! echo "$own" | xargs codespell --ignore-words tools/known-words.txt; then
+  echo "Misspelt words in the lines above; what must stand goes into tools/known-words.txt." >&2
   status=1
 fi
 exit $status

@@ -33,6 +33,29 @@ const Rows& Once(std::optional<Rows>& kept, Query query) {
 
 }  // namespace
 
+std::string Catalogue::WhyUnfit(const std::filesystem::path& file) {
+    try {
+        Catalogue catalogue(file);
+        (void)catalogue.m_database.Properties();
+        (void)catalogue.Connections();
+        return {};
+    } catch (const RaisedError& failure) {
+        const std::string& words = failure.Description();
+        return words.find(file.string()) != std::string::npos
+                   ? words
+                   : fmt::format("The genset database {} cannot be used: {}.", file.string(), words);
+    }
+}
+
+std::string Catalogue::WhatIsMissing() {
+    try {
+        m_database.RequireSchema();
+        return {};
+    } catch (const RaisedError& failure) {
+        return failure.Description();
+    }
+}
+
 void Catalogue::RequireFit() {
     try {
         m_database.RequireSchema();

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "GensetDatabase.h"
@@ -25,6 +26,13 @@ class Catalogue {
 
     [[nodiscard]] const std::filesystem::path& File() const noexcept { return m_database.File(); }
     [[nodiscard]] GensetDatabase& Gensets() noexcept { return m_database; }
+
+    /// Why the program cannot even start with a database, as a sentence; empty if it can.
+    [[nodiscard]] static std::string WhyUnfit(const std::filesystem::path& file);
+
+    /// What is missing of that which projects are sized with, as a sentence; empty for a whole catalogue. The
+    /// program can do without, as far as it goes.
+    [[nodiscard]] std::string WhatIsMissing();
 
     /// Makes sure that projects can be sized with it, and reads what they share: connections and motor
     /// tables.

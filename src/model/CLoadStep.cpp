@@ -78,8 +78,12 @@ bool HasMotor(const CLoadStep& step, Question question) {
 
 }  // namespace
 
+bool CLoadStep::HasRoom() const noexcept {
+    return m_nextLoadId <= kLastLoadId;
+}
+
 void CLoadStep::RequireRoom() const {
-    if (m_nextLoadId > kLastLoadId) {
+    if (!HasRoom()) {
         throw RaisedError(errors::FromBase(3), "CLoadStep::AddLoad",
                           "Maximum number of loads per step exceeded.");
     }

@@ -32,6 +32,8 @@ class CLoadStep {
     ///         "CLoadStep::AddLoad" at the 258th addition; the load is then lost.
     std::int32_t AddLoad(std::unique_ptr<Load> load);
 
+    /// Whether `AddLoad` would take another load.
+    [[nodiscard]] bool HasRoom() const noexcept;
     /// Makes sure that `AddLoad` would take another load.
     /// @throws RaisedError 0x80040003 as `AddLoad`.
     void RequireRoom() const;

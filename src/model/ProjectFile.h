@@ -77,7 +77,7 @@ struct ProjectText {
 ///        the model up to date; a save that cannot be opened leaves the model as it was.
 /// @return the number of characters that the code page could not hold, each now a question mark.
 /// @throws RaisedError with the system's number from "frmMain::WriteProjectFile": "Error opening ", the
-///         file, a line break, the system's description.
+///         file, a line break, the system's description; "Error writing " where it was open already.
 std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectView& project,
                              const ProgramVersion& version, const Clock& clock,
                              const std::function<void()>& opened = {});

@@ -124,8 +124,10 @@ ProjectText RenderProject(const ProjectView& project, const ProgramVersion& vers
 std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectView& project,
                              const ProgramVersion& version, const Clock& clock,
                              const std::function<void()>& opened) {
+    const char* doing = "opening";
     try {
         AtomicFile target(file);
+        doing = "writing";
         if (opened) {
             opened();
         }
@@ -137,7 +139,7 @@ std::size_t WriteProjectFile(const std::filesystem::path& file, const ProjectVie
         return text.lostCharacters;
     } catch (const RaisedError& failure) {
         throw RaisedError(failure.Number(), "frmMain::WriteProjectFile",
-                          fmt::format("Error opening {}\r\n{}", file.string(), failure.Description()));
+                          fmt::format("Error {} {}\r\n{}", doing, file.string(), failure.Description()));
     }
 }
 

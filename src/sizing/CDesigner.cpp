@@ -46,6 +46,30 @@ std::int32_t CDesigner::ChooseSets() {
     return NumChosenSets();
 }
 
+CDesigner::Results CDesigner::LastRun() const {
+    return {.chosen = m_chosen,
+            .rejected = m_rejected,
+            .requirements = m_requirements,
+            .figures = m_figures,
+            .counts = m_counts,
+            .vthdCalcsValid = m_vthdCalcsValid};
+}
+
+void CDesigner::LastRun(Results results) {
+    m_chosen = std::move(results.chosen);
+    m_rejected = std::move(results.rejected);
+    m_requirements = results.requirements;
+    m_figures = std::move(results.figures);
+    m_counts = results.counts;
+    m_vthdCalcsValid = results.vthdCalcsValid;
+}
+
+void CDesigner::ForgetRun() {
+    m_candidates.reset();
+    m_stoppedAt.reset();
+    LastRun({});
+}
+
 std::string CDesigner::TrimModelNum(std::string_view text) {
     return std::string(text.substr(0, text.find('-')));
 }

@@ -54,6 +54,22 @@ class CDesigner : public DesignLimits {
     /// before stay.
     std::int32_t ChooseSets();
 
+    /// All that a run leaves.
+    struct Results {
+        std::vector<ChosenSet> chosen;
+        std::vector<RejectedSet> rejected;
+        SiteRequirements requirements;
+        ProfileFigures figures;
+        RunCounts counts;
+        bool vthdCalcsValid = false;
+    };
+    [[nodiscard]] Results LastRun() const;
+    /// Brings back the results of an earlier run, so that a failed one costs none.
+    void LastRun(Results results);
+    /// Forgets the last run, as before the first one: another project takes the place of the one that was
+    /// sized.
+    void ForgetRun();
+
     /// What became of the candidates of the last run.
     [[nodiscard]] const RunCounts& Counts() const noexcept { return m_counts; }
 

@@ -87,7 +87,8 @@ bool Raises(const RaisedError& error, Question question) {
     return false;
 }
 
-RunCulprit LoadOf(const CLoadStep& step, std::int32_t number, CLoadStep::Loads::const_iterator load) {
+template <typename Position>
+RunCulprit LoadOf(const CLoadStep& step, std::int32_t number, Position load) {
     return {.step = number,
             .load = static_cast<std::int32_t>(std::distance(step.begin(), load)) + 1,
             .loadName = load->name(),

@@ -92,5 +92,34 @@ TEST(CatalogueFile, ThatIsMissingOrNoDatabaseIsRefused) {
     EXPECT_THROW(Catalogue(folder / "text.db").RequireFit(), RaisedError);
 }
 
+TEST_F(CatalogueTest, SaysInWordsWhyTheProgramCannotStartWithIt) {
+    const std::string file = (folder / "Genvara.db").string();
+    EXPECT_EQ(Catalogue::WhyUnfit(file), "");
+    EXPECT_EQ(Catalogue::WhyUnfit(folder / "none.db"),
+              "The genset database " + (folder / "none.db").string() + " is not there.");
+    EXPECT_EQ(Catalogue::WhyUnfit(folder.Path()),
+              "The genset database " + folder.Path().string() + " is a folder.");
+    WriteBytes(folder / "letter.db", "Dear Sir, this is no database at all, and it never was one.");
+    EXPECT_EQ(Catalogue::WhyUnfit(folder / "letter.db"), "The genset database " +
+                                                             (folder / "letter.db").string() +
+                                                             " cannot be read: file is not a database.");
+    DropTable(folder, "Connections");
+    EXPECT_EQ(Catalogue::WhyUnfit(file),
+              "The genset database " + file + " cannot be used: no such table: Connections.");
+    DropTable(folder, "Properties");
+    EXPECT_EQ(Catalogue::WhyUnfit(file),
+              "The genset database " + file + " cannot be used: no such table: Properties.");
+}
+
+TEST_F(CatalogueTest, SaysWhatItCanStartWithoutToo) {
+    for (const char* table :
+         {"Motor Power Conversions", "Motor Code Letters", "Alternators", "Derate Codes"}) {
+        DropTable(folder, table);
+        Catalogue catalogue(folder / "Genvara.db");
+        EXPECT_EQ(Catalogue::WhyUnfit(catalogue.File()), "") << table;
+        EXPECT_THAT(catalogue.WhatIsMissing(), testing::HasSubstr("lacks the table [")) << table;
+    }
+}
+
 }  // namespace
 }  // namespace genvara

@@ -373,7 +373,7 @@ TEST(ProjectFile, SavesWholeOrLeavesTheOldFile) {
         [&] {
             WriteProjectFile(file, model.All(), {8, 0, 0}, clock);
         },
-        Raises(EFBIG, "frmMain::WriteProjectFile", "Error opening " + file.string() + "\r\nFile too large"));
+        Raises(EFBIG, "frmMain::WriteProjectFile", "Error writing " + file.string() + "\r\nFile too large"));
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(ReadBytes(file), kExample);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QString>
+#include <QWidget>
 #include <deque>
 #include <filesystem>
 #include <functional>
@@ -25,7 +26,7 @@ class ScriptedPlatform final : public PlatformServices {
         std::string what;
         Message message{};
         FileRequest file{};
-        std::string text{};  ///< attachment, address, help file, command line or rescued file
+        std::string text{};  ///< attachment, address, help file or place, command line or rescued file
     };
 
     std::deque<MessageAnswer> answers;         ///< of message boxes with a choice, in order
@@ -40,6 +41,7 @@ class ScriptedPlatform final : public PlatformServices {
     bool startFails = false;
     std::optional<PrintSetup> printSetup;  ///< what the user chooses for printing; nothing cancels
     PrintSetup offered;                    ///< what he was last offered for it
+    QString helpOwner;                     ///< name of the window that asked for help last
     bool clipboardHoldsText = true;
     std::vector<Asked> asked;
     std::vector<RaisedError> ends;  ///< failures that would have ended the process
@@ -108,8 +110,9 @@ class ScriptedPlatform final : public PlatformServices {
         asked.push_back({.what = "web", .text = address});
         return !webFails;
     }
-    bool ShowHelp(QWidget* /*owner*/, const std::string& file) override {
-        asked.push_back({.what = "help", .text = file});
+    bool ShowHelp(QWidget* owner, const std::string& file, const std::string& place) override {
+        helpOwner = owner == nullptr ? QString() : owner->objectName();
+        asked.push_back({.what = "help", .text = place.empty() ? file : place});
         return !helpFails;
     }
     bool CloseHelp() override {

@@ -78,8 +78,10 @@ class PlatformServices {
     /// Opens a web page; false if that is not possible.
     virtual bool ShowWebPage(const std::string& address) = 0;
 
-    /// Opens the help file's contents; false if that is not possible.
-    virtual bool ShowHelp(QWidget* owner, const std::string& file) = 0;
+    /// Opens the help file; false if that is not possible.
+    /// @param owner a modal dialog may own the help, which can then be read beside it.
+    /// @param place page beside the file and a place on it, "site.html#defaults"; empty for the contents.
+    virtual bool ShowHelp(QWidget* owner, const std::string& file, const std::string& place) = 0;
     /// Closes the help window, if there is one.
     virtual bool CloseHelp() = 0;
 

@@ -1,6 +1,8 @@
 #include "HelpWindow.h"
 
 #include <QAction>
+#include <QDialog>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
@@ -57,16 +59,36 @@ void HelpWindow::BuildToolbar() {
     connect(closeKey, &QShortcut::activated, this, &QWidget::close);
 }
 
-bool HelpWindow::Show(const std::string& file) {
-    const QString name = ToQt(file);
+void HelpWindow::Follow(QWidget* owner) {
+    if (owner == parentWidget()) {
+        return;
+    }
+    const bool visible = isVisible();
+    setParent(owner, windowFlags());
+    setVisible(visible);
+    if (const auto* dialog = qobject_cast<QDialog*>(owner)) {
+        connect(dialog, &QDialog::finished, this, [this, dialog] {
+            if (parentWidget() == dialog) {
+                Follow(dialog->parentWidget());
+            }
+        });
+    }
+}
+
+bool HelpWindow::Show(const std::string& file, const std::string& place) {
+    const QString page = ToQt(place).section('#', 0, 0);
+    const QString name = page.isEmpty() ? ToQt(file) : QFileInfo(ToQt(file)).dir().filePath(page);
     if (!QFileInfo(name).isReadable() || !QFileInfo(name).isFile()) {
         return false;
     }
-    // The name says nothing of what is in it: the pages are HTML.
-    m_page->setSource(QUrl::fromLocalFile(name), QTextDocument::HtmlResource);
+    // Before the page, whose places lie where the window's width puts them.
     show();
     raise();
     activateWindow();
+    QUrl url = QUrl::fromLocalFile(name);
+    url.setFragment(ToQt(place).section('#', 1));
+    // The name says nothing of what is in it: the pages are HTML.
+    m_page->setSource(url, QTextDocument::HtmlResource);
     return true;
 }
 

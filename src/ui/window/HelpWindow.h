@@ -14,8 +14,13 @@ class HelpWindow final : public QMainWindow {
   public:
     explicit HelpWindow(QWidget* owner);
 
-    /// Shows a help file from its beginning; false if it cannot be read.
-    bool Show(const std::string& file);
+    /// Makes another window the owner: a modal dialog lets nothing but its own windows be used. When it ends,
+    /// the help is its owner's.
+    void Follow(QWidget* owner);
+
+    /// Shows a help file; false if it cannot be read.
+    /// @param place page beside the file and a place on it; empty for the file from its beginning.
+    bool Show(const std::string& file, const std::string& place = {});
 
   private:
     void BuildToolbar();

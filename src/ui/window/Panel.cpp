@@ -1,14 +1,19 @@
 #include "Panel.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QVBoxLayout>
 
 #include "FormGrid.h"
+#include "UpDown.h"
 
 namespace genvara {
 namespace {
@@ -18,7 +23,10 @@ constexpr double kHeadingScale = 1.45;  // of the ordinary font
 }  // namespace
 
 Panel::Panel(const QString& name, const QString& title, const QString& nameLabel, QWidget* parent)
-    : QWidget(parent), m_heading(new QLabel), m_content(new QVBoxLayout) {
+    : QWidget(parent),
+      m_heading(new QLabel),
+      m_notice(new NoticeBar("fraNotice")),
+      m_content(new QVBoxLayout) {
     setObjectName(name);
     setAccessibleName(title);
     m_heading->setObjectName(nameLabel);
@@ -40,9 +48,28 @@ Panel::Panel(const QString& name, const QString& title, const QString& nameLabel
     column->setSpacing(metrics::kGap);
     column->addLayout(head);
     column->addWidget(line);
+    column->addWidget(m_notice);
     column->addLayout(m_content, 1);
     m_content->setSpacing(metrics::kGap);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FollowFocus(now); });
+}
+
+void Panel::WatchEdits() {
+    for (const auto* field : findChildren<QLineEdit*>()) {
+        connect(field, &QLineEdit::textEdited, this, &Panel::Edited);
+    }
+    for (const auto* text : findChildren<QPlainTextEdit*>()) {
+        connect(text, &QPlainTextEdit::textChanged, this, &Panel::Edited);
+    }
+    for (const auto* list : findChildren<QComboBox*>()) {
+        connect(list, &QComboBox::activated, this, &Panel::Edited);
+    }
+    for (const auto* button : findChildren<QAbstractButton*>()) {
+        connect(button, &QAbstractButton::clicked, this, &Panel::Edited);
+    }
+    for (const auto* arrows : findChildren<UpDown*>()) {
+        connect(arrows, &UpDown::Stepped, this, &Panel::Edited);
+    }
 }
 
 void Panel::Heading(const QString& projectName) {

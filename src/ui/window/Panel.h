@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include "NoticeBar.h"
+
 class QLabel;
 class QVBoxLayout;
 
@@ -19,7 +21,17 @@ class Panel : public QWidget {
     /// The control that has the focus, null while it is elsewhere.
     [[nodiscard]] QWidget* ActiveCtrl() const { return m_activeControl; }
 
+    /// Keeps saying something at the top of the panel; an empty text ends it.
+    void Notice(const QString& text) { m_notice->Text(text); }
+
+  signals:
+    /// Something was entered, chosen or changed by the user.
+    void Edited();
+
   protected:
+    /// Tells of what is typed, chosen or clicked in the controls that the panel has by now.
+    void WatchEdits();
+
     /// Shows the project's name in the heading.
     void Heading(const QString& projectName);
     [[nodiscard]] QString Heading() const { return m_projectName; }
@@ -32,6 +44,7 @@ class Panel : public QWidget {
     void ShowHeading();
 
     QLabel* m_heading;
+    NoticeBar* m_notice;
     QVBoxLayout* m_content;
     QString m_projectName;
     QWidget* m_activeControl = nullptr;

@@ -1,5 +1,6 @@
 #include "ProfileTree.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -12,7 +13,8 @@ namespace {
 
 /// Role of the hidden cell: "StepID" of a step, "LoadID" of a load.
 constexpr int kIdRole = Qt::UserRole;
-constexpr int kPictureSize = 20;  // pixels
+constexpr int kPictureSize = 20;   // pixels
+constexpr int kColumnMargin = 24;  // pixels on both sides of a text together
 
 /// Pictures of the kinds by their code.
 constexpr std::array<const char*, 9> kKindPictures{
@@ -29,25 +31,69 @@ const QIcon& PictureOfKind(std::int32_t loadType) {
     return pictures.at(static_cast<std::size_t>(loadType));
 }
 
+/// A column of the tree.
+struct Column {
+    const char* caption;
+    const char* widest;  ///< a text that it has to hold; null for the column that takes the room left
+};
+constexpr std::array<Column, 2> kColumns{
+    {{QT_TRANSLATE_NOOP("genvara::ProfileTree", "Steps and loads"), nullptr},
+     {QT_TRANSLATE_NOOP("genvara::ProfileTree", "Step"), "Step"}}};
+
+/// A step knows its number from its place, so that no other step has to be told when it moves.
+class StepNode final : public QTreeWidgetItem {
+  public:
+    explicit StepNode(const QString& text) : QTreeWidgetItem({text}) {
+        setTextAlignment(profile_column::kNumber, Qt::AlignRight | Qt::AlignVCenter);
+    }
+
+    [[nodiscard]] QVariant data(int column, int role) const override {
+        const bool number = column == profile_column::kNumber && role == Qt::DisplayRole;
+        if (!number || treeWidget() == nullptr) {
+            return QTreeWidgetItem::data(column, role);
+        }
+        // The toolkit asks, not changes.
+        return treeWidget()->indexOfTopLevelItem(const_cast<StepNode*>(this)) + 1;  // NOLINT
+    }
+};
+
 }  // namespace
 
 ProfileTree::ProfileTree(const QString& name, QWidget* parent) : QTreeWidget(parent) {
     setObjectName(name);
     setAccessibleName(tr("Load steps and loads"));
-    setHeaderHidden(true);
-    setColumnCount(1);
+    BuildColumns();
     setIconSize({kPictureSize, kPictureSize});
     setExpandsOnDoubleClick(false);
     setUniformRowHeights(true);
     setSelectionMode(QAbstractItemView::SingleSelection);
 }
 
+void ProfileTree::BuildColumns() {
+    setColumnCount(static_cast<int>(kColumns.size()));
+    header()->setStretchLastSection(false);
+    header()->setSectionsMovable(false);
+    for (int column = 0; column < columnCount(); ++column) {
+        const Column& look = kColumns[static_cast<std::size_t>(column)];
+        headerItem()->setText(column, tr(look.caption));
+        if (look.widest == nullptr) {
+            header()->setSectionResizeMode(column, QHeaderView::Stretch);
+        } else {
+            header()->resizeSection(column,
+                                    header()->fontMetrics().horizontalAdvance(look.widest) + kColumnMargin);
+        }
+    }
+    header()->moveSection(profile_column::kNumber, 0);
+}
+
 QTreeWidgetItem* ProfileTree::InsertStep(std::int32_t position, const QString& text, std::int32_t stepId) {
     static const QIcon picture = Picture("step");
-    auto* step = new QTreeWidgetItem({text});
+    auto* step = new StepNode(text);
     QFont bold = font();
     bold.setBold(true);
-    step->setFont(0, bold);
+    for (int column = 0; column < columnCount(); ++column) {
+        step->setFont(column, bold);
+    }
     step->setIcon(0, picture);
     step->setData(0, kIdRole, stepId);
     const bool inside = position >= 1 && position <= topLevelItemCount();
@@ -66,9 +112,24 @@ QTreeWidgetItem* ProfileTree::AddLoad(QTreeWidgetItem& step, const QString& text
     return load;
 }
 
+QTreeWidgetItem* ProfileTree::FindLoad(std::int32_t stepPosition, std::int32_t loadId) const {
+    QTreeWidgetItem* step = topLevelItem(stepPosition - 1);
+    for (int place = 0; step != nullptr && place < step->childCount(); ++place) {
+        if (LoadID(*step->child(place)) == loadId) {
+            return step->child(place);
+        }
+    }
+    return nullptr;
+}
+
 void ProfileTree::Remove(QTreeWidgetItem& node) {
-    const QSignalBlocker quiet(this);
-    delete &node;  // NOLINT(cppcoreguidelines-owning-memory): a node is removed by deleting it
+    {
+        const QSignalBlocker quiet(this);
+        delete &node;  // NOLINT(cppcoreguidelines-owning-memory): a node is removed by deleting it
+    }
+    if (QTreeWidgetItem* next = currentItem()) {
+        scrollToItem(next);
+    }
 }
 
 std::int32_t ProfileTree::StepID(const QTreeWidgetItem& step) {

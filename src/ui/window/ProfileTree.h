@@ -5,6 +5,12 @@
 
 namespace genvara {
 
+/// Columns of the tree.
+namespace profile_column {
+inline constexpr int kText = 0;    ///< description of a step, name of a load
+inline constexpr int kNumber = 1;  ///< position of a step, from 1
+}  // namespace profile_column
+
 /// Steps and their loads, two levels deep. An empty tree says in its ground how to begin.
 class ProfileTree : public QTreeWidget {
     Q_OBJECT
@@ -17,6 +23,9 @@ class ProfileTree : public QTreeWidget {
     /// Adds a load at the end of a step.
     static QTreeWidgetItem* AddLoad(QTreeWidgetItem& step, const QString& text, std::int32_t loadId,
                                     std::int32_t loadType);
+
+    /// The node of a load of the step at a position; null if there is none.
+    [[nodiscard]] QTreeWidgetItem* FindLoad(std::int32_t stepPosition, std::int32_t loadId) const;
 
     /// Takes a node away and selects its neighbour, or its step, without a signal: until the caller is done,
     /// positions in the tree are not those of the profile.
@@ -43,6 +52,9 @@ class ProfileTree : public QTreeWidget {
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+  private:
+    void BuildColumns();
 };
 
 }  // namespace genvara

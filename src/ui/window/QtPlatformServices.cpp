@@ -174,11 +174,12 @@ bool QtPlatformServices::ShowWebPage(const std::string& address) {
     return QDesktopServices::openUrl(QUrl(ToQt(address)));
 }
 
-bool QtPlatformServices::ShowHelp(QWidget* owner, const std::string& file) {
+bool QtPlatformServices::ShowHelp(QWidget* owner, const std::string& file, const std::string& place) {
     if (!m_help) {
-        m_help = new HelpWindow(owner);  // NOLINT(cppcoreguidelines-owning-memory): its owner's, or ours
+        m_help = new HelpWindow(nullptr);  // NOLINT(cppcoreguidelines-owning-memory): its owner's, or ours
     }
-    return m_help->Show(file);
+    m_help->Follow(owner);
+    return m_help->Show(file, place);
 }
 
 bool QtPlatformServices::CloseHelp() {

@@ -30,7 +30,7 @@ class QtPlatformServices final : public PlatformServices {
     std::optional<PrintSetup> SetUpPrinter(QWidget* owner, const PrintSetup& setup, bool metric) override;
     void NewMail(const std::string& attachment) override;
     bool ShowWebPage(const std::string& address) override;
-    bool ShowHelp(QWidget* owner, const std::string& file) override;
+    bool ShowHelp(QWidget* owner, const std::string& file, const std::string& place) override;
     bool CloseHelp() override;
     std::optional<int> RunToEnd(const QString& commandLine) override;
     bool Start(const QString& commandLine) override;

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <ranges>
@@ -89,6 +90,11 @@ void FuelGroup::Fuel(std::int32_t code) {
 
 std::int32_t FuelGroup::Fuel() const {
     return m_buttons->checkedButton() == nullptr ? fuel::kAny : m_buttons->checkedId();
+}
+
+std::int32_t CaptionOfFuel(std::int32_t code) noexcept {
+    const FuelRow* const row = FindRow(kFuels, code);
+    return row == nullptr ? FindRow(kFuels, fuel::kAny)->caption : row->caption;
 }
 
 void FillRiseDuty(ChoiceBox& list) {

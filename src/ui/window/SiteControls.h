@@ -47,6 +47,9 @@ class FuelGroup : public QGroupBox {
     QButtonGroup* m_buttons;
 };
 
+/// String of a fuel's caption; that of any fuel for a code of none.
+[[nodiscard]] std::int32_t CaptionOfFuel(std::int32_t code) noexcept;
+
 /// Temperature rise and duty, hottest first, with their codes.
 void FillRiseDuty(ChoiceBox& list);
 /// Voltages in the database's order, each with itself as code.

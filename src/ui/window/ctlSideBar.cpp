@@ -3,11 +3,14 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
+#include "EntryField.h"
 #include "LastChance.h"
 #include "RaisedError.h"
+#include "SideBarAccessible.h"
 #include "Texts.h"
 
 namespace genvara {
@@ -19,6 +22,7 @@ constexpr double kFirstTop = 100.0 / kTwips;
 constexpr double kPitch = 1000.0 / kTwips;
 constexpr double kBoxGap = 20.0 / kTwips;
 constexpr double kIconSize = 40.0;  // pixels
+constexpr double kTitleGap = 2.0;   // pixels
 constexpr int kWidth = 110;         // pixels
 constexpr std::int32_t kKeyInUse = 457;
 
@@ -37,6 +41,8 @@ BoxColours ColoursOf(const QPalette& palette, bool sunken) {
 }  // namespace
 
 ctlSideBar::ctlSideBar(const QString& name, QWidget* parent) : QWidget(parent) {
+    // Before the name, whose announcement makes the reader's picture of the bar.
+    InstallSideBarAccessibility();
     setObjectName(name);
     setAccessibleName(tr("Panels"));
     setMouseTracking(true);
@@ -68,9 +74,19 @@ void ctlSideBar::LargeIcons(std::vector<QIcon> icons) {
     update();
 }
 
+void ctlSideBar::Keys(std::vector<QString> keys) {
+    m_keys = std::move(keys);
+}
+
 void ctlSideBar::ShowCurrent(std::int32_t raiseValue) {
     m_current = raiseValue;
+    AnnounceCurrent(*this);
     update();
+}
+
+QString ctlSideBar::KeyOf(int item) const {
+    const auto index = static_cast<std::size_t>(item - 1);
+    return index < m_keys.size() ? m_keys[index] : QString();
 }
 
 QSize ctlSideBar::sizeHint() const {
@@ -83,9 +99,28 @@ QRectF ctlSideBar::IconBox(std::size_t index) const {
             kIconSize};
 }
 
+QFont ctlSideBar::TitleFont(std::size_t index) const {
+    QFont text = font();
+    text.setBold(m_items[index]->RaiseValue == m_current);
+    return text;
+}
+
+QRectF ctlSideBar::TitleBox(std::size_t index) const {
+    // From the picture on, so that there is no gap in which a click would do nothing.
+    const QFontMetricsF text(TitleFont(index));
+    const double wide = std::min(text.horizontalAdvance(ToQt(m_items[index]->Title)), width() - 1.0);
+    const QRectF picture = IconBox(index);
+    return {(width() - 1.0 - wide) / 2.0, picture.bottom(), wide, kTitleGap + text.height()};
+}
+
+QRect ctlSideBar::ItemRect(int item) const {
+    const auto index = static_cast<std::size_t>(item - 1);
+    return IconBox(index).united(TitleBox(index)).toAlignedRect();
+}
+
 int ctlSideBar::ItemAt(const QPointF& point) const {
     for (std::size_t index = 0; index < m_items.size(); ++index) {
-        if (IconBox(index).contains(point)) {
+        if (IconBox(index).contains(point) || TitleBox(index).contains(point)) {
             return static_cast<int>(index) + 1;
         }
     }
@@ -129,12 +164,32 @@ void ctlSideBar::Raise(int item) {
     RunEvent([&] { emit ItemClicked(m_items.at(static_cast<std::size_t>(item - 1))->RaiseValue); });
 }
 
-void ctlSideBar::Stand(int item) {
-    m_standing = std::clamp(item, 1, std::max(1, static_cast<int>(m_items.size())));
-    if (!m_items.empty()) {
-        setAccessibleDescription(ToQt(m_items[static_cast<std::size_t>(m_standing - 1)]->Title));
+void ctlSideBar::Press(int item) {
+    if (!FocusIsHeld(*window())) {
+        Stand(item);
+        Raise(item);
     }
+}
+
+void ctlSideBar::Stand(int item) {
+    m_standing = std::clamp(item, 1, std::max(1, CountItems()));
+    AnnounceStanding(*this);
     update();
+}
+
+bool ctlSideBar::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const int item = ItemAt(help->pos());
+        const QString key = item > 0 ? KeyOf(item) : QString();
+        if (key.isEmpty()) {
+            QToolTip::hideText();
+        } else {
+            QToolTip::showText(help->globalPos(), QString("%1 (%2)").arg(ToQt(Item(item).Title), key), this);
+        }
+        return true;
+    }
+    return QWidget::event(event);
 }
 
 void ctlSideBar::keyPressEvent(QKeyEvent* event) {
@@ -196,11 +251,9 @@ void ctlSideBar::PaintItem(QPainter& painter, std::size_t index) const {
     if (item.IconIndex >= 0 && static_cast<std::size_t>(item.IconIndex) < icons.size()) {
         icons[static_cast<std::size_t>(item.IconIndex)].paint(&painter, box.toRect());
     }
-    QFont text = font();
-    text.setBold(item.RaiseValue == m_current);
-    painter.setFont(text);
+    painter.setFont(TitleFont(index));
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(QRectF(0.0, box.bottom() + 2.0, width() - 1.0, kPitch - kIconSize - 5.0),
+    painter.drawText(QRectF(0.0, box.bottom() + kTitleGap, width() - 1.0, kPitch - kIconSize - 5.0),
                      Qt::AlignHCenter | Qt::AlignTop, ToQt(item.Title));
     if (hasFocus() && static_cast<int>(index) + 1 == m_standing) {
         painter.setPen(QPen(palette().color(QPalette::Highlight), 1.5));

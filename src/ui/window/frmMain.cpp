@@ -2,6 +2,7 @@
 
 #include "frmMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QIcon>
 #include <QStackedWidget>
@@ -53,12 +54,14 @@ frmMain::frmMain(CApplication& application, PlatformServices& platform)
       m_place(application.Registry(), CApplication::BaseRegistrySubkey() + "Window") {
     setObjectName("frmMain");
     application.HelpFile().HelpViewer([this](std::int32_t, const std::string& file, std::int32_t command) {
-        return command == help_command::kQuit ? m_platform->CloseHelp() : m_platform->ShowHelp(this, file);
+        return command == help_command::kQuit ? m_platform->CloseHelp()
+                                              : m_platform->ShowHelp(this, file, {});
     });
     BuildMenus();
     BuildToolbar();
     BuildPanels();
     BuildShortcuts();
+    qApp->installEventFilter(this);
 }
 
 frmMain::~frmMain() {
@@ -87,6 +90,7 @@ void frmMain::LoadFirstHalf() {
     setWindowTitle(ToQt(WindowCaption(m_application->BrandLabel(), "")));
     g_ProjectDirty = false;
     m_application->Document().ProjectFile({});
+    ShowFileStatus();
     region.Run([this] { SetWebItems(); });
 }
 
@@ -118,26 +122,37 @@ void frmMain::Appear(std::function<void()> appeared) {
 
 void frmMain::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_splash.reset();
-            if (const auto appeared = std::exchange(m_appeared, {})) {
-                RunEvent(appeared);
-            }
-        },
-        Qt::QueuedConnection);
+    if (std::exchange(m_hasAppeared, true)) {
+        return;
+    }
+    // Behind the window, which then stands there for what still works.
+    const auto behind = [this] {
+        m_splash.reset();
+        RunEvent([this] { TellWhatIsMissing(); });
+        if (const auto appeared = std::exchange(m_appeared, {})) {
+            RunEvent(appeared);
+        }
+    };
+    QMetaObject::invokeMethod(this, behind, Qt::QueuedConnection);
 }
 
 void frmMain::LoadSecondHalf() {
     InitializeOutlookBar();
     InitializePanels();
+    NoteUnoffered(ChoicesFrom::Defaults);
     m_application->LoadMotorConversions();
     RebuildRecentMenu();
     EnableReportCommands(false);
     m_editMenu = std::make_unique<CEditMenu>(*m_platform);
     m_editWatch = std::make_unique<EditWatch>([this] { RefreshEditMenu(); });
     RefreshEditMenu();
+}
+
+void frmMain::TellWhatIsMissing() {
+    const std::string missing = m_application->Catalogue().WhatIsMissing();
+    if (!missing.empty()) {
+        Tell(missing + "\r\nWhat needs it will not work.", MessageIcon::Exclamation, ProductName());
+    }
 }
 
 void frmMain::InitializePanels() {
@@ -188,10 +203,12 @@ std::int32_t frmMain::Phases() const {
 
 void frmMain::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) {
     m_panLoadProfile->DisplayNewLoad(stepNumber, loadId);
+    m_panLoadProfile->SelectLoad(stepNumber, loadId);
 }
 
 void frmMain::ProjectChanged() {
     g_ProjectDirty = true;
+    Touch();
 }
 
 void frmMain::SideBarClicked(std::int32_t index) {
@@ -216,6 +233,37 @@ void frmMain::SideBarClicked(std::int32_t index) {
     }
 }
 
+void frmMain::SwitchTo(std::int32_t index) {
+    if (!PanelsAreReady()) {
+        return;
+    }
+    if (index != kRecommend) {
+        SideBarClicked(index);
+        return;
+    }
+    FailureRegion region;
+    if (!region.Run([this] { SideBarClicked(kRecommend); })) {
+        TellWhyNotSized(*region.Pending());
+    }
+}
+
+void frmMain::TellWhyNotSized(const RaisedError& failure) {
+    Tell(m_application->Document().WhyNotSized(failure), MessageIcon::Exclamation, ProductName());
+}
+
+bool frmMain::PanelsAreReady() {
+    EntryField* bad = m_panPwrSys->PrepareToStore();
+    if (bad == nullptr) {
+        return true;
+    }
+    if (m_panels->currentWidget() != m_panPwrSys) {
+        ShowPanel(*m_panPwrSys, kPowerSystem);
+        EnableReportCommands(false);
+    }
+    bad->SelectAllText();
+    return false;
+}
+
 void frmMain::Recommend() {
     Document& document = m_application->Document();
     if (!document.HasLoads()) {
@@ -224,10 +272,10 @@ void frmMain::Recommend() {
         return;
     }
     const WaitCursor busy;
+    document.Size();  // before its panel is shown, so that a run that fails changes nothing
     ShowPanel(*m_panRecommend, kRecommend);
     EnableReportCommands(true);
     m_panRecommend->Designer(document.Designer());
-    document.Size();
     m_panRecommend->DisplayChosenSets();
 }
 
@@ -242,6 +290,21 @@ void frmMain::ShowPanel(QWidget& panel, std::int32_t index) {
             return;
         }
     }
+}
+
+void frmMain::ShowProjectPanel() {
+    ShowHeadings();
+    m_panRecommend->ClearReport();
+    m_panLoadProfile->ShowBeginning();
+    ShowPanel(*m_panProject, kProject);
+    EnableReportCommands(false);
+}
+
+void frmMain::ShowHeadings() {
+    const std::string name = m_panProject->ProjectName();
+    m_panPwrSys->ProjectName(name);
+    m_panLoadProfile->ProjectName(name);
+    m_panRecommend->ProjectName(name);
 }
 
 void frmMain::ShowCaption() {

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "CApplication.h"
 #include "CEditMenu.h"
@@ -16,15 +17,18 @@
 #include "LoadForms.h"
 #include "PlatformServices.h"
 #include "RecentFiles.h"
+#include "SiteNotice.h"
 #include "WindowPlace.h"
 
 class QAction;
+class QDialog;
 class QMenu;
 class QStackedWidget;
 class QToolBar;
 
 namespace genvara {
 
+class FileStatus;
 class Panel;
 class ctlSideBar;
 class frmErrLog;
@@ -84,6 +88,8 @@ class frmMain final : public QMainWindow, public LoadFormHost {
   protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    /// F1 in a dialog, which the commands' keys do not reach.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     // Building.
@@ -102,9 +108,18 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void InitializeProjPanel();
     void InitializePwrSysPanel();
     void ShowCaption();
+    void TellWhatIsMissing();
 
     // Panels.
+    /// The click as the user makes it: a bad field keeps him where he is.
+    void SwitchTo(std::int32_t index);
+    void TellWhyNotSized(const RaisedError& failure);
+    /// Whether the panels can be stored; what is bad is shown.
+    bool PanelsAreReady();
     void ShowPanel(QWidget& panel, std::int32_t index);
+    /// Shows the project panel as the first one of a project: nothing of the project before is on any panel.
+    void ShowProjectPanel();
+    void ShowHeadings();
     void Recommend();
     void EnableReportCommands(bool enabled);
     void EnableExport(bool enabled);
@@ -118,25 +133,46 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void NewProject();
     void OpenProject();
     void TellWhyNotOpened(const RaisedError& failure);
+    void FileSave();
+    void FileSaveAs();
+    /// Runs a save; a failure is told in one sentence, and the program goes on.
+    void SaveOrTell(const std::function<void()>& command);
     void SaveProject();
     void SaveProjectAs();
+    /// Saves under a name that the document takes, unless something stands in the way.
+    /// @throws RaisedError 75 for what is found before, 32755 where the user would rather not, else of
+    ///         `WriteProjectFile`.
+    void SaveTo(const std::string& file);
+    void RequireSaveable(const std::string& file);
     /// @return false if the command that wants the project saved has to end.
     bool SaveBeforeLeaving();
     void WriteProjectFile();
-    void ReadProjectFile(const std::string& file);
+    ReadResult ReadProjectFile(const std::string& file);
+    void ShowFileStatus();
+    /// Notes which choices of the site no list offers, before a store takes others in their place.
+    void NoteUnoffered(ChoicesFrom from);
+    void ShowNotices();
+    /// Notes that something was entered.
+    void Touch();
     void OpenRecent(std::size_t index);
     void AddRecent();
     void RebuildRecentMenu();
     /// File of an item of the recent list; empty for one that shows none.
     [[nodiscard]] std::string RecentName(std::size_t index) const;
     void SendMail();
+    /// A name for a file of the project, from its name; empty if it has none.
+    [[nodiscard]] std::string SuggestedName(const char* extension) const;
+    /// Whether nothing may be written to a file, since it is an input; the user is told.
+    bool RefusesOutput(const std::string& file);
     void SaveReport();
     void SaveReportAsPdf();
     void ExportSpec();
+    void TellOfExport(const std::string& file, std::size_t lost);
     void PrintReport();
     void PrintSetup();
     void HelpTopics();
     void HelpContents();
+    void HelpOn(QDialog& dialog);
     void ShowWebSite(const QAction& item);
     void ShowAbout();
     void ShowDefaults();
@@ -155,10 +191,15 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     RecentFiles m_recent;
     WindowPlace m_place;
     std::function<void()> m_appeared;
+    bool m_hasAppeared = false;
     std::map<std::string, QMenu*> m_menus;
     std::map<std::string, QAction*> m_commands;
     std::map<std::string, QAction*> m_toolButtons;
+    std::vector<UnofferedChoice> m_unoffered;  ///< that the user has not made yet
+    ChoicesFrom m_choicesFrom = ChoicesFrom::Defaults;
+    std::string m_notSaved;  ///< sentence on the last save, if it failed
     QToolBar* m_toolbar = nullptr;
+    FileStatus* m_fileStatus = nullptr;
     ctlSideBar* m_barMain = nullptr;
     QStackedWidget* m_panels = nullptr;
     panProject* m_panProject = nullptr;

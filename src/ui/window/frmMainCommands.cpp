@@ -1,7 +1,10 @@
 // The main window's dispatch of commands, and those that are no file's.
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
+#include <QDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QStackedWidget>
@@ -9,6 +12,8 @@
 
 #include "FailureRegion.h"
 #include "FieldCheck.h"
+#include "HelpPages.h"
+#include "LastChance.h"
 #include "Panel.h"
 #include "ReportView.h"
 #include "Texts.h"
@@ -24,6 +29,7 @@ namespace genvara {
 namespace {
 
 constexpr const char* kErrorTitle = "ERROR";
+constexpr const char* kNoHelp = "Help not available.";
 
 /// Toolbar keys and the commands that they stand for.
 struct ToolCommand {
@@ -55,8 +61,8 @@ void frmMain::Run(const std::string& name) {
     static const std::map<std::string, void (frmMain::*)()> commands{
         {"mnuFileNew", &frmMain::FileNew},
         {"mnuFileOpen", &frmMain::FileOpen},
-        {"mnuFileSave", &frmMain::SaveProject},
-        {"mnuFileSaveAs", &frmMain::SaveProjectAs},
+        {"mnuFileSave", &frmMain::FileSave},
+        {"mnuFileSaveAs", &frmMain::FileSaveAs},
         {"mnuFileExport", &frmMain::ExportSpec},
         {"mnuFileSaveReport", &frmMain::SaveReport},
         {"mnuFilePrint", &frmMain::PrintReport},
@@ -65,9 +71,9 @@ void frmMain::Run(const std::string& name) {
         {"mnuToolsDefaults", &frmMain::ShowDefaults},
         {"mnuToolsOptions", &frmMain::ShowOptions},
         {"mnuHelpTopics", &frmMain::HelpTopics},
+        {"mnuFileSaveReportPdf", &frmMain::SaveReportAsPdf},
         {"mnuHelpAbout", &frmMain::ShowAbout},
         {"helpContents", &frmMain::HelpContents},
-        {"mnuFileSaveReportPdf", &frmMain::SaveReportAsPdf},
     };
     if (const auto found = commands.find(name); found != commands.end()) {
         (this->*found->second)();
@@ -126,17 +132,37 @@ void frmMain::RunEdit(const std::string& name) {
 }
 
 void frmMain::HelpTopics() {
-    RunOrTell("Help not available.", [this] {
+    RunOrTell(kNoHelp, [this] {
         m_application->HelpFile().RequestingWindow(static_cast<std::int32_t>(winId()));
         m_application->HelpFile().CloseFile();
+        m_application->HelpFile().ShowHelp();
     });
 }
 
 void frmMain::HelpContents() {
-    RunOrTell("Help not available.", [this] {
+    RunOrTell(kNoHelp, [this] {
         m_application->HelpFile().RequestingWindow(static_cast<std::int32_t>(winId()));
         m_application->HelpFile().ShowHelp();
     });
+}
+
+void frmMain::HelpOn(QDialog& dialog) {
+    const std::string place(HelpPlaceOf(FromQt(dialog.objectName())));
+    if (!m_platform->ShowHelp(&dialog, m_application->HelpFile().Filename(), place)) {
+        m_platform->ShowMessage(&dialog, {.text = kNoHelp, .icon = MessageIcon::Stop, .title = kErrorTitle});
+    }
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog != nullptr && key->matches(QKeySequence::HelpContents)) {
+            RunEvent([&] { HelpOn(*dialog); });
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void frmMain::ShowWebSite(const QAction& item) {

@@ -14,6 +14,7 @@
 #include "DialogKeys.h"
 #include "FailureRegion.h"
 #include "FieldCheck.h"
+#include "FileStatus.h"
 #include "Globals.h"
 #include "LastChance.h"
 #include "Pictures.h"
@@ -121,6 +122,8 @@ void frmMain::BuildToolbar() {
         m_toolbar->widgetForAction(button)->setFocusPolicy(Qt::NoFocus);
     }
     statusBar()->setObjectName("sbrMain");
+    m_fileStatus = new FileStatus;
+    statusBar()->addPermanentWidget(m_fileStatus);
 }
 
 void frmMain::BuildPanels() {
@@ -135,10 +138,11 @@ void frmMain::BuildPanels() {
                                           *this);
     m_panRecommend =
         new panRecommend(*m_platform, *m_application, m_log, [this](bool on) { EnableExport(on); });
-    for (QWidget* panel :
-         std::initializer_list<QWidget*>{m_panProject, m_panPwrSys, m_panLoadProfile, m_panRecommend}) {
+    for (Panel* panel :
+         std::initializer_list<Panel*>{m_panProject, m_panPwrSys, m_panLoadProfile, m_panRecommend}) {
         MarkMnemonics(*panel, kMenuKeys);
         m_panels->addWidget(panel);
+        connect(panel, &Panel::Edited, this, [this] { Touch(); });
     }
     auto* centre = new QWidget;
     auto* line = new QHBoxLayout(centre);
@@ -149,10 +153,14 @@ void frmMain::BuildPanels() {
     setCentralWidget(centre);
     connect(m_barMain, &ctlSideBar::ItemClicked, this, Event([this](std::int32_t index) {
                 if (!FocusIsHeld(*this)) {
-                    SideBarClicked(index);
+                    SwitchTo(index);
                 }
             }));
     connect(m_panProject, &panProject::ProjectNameChanged, this, [this] { ShowCaption(); });
+    connect(m_panPwrSys, &panPwrSys::Chosen, this, [this](SiteChoice choice) {
+        std::erase_if(m_unoffered, [choice](const UnofferedChoice& made) { return made.choice == choice; });
+        ShowNotices();
+    });
     m_errLog = std::make_unique<frmErrLog>(m_log);
 }
 
@@ -162,7 +170,7 @@ void frmMain::BuildShortcuts() {
         auto* shortcut = new QShortcut(QKeySequence(QString(entry.shortcut)), this);
         connect(shortcut, &QShortcut::activated, this, Event([this, index] {
                     if (!FocusIsHeld(*this)) {
-                        SideBarClicked(index);
+                        SwitchTo(index);
                     }
                 }));
         ++index;
@@ -202,10 +210,13 @@ void frmMain::InitializeOutlookBar() {
     }
     m_barMain->LargeIcons(std::move(icons));
     std::int32_t index = 0;
+    std::vector<QString> keys;
     for (const BarEntry& entry : kBarEntries) {
+        keys.push_back(QKeySequence(entry.shortcut).toString(QKeySequence::NativeText));
         region.Run([&] { m_barMain->AddItem(entry.key, FromQt(Caption(entry.title)), index, index); });
         ++index;
     }
+    m_barMain->Keys(std::move(keys));
     if (region.Pending()) {
         throw RaisedError(kOutlookBarError, "frmMain.InitializeOutlookBar",
                           "Error adding buttons to the outlook bar.");

@@ -3,9 +3,12 @@
 #include <fmt/format.h>
 
 #include <QCommandLineParser>
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 #include "CApplication.h"
 #include "FailureRegion.h"
@@ -62,31 +65,85 @@ class MainWindow {
     bool m_loaded = false;
 };
 
-/// Reads the command line; the project file to open, if any. Help and version end the program here.
-std::string ProjectOfCommandLine(const GenvaraApplication& desktop) {
-    QCommandLineParser line;
+constexpr int kBadArguments = 2;
+
+void Describe(QCommandLineParser& line) {
     line.setApplicationDescription("Sizes electric generator sets for a site and its load profile.");
     line.addHelpOption();
     line.addVersionOption();
     line.addPositionalArgument("project", "Project file to open.", "[PROJECT.prj]");
-    line.process(desktop);
-    return line.positionalArguments().isEmpty() ? std::string()
-                                                : FromQt(line.positionalArguments().constFirst());
+}
+
+/// Whether the arguments ask for nothing but words, which need no screen.
+bool AsksForWords(int argc, char** argv) {
+    constexpr std::array<std::string_view, 5> kWords{"-h", "--help", "--help-all", "-v", "--version"};
+    return std::any_of(argv + 1, argv + argc, [&](const char* argument) {
+        return std::ranges::count(kWords, std::string_view(argument)) > 0;
+    });
+}
+
+int ShowWords(int argc, char** argv) {
+    const QCoreApplication words(argc, argv);
+    QCommandLineParser line;
+    Describe(line);
+    line.process(words);  // does not return
+    return EXIT_SUCCESS;
+}
+
+/// What the command line asks for.
+struct Request {
+    std::string project{};  ///< file to open; empty for none
+    std::string refusal{};  ///< why it cannot be done, as a sentence; empty if it can
+};
+
+Request ReadCommandLine() {
+    QCommandLineParser line;
+    Describe(line);
+    if (!line.parse(QApplication::arguments())) {
+        return {.refusal = FromQt(line.errorText())};
+    }
+    const QStringList files = line.positionalArguments();
+    if (files.size() > 1) {
+        return {.refusal = fmt::format("One project can be opened at a time, and {} files were given.",
+                                       files.size())};
+    }
+    return {.project = files.isEmpty() ? std::string() : FromQt(files.constFirst())};
+}
+
+int RunDesktop(CApplication& application, PlatformServices& platform, const std::string& project) {
+    MainWindow window(platform);
+    const bool started = application.Run([&](CApplication& app) { window.LoadAndShow(app, project); });
+    return started && window.Loaded() ? QApplication::exec() : EXIT_FAILURE;
 }
 
 int Main(int argc, char** argv) {
     QApplication::setApplicationName("genvara");
     QApplication::setApplicationVersion(ToQt(kProgramVersionText));
     QApplication::setDesktopFileName("genvara");
-    const GenvaraApplication desktop(argc, argv);
+    if (AsksForWords(argc, argv)) {
+        return ShowWords(argc, argv);
+    }
     CApplication application;
     g_App = &application;
-    const std::string project = ProjectOfCommandLine(desktop);
+    // Said before the toolkit starts, which ends the program where there is no screen.
+    const std::string unfit = Catalogue::WhyUnfit(application.DatabaseFile());
+    if (!unfit.empty()) {
+        fmt::print(stderr, "genvara: {}\n", unfit);
+    }
+    const GenvaraApplication desktop(argc, argv);
+    const Request request = ReadCommandLine();
+    if (!request.refusal.empty()) {
+        fmt::print(stderr, "genvara: {}\nTry \"genvara --help\".\n", request.refusal);
+        return kBadArguments;
+    }
     // Not as the toolkit's display name, which it would append to every caption.
     QtPlatformServices platform(ToQt(WordsOf(application.BrandLabel()).productName));
-    MainWindow window(platform);
-    const bool started = application.Run([&](CApplication& app) { window.LoadAndShow(app, project); });
-    return started && window.Loaded() ? QApplication::exec() : EXIT_SUCCESS;
+    if (!unfit.empty()) {
+        platform.ShowMessage(nullptr, {.text = unfit + "\r\nThe program cannot do without it, and ends.",
+                                       .icon = MessageIcon::Stop});
+        return EXIT_FAILURE;
+    }
+    return RunDesktop(application, platform, request.project);
 }
 
 }  // namespace

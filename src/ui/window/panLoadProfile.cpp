@@ -27,6 +27,7 @@ constexpr int kPropertyHeight = 22;  // pixels, as the tree's rows with their pi
 
 /// From so many steps on none can be added.
 constexpr std::int32_t kMostSteps = 256;
+constexpr std::int32_t kMostLoads = 257;  // of a step
 
 int LabelWidth(const QWidget& list, const QString& label) {
     return list.fontMetrics().horizontalAdvance(label) + 2 * metrics::kGap;
@@ -136,6 +137,18 @@ void panLoadProfile::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId
     }
 }
 
+void panLoadProfile::SelectLoad(std::int32_t stepNumber, std::int32_t loadId) {
+    if (QTreeWidgetItem* load = m_tree->FindLoad(stepNumber, loadId)) {
+        m_tree->setCurrentItem(load);
+        m_tree->scrollToItem(load);
+    }
+}
+
+void panLoadProfile::ShowBeginning() {
+    m_tree->setCurrentItem(m_tree->topLevelItem(0));
+    m_tree->scrollToTop();
+}
+
 void panLoadProfile::ClearAllLoads() {
     m_tree->clear();
     m_properties->clear();
@@ -208,7 +221,10 @@ void panLoadProfile::RefreshProperties() {
 
 void panLoadProfile::AddStep() {
     frmAddStep dialog(*m_platform, m_project.profile, m_project.site, window());
-    dialog.Show([this](std::int32_t number, std::int32_t id) { DisplayNewStep(number, id); });
+    dialog.Show([this](std::int32_t number, std::int32_t id) {
+        DisplayNewStep(number, id);
+        emit Edited();
+    });
     LimitSteps();
 }
 
@@ -280,7 +296,14 @@ void panLoadProfile::EditLoadNode(QTreeWidgetItem& node) {
     if (load == nullptr) {
         return;
     }
-    EditLoad(*load, position, FormServices(window()));
+    FailureRegion region;
+    // A file may hold a load whose figures the form cannot even show.
+    if (!region.Run([&] { EditLoad(*load, position, FormServices(window())); })) {
+        m_platform->ShowMessage(this, {.text = "The load \"" + load->name() +
+                                               "\" cannot be shown: " + region.Pending()->Description() +
+                                               ".\r\nDelete it and add it anew.",
+                                       .icon = MessageIcon::Exclamation});
+    }
     node.setText(0, ToQt(load->name()));
 }
 
@@ -291,7 +314,9 @@ void panLoadProfile::EditStepNode(QTreeWidgetItem& node) {
     dialog.Description(step.Description());
     dialog.MaxVoltDip(step.MaxVoltageDipOverride());
     dialog.LoadStep(step);
-    dialog.exec();
+    if (dialog.exec() == QDialog::Accepted) {
+        emit Edited();
+    }
     node.setText(0, ToQt(step.Description()));
 }
 
@@ -306,11 +331,15 @@ void panLoadProfile::Move(int by) {
     }
     if (ProfileTree::IsStep(*node)) {
         MoveStep(*node, by);
-    } else {
+    } else if (m_project.profile.LoadStep(other).HasRoom()) {
         MoveLoad(*node, by);
+    } else {
+        TellThatStepIsFull(other);
+        return;
     }
     m_tree->setCurrentItem(node);
     SelectionChanged();
+    emit Edited();
 }
 
 void panLoadProfile::MoveStep(QTreeWidgetItem& node, int by) {
@@ -327,11 +356,20 @@ void panLoadProfile::MoveStep(QTreeWidgetItem& node, int by) {
     node.setExpanded(expanded);
 }
 
+void panLoadProfile::TellThatStepIsFull(std::int32_t position) {
+    const CLoadStep& step = m_project.profile.LoadStep(position);
+    std::string text =
+        "Step " + std::to_string(position) + ", \"" + step.Description() + "\", takes no more loads.";
+    if (step.NumLoads() < kMostLoads) {
+        text += "\r\nLoads that were taken from it count too, until the project is saved and opened again.";
+    }
+    m_platform->ShowMessage(this, {.text = text, .icon = MessageIcon::Exclamation});
+}
+
 void panLoadProfile::MoveLoad(QTreeWidgetItem& node, int by) {
     const std::int32_t position = m_tree->StepPosition(node);
     CLoadStep& from = m_project.profile.LoadStep(position);
     CLoadStep& to = m_project.profile.LoadStep(position + by);
-    to.RequireRoom();  // before the load leaves its step, so that a refusal loses nothing
     ProfileTree::LoadID(node, to.AddLoad(from.TakeLoad(ProfileTree::LoadID(node))));
     const QSignalBlocker quiet(m_tree);
     QTreeWidgetItem* other = m_tree->topLevelItem(position - 1 + by);

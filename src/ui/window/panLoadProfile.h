@@ -41,6 +41,10 @@ class panLoadProfile final : public Panel {
     ///         "panLoadProfile::DisplayNewLoad".
     void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId);
     void ClearAllLoads();
+    /// Selects a load of the step at a position.
+    void SelectLoad(std::int32_t stepNumber, std::int32_t loadId);
+    /// Selects the first step, as a project that has just been opened shows it.
+    void ShowBeginning();
 
     /// Keeps the lists from being drawn, and the properties from being worked out, while many nodes are
     /// added.
@@ -71,6 +75,7 @@ class panLoadProfile final : public Panel {
     void Move(int by);
     void MoveStep(QTreeWidgetItem& node, int by);
     void MoveLoad(QTreeWidgetItem& node, int by);
+    void TellThatStepIsFull(std::int32_t position);
 
     PlatformServices* m_platform;
     LoadFormProject m_project;

@@ -58,6 +58,7 @@ panProject::panProject(PlatformServices& platform, QWidget* parent)
         Heading(text);
         emit ProjectNameChanged(text);
     });
+    WatchEdits();
 }
 
 void panProject::ModifiedDateTime(const DateTime& moment) {
@@ -86,6 +87,7 @@ std::string panProject::CustomerName() const {
 
 void panProject::Description(const std::string& text) {
     m_description = text;
+    const QSignalBlocker shown(m_txtDescription);  // not entered
     m_txtDescription->setPlainText(ToQt(text));
 }
 

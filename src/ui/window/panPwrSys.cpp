@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "ChoiceBox.h"
+#include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
 #include "SiteControls.h"
@@ -92,7 +93,9 @@ panPwrSys::panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent)
     Content()->addStretch(1);
     CheckFields();
     WireLimits();
+    WireChoices();
     MetricUnits(m_metricShown);
+    WatchEdits();
 }
 
 void panPwrSys::BuildElectric() {
@@ -159,18 +162,39 @@ void panPwrSys::CheckFields() {
                                .least = kLeastParallelSets,
                                .most = kMostParallelSets,
                                .whole = true});
-    Check(m_txtAltitude, "Invalid altitude entered", "0",
-          [this](const std::string& text) { m_site->Altitude(Stored(SiteFigure::Altitude, text)); });
-    Check(m_txtAmbTemp, "Invalid ambient temperature entered", "0",
-          [this](const std::string& text) { m_site->AmbTemp(Stored(SiteFigure::AmbTemp, text)); });
-    Check(m_txtMaxFreqDip, "Invalid frequecy dip entered", nullptr,
-          [this](const std::string& text) { m_site->MaxFreqDip(EntryNumbers().Whole(text)); });
-    Check(m_txtMaxHarmonics, "Invalid harmonic limit entered", nullptr,
-          [this](const std::string& text) { m_site->MaxHarmonics(EntryNumbers().Whole(text)); });
-    Check(m_txtMaxVoltDip, "Invalid voltage dip entered", nullptr,
-          [this](const std::string& text) { m_site->MaxVoltageDip(EntryNumbers().Whole(text)); });
-    Check(m_txtParallelSets, "Invalid number of gensets entered", "1",
-          [this](const std::string& text) { m_site->GensetsInParallel(EntryNumbers().Whole(text)); });
+    const auto zero = [] { return std::string("0"); };
+    Check(
+        {.field = m_txtAltitude,
+         .complaint = "Invalid altitude entered",
+         .blank = zero,
+         .held = [this] { Altitude(m_site->Altitude()); },
+         .store = [this](const std::string& text) { m_site->Altitude(Stored(SiteFigure::Altitude, text)); }});
+    Check({.field = m_txtAmbTemp,
+           .complaint = "Invalid ambient temperature entered",
+           .blank = zero,
+           .held = [this] { AmbTemp(m_site->AmbTemp()); },
+           .store = [this](const std::string& text) { m_site->AmbTemp(Stored(SiteFigure::AmbTemp, text)); }});
+    Check({.field = m_txtMaxFreqDip,
+           .complaint = "Invalid frequecy dip entered",
+           .blank = {},
+           .held = [this] { MaxFreqDip(m_site->MaxFreqDip()); },
+           .store = [this](const std::string& text) { m_site->MaxFreqDip(EntryNumbers().Whole(text)); }});
+    Check({.field = m_txtMaxHarmonics,
+           .complaint = "Invalid harmonic limit entered",
+           .blank = {},
+           .held = [this] { MaxHarmonics(m_site->MaxHarmonics()); },
+           .store = [this](const std::string& text) { m_site->MaxHarmonics(EntryNumbers().Whole(text)); }});
+    Check({.field = m_txtMaxVoltDip,
+           .complaint = "Invalid voltage dip entered",
+           .blank = {},
+           .held = [this] { MaxVoltageDip(m_site->MaxVoltageDip()); },
+           .store = [this](const std::string& text) { m_site->MaxVoltageDip(EntryNumbers().Whole(text)); }});
+    Check({.field = m_txtParallelSets,
+           .complaint = "Invalid number of gensets entered",
+           .blank = [] { return std::string("1"); },
+           .held = [this] { GensetsInParallel(m_site->GensetsInParallel()); },
+           .store =
+               [this](const std::string& text) { m_site->GensetsInParallel(EntryNumbers().Whole(text)); }});
 }
 
 QString panPwrSys::SentenceOn(const EntryField& field) const {
@@ -184,31 +208,69 @@ QString panPwrSys::SentenceOn(const EntryField& field) const {
     return &field == m_txtAmbTemp ? of(SiteFigure::AmbTemp, 153) : field.Complaint();
 }
 
-void panPwrSys::Check(EntryField* field, const char* complaint, const char* blank,
-                      std::function<void(const std::string& text)> store) {
-    field->CheckBeforeLeaving([this, field, complaint, blank, store = std::move(store)] {
-        field->ClearError();
-        const QString trimmed = field->text().trimmed();
-        if (trimmed != field->text()) {
-            field->setText(trimmed);
+void panPwrSys::Check(Checked checked) {
+    m_checked.push_back(std::move(checked));
+    m_checked.back().field->CheckBeforeLeaving(
+        [this, place = m_checked.size() - 1] { return IsRefused(m_checked[place]); });
+}
+
+bool panPwrSys::IsRefused(const Checked& checked) {
+    EntryField* field = checked.field;
+    field->ClearError();
+    const QString trimmed = field->text().trimmed();
+    if (trimmed != field->text()) {
+        field->setText(trimmed);
+    }
+    if (field->text().isEmpty()) {
+        if (!checked.blank) {
+            return false;
         }
-        if (field->text().isEmpty()) {
-            if (blank == nullptr) {
-                return false;
+        field->Content(checked.blank());
+    }
+    try {
+        checked.store(field->Content());
+    } catch (const RaisedError&) {
+        field->ShowError(SentenceOn(*field));
+        m_platform->ShowMessage(this,
+                                {.text = checked.complaint, .icon = MessageIcon::Stop, .title = kErrorTitle});
+        m_platform->Beep();
+        return true;
+    }
+    return false;
+}
+
+EntryField* panPwrSys::PrepareToStore() {
+    for (const Checked& checked : m_checked) {
+        if (!checked.field->text().trimmed().isEmpty()) {
+            if (!checked.field->isEnabled()) {
+                RestoreUnlessAccepted(checked);
+            } else if (IsRefused(checked)) {
+                return checked.field;
             }
-            field->setText(blank);
         }
-        try {
-            store(field->Content());
-        } catch (const RaisedError&) {
-            field->ShowError(SentenceOn(*field));
-            m_platform->ShowMessage(this,
-                                    {.text = complaint, .icon = MessageIcon::Stop, .title = kErrorTitle});
-            m_platform->Beep();
-            return true;
+    }
+    FillEmptied();
+    return nullptr;
+}
+
+void panPwrSys::FillEmptied() {
+    for (const Checked& checked : m_checked) {
+        if (!checked.field->text().trimmed().isEmpty()) {
+            continue;
         }
-        return false;
-    });
+        if (checked.blank) {
+            checked.field->Content(checked.blank());
+        } else {
+            checked.held();
+        }
+    }
+}
+
+void panPwrSys::RestoreUnlessAccepted(const Checked& checked) {
+    FailureRegion region;
+    if (!region.Run([&] { checked.store(checked.field->Content()); })) {
+        checked.held();
+    }
 }
 
 void panPwrSys::WireLimits() {
@@ -219,6 +281,22 @@ void panPwrSys::WireLimits() {
                                                              m_txtMaxHarmonics, m_updMaxHarmonics}) {
         optional->setEnabled(false);
     }
+}
+
+void panPwrSys::WireChoices() {
+    const auto fromList = [this](const ChoiceBox* list, SiteChoice choice) {
+        connect(list, &QComboBox::activated, this, [this, choice] { emit Chosen(choice); });
+    };
+    fromList(m_cboVolts, SiteChoice::Voltage);
+    fromList(m_cboConn, SiteChoice::Connection);
+    fromList(m_cboAltTempRise, SiteChoice::RiseDuty);
+    const auto fromGroup = [this](const QWidget* group, SiteChoice choice) {
+        for (const auto* button : group->findChildren<QAbstractButton*>()) {
+            connect(button, &QAbstractButton::clicked, this, [this, choice] { emit Chosen(choice); });
+        }
+    };
+    fromGroup(m_fraFreq, SiteChoice::Frequency);
+    fromGroup(m_fraFuel, SiteChoice::Fuel);
 }
 
 void panPwrSys::ConnectionClicked() {

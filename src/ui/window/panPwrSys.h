@@ -9,6 +9,7 @@
 #include "EntryField.h"
 #include "GensetRecords.h"
 #include "Panel.h"
+#include "SiteChoice.h"
 #include "SiteEntry.h"
 
 class QCheckBox;
@@ -73,12 +74,26 @@ class panPwrSys final : public Panel, public PwrSysDisplay {
     /// The connections offered, in the database's order.
     void Connections(const std::vector<ConnectionRecord>& connections);
 
+    /// What the panel shows for a choice, and so what a store takes; empty where it shows none.
+    [[nodiscard]] QString Shown(SiteChoice choice) const;
+
+    /// Looks through the fields before a store, which must not fail under the user's hands: emptied ones are
+    /// filled, and a bad one, wherever the focus is, gets its message.
+    /// @return the bad field; null if the fields can be stored.
+    [[nodiscard]] EntryField* PrepareToStore();
+    /// Gives emptied limits what the record holds, and the other emptied fields what leaving them gives.
+    void FillEmptied();
+
     /// Writes the fields into the record, in SI. A list without a selection leaves the record's own value.
     /// @throws RaisedError of the fields and setters, from "panPwrSys::Store".
     void Store(CPwrSys& site) const;
 
     /// Shows SI or English units, and converts what is shown; a text that is no number becomes empty.
     void MetricUnits(bool metric) override;
+
+  signals:
+    /// The user has chosen, if only what was shown already.
+    void Chosen(genvara::SiteChoice choice);
 
   private:
     void BuildElectric();
@@ -87,11 +102,20 @@ class panPwrSys final : public Panel, public PwrSysDisplay {
     void AddLimit(FormGrid& grid, QWidget* caption, EntryField* field, UpDown* arrows);
     void CheckFields();
     void WireLimits();
-    /// Checks a field before the focus leaves it.
-    /// @param blank what an empty text becomes; none for a field that may stay empty.
-    /// @param store writes the text into the record.
-    void Check(EntryField* field, const char* complaint, const char* blank,
-               std::function<void(const std::string& text)> store);
+    void WireChoices();
+    /// A field that is checked before the focus leaves it.
+    struct Checked {
+        EntryField* field;
+        const char* complaint;
+        std::function<std::string()>
+            blank;                   ///< what an empty text becomes; none for a field that may stay so
+        std::function<void()> held;  ///< shows the record's value
+        std::function<void(const std::string& text)> store;  ///< writes the text into the record
+    };
+    void Check(Checked checked);
+    /// Checks a field and tells what is wrong; true if the focus has to stay.
+    bool IsRefused(const Checked& checked);
+    static void RestoreUnlessAccepted(const Checked& checked);
     void ConnectionClicked();
     void FreqDipClicked();
     void HarmonicsClicked();
@@ -105,6 +129,7 @@ class panPwrSys final : public Panel, public PwrSysDisplay {
     PlatformServices* m_platform;
     CPwrSys* m_site;
     bool m_metricShown = false;
+    std::vector<Checked> m_checked;
     std::vector<std::int32_t> m_connPhases;  ///< phases by row of the connections
 
     ChoiceBox* m_cboVolts;

@@ -145,6 +145,22 @@ bool panPwrSys::MaxHarmonicsEnabled() const {
     return m_chkEnableHarm->isChecked();
 }
 
+QString panPwrSys::Shown(SiteChoice choice) const {
+    switch (choice) {
+        case SiteChoice::Voltage:
+            return m_cboVolts->currentIndex() < 0 ? QString() : m_cboVolts->currentText() + " V";
+        case SiteChoice::Connection:
+            return m_cboConn->currentText();
+        case SiteChoice::Frequency:
+            return QString("%1 Hz").arg(Freq());
+        case SiteChoice::Fuel:
+            return Caption(CaptionOfFuel(Fuel()));
+        case SiteChoice::RiseDuty:
+            return m_cboAltTempRise->currentText();
+    }
+    return {};
+}
+
 std::int32_t panPwrSys::Phases() const {
     const int row = m_cboConn->currentIndex();
     return row < 0 ? 0 : m_connPhases.at(static_cast<std::size_t>(row));

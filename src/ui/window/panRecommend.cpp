@@ -137,8 +137,10 @@ void panRecommend::FocusRule() {
         return;
     }
     m_enableExport(false);
-    FillReportCommon(m_reports, Sources());
-    ShowRichText(m_reports.CreateNoMatchReport());
+    Report([this] {
+        FillReportCommon(m_reports, Sources());
+        return m_reports.CreateNoMatchReport();
+    });
 }
 
 void panRecommend::ChosenClicked(int row) {
@@ -158,12 +160,21 @@ void panRecommend::RejectedClicked(int row) {
 void panRecommend::ShowReport(bool undersized) {
     const WaitCursor busy;
     const std::int32_t type = m_cboAvailReports->Code().value_or(report_type::kSizing);
-    ShowRichText(m_reports.CreateReport(type, undersized));
+    Report([&] { return m_reports.CreateReport(type, undersized); });
 }
 
 void panRecommend::ShowRichText(const std::string& report) {
     m_rtfRecommend->FooterName(ToQt(m_reports.Data().ProjectName));
     m_rtfRecommend->RichText(report);
+}
+
+void panRecommend::Report(const std::function<std::string()>& make) {
+    FailureRegion region;
+    if (!region.Run([&] { ShowRichText(make()); })) {
+        m_rtfRecommend->Clear();
+        m_platform->ShowMessage(this, {.text = m_application->Document().WhyNotReported(*region.Pending()),
+                                       .icon = MessageIcon::Exclamation});
+    }
 }
 
 void panRecommend::ReportClicked() {

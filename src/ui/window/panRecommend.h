@@ -66,6 +66,8 @@ class panRecommend final : public Panel {
     void ReportClicked();
     void UndersizedClicked();
     void FocusRule();
+    /// Works out a report; one that cannot be is told, and leaves an empty view.
+    void Report(const std::function<std::string()>& make);
     void ShowReport(bool undersized);
     void ShowRichText(const std::string& report);
     void UsePrintSetup();

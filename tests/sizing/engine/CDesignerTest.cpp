@@ -71,6 +71,50 @@ TEST(Designer, WithoutCandidatesKeepsTheTotalsOfTheRunBefore) {
     EXPECT_TRUE(fixture.designer.VTHD_CalcsValid());  // connection 1
 }
 
+TEST(Designer, BringsBackTheResultsOfAnEarlierRun) {
+    EngineFixture fixture;
+    fixture.AddKilowatts(90);
+    fixture.gensets.rows = {MakeRow({.rating = 300}), MakeRow({.rating = 80})};
+    ASSERT_EQ(fixture.Run(), 1);
+    const CDesigner::Results before = fixture.designer.LastRun();
+    fixture.AddKilowatts(900);
+    fixture.gensets.rows = {MakeRow({.rating = 2000}), MakeRow({.rating = 2500}), MakeRow({.rating = 100})};
+    fixture.site.ConnectCode(8);
+    ASSERT_EQ(fixture.Run(), 2);
+    EXPECT_EQ(fixture.designer.TotalRunningKW(), 990.0);
+    ASSERT_FALSE(fixture.designer.VTHD_CalcsValid());
+    fixture.designer.LastRun(before);
+    EXPECT_EQ(fixture.designer.NumChosenSets(), 1);
+    EXPECT_EQ(fixture.designer.SetNominalRating(0), 300.0);
+    ASSERT_EQ(fixture.designer.NumRejectedSets(), 1);
+    EXPECT_EQ(fixture.designer.SetNominalRatingRej(0), 80.0);
+    EXPECT_EQ(fixture.designer.TotalRunningKW(), 90.0);
+    EXPECT_EQ(fixture.designer.PeakStartingKVA(), 90.0);
+    EXPECT_TRUE(fixture.designer.VTHD_CalcsValid());  // connection 1
+    EXPECT_EQ(fixture.designer.Counts().Candidates(), 2);
+    EXPECT_EQ(fixture.designer.Verdicts(0).size(), 1U) << "of the one step that there was";
+}
+
+TEST(Designer, ForgetsARunButNotItsSettings) {
+    EngineFixture fixture;
+    fixture.AddKilowatts(90);
+    fixture.gensets.rows = {MakeRow({.rating = 300}), MakeRow({.rating = 100})};
+    fixture.designer.MaxLoading(85);
+    EXPECT_EQ(fixture.Run(), 1);  // 90 of 100 kW are beyond the limit
+    ASSERT_EQ(fixture.designer.NumRejectedSets(), 1);
+    fixture.designer.SelectGensets();
+    fixture.designer.ForgetRun();
+    EXPECT_EQ(fixture.designer.NumChosenSets(), 0);
+    EXPECT_EQ(fixture.designer.NumRejectedSets(), 0);
+    EXPECT_EQ(fixture.designer.TotalRunningKW(), 0.0);
+    EXPECT_EQ(fixture.designer.PeakStartingKVA(), 0.0);
+    EXPECT_FALSE(fixture.designer.VTHD_CalcsValid());
+    EXPECT_EQ(fixture.designer.Counts().Candidates(), 0);
+    EXPECT_EQ(fixture.designer.MaxLoading(), 85);
+    EXPECT_EQ(fixture.designer.ChooseSets(), 0) << "the candidates are forgotten too";
+    EXPECT_EQ(fixture.Run(), 1);
+}
+
 struct LoadingCase {
     double kilowatts;
     std::int32_t minLoading;

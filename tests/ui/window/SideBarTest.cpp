@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QMouseEvent>
 #include <QTest>
@@ -90,10 +91,8 @@ TEST_F(SideBar, LaysPicturesOutInTwips) {
             Move({55, y});
             EXPECT_EQ(bar.ActiveCtrl(), item) << y;
         }
-        for (const int y : {first - 1, last + 2}) {
-            Move({55, y});
-            EXPECT_EQ(bar.ActiveCtrl(), 0) << y;
-        }
+        Move({55, first - 1});
+        EXPECT_EQ(bar.ActiveCtrl(), 0) << first - 1;
         // Half of the width less the picture's: 35 .. 75.
         for (const int x : {35, 74}) {
             Move({x, first + 10});
@@ -104,6 +103,73 @@ TEST_F(SideBar, LaysPicturesOutInTwips) {
             EXPECT_EQ(bar.ActiveCtrl(), 0) << x;
         }
     }
+}
+
+TEST_F(SideBar, TheTitleActsLikeItsPictureAndThereIsNothingBetweenThem) {
+    const QFontMetrics text(bar.font());
+    const int half = text.horizontalAdvance("Title") / 2;
+    for (int item = 0; item < 4; ++item) {
+        // The picture ends 46.67 pixels below the item's top of 66.67 each; the title's line begins 2 below.
+        const int end = (100 + 1000 * item + 600) / 15;
+        for (const int y : {end, end + 1, end + 2 + text.height() / 2, end + text.height()}) {
+            Move({54, y});
+            EXPECT_EQ(bar.ActiveCtrl(), item + 1) << y;
+            ExpectBox(item, Qt::red, Qt::blue);
+            QTest::mouseClick(&bar, Qt::LeftButton, {}, {54 - half + 2, y});
+            EXPECT_THAT(raised, ElementsAre(10 + item));
+            raised.clear();
+        }
+        for (const QPoint beside : {QPoint(54 - half - 4, end + 8), QPoint(54 + half + 4, end + 8),
+                                    QPoint(54, end + 2 + text.height() + 2)}) {
+            Move(beside);
+            EXPECT_EQ(bar.ActiveCtrl(), 0) << beside.x() << ", " << beside.y();
+        }
+    }
+}
+
+TEST_F(SideBar, ItsItemsAreButtonsToAScreenReader) {
+    bar.Keys({"Ctrl+1", "Ctrl+2", "Ctrl+3"});
+    bar.ShowCurrent(12);
+    QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(&bar);
+    ASSERT_NE(reader, nullptr);
+    EXPECT_EQ(reader->text(QAccessible::Name), "Panels");
+    ASSERT_EQ(reader->childCount(), 4);
+    EXPECT_EQ(reader->child(4), nullptr);
+    EXPECT_EQ(reader->child(-1), nullptr);
+    bar.AddItem("last", "Another title", 4, 99);
+    ASSERT_EQ(reader->childCount(), 5);
+    QApplication::setActiveWindow(&bar);
+    bar.setFocus();
+    for (int index = 0; index < 5; ++index) {
+        QAccessibleInterface* item = reader->child(index);
+        ASSERT_NE(item, nullptr);
+        EXPECT_EQ(item->role(), QAccessible::Button);
+        EXPECT_EQ(item->text(QAccessible::Name), index == 4 ? "Another title" : "Title");
+        EXPECT_EQ(item->text(QAccessible::Accelerator), index < 3 ? QString("Ctrl+%1").arg(index + 1) : "");
+        EXPECT_EQ(item->parent(), reader);
+        EXPECT_EQ(reader->indexOfChild(item), index);
+        EXPECT_EQ(reader->child(index), item) << "the same each time";
+        EXPECT_EQ(item->childCount(), 0);
+        EXPECT_EQ(item->state().checked, index == 2U) << "the panel that is shown";
+        EXPECT_TRUE(item->state().checkable && item->state().focusable);
+        EXPECT_EQ(item->state().focused, index == 0U);
+        const QPoint middle = bar.mapToGlobal(Middle(index));
+        EXPECT_TRUE(item->rect().contains(middle));
+        EXPECT_EQ(reader->childAt(middle.x(), middle.y()), item);
+    }
+    EXPECT_EQ(reader->childAt(bar.mapToGlobal(kOutside).x(), bar.mapToGlobal(kOutside).y()), nullptr);
+
+    QAccessibleActionInterface* second = reader->child(1)->actionInterface();
+    ASSERT_NE(second, nullptr);
+    EXPECT_THAT(second->actionNames(), ElementsAre("Press", "SetFocus"));
+    EXPECT_EQ(second->keyBindingsForAction("Press"), QStringList{"Ctrl+2"});
+    EXPECT_EQ(reader->child(3)->actionInterface()->keyBindingsForAction("Press"), QStringList());
+    second->doAction("Press");
+    EXPECT_THAT(raised, ElementsAre(11));
+    EXPECT_EQ(reader->focusChild(), reader->child(1)) << "the keyboard goes on from there";
+    reader->child(3)->actionInterface()->doAction("SetFocus");
+    EXPECT_EQ(reader->focusChild(), reader->child(3));
+    EXPECT_THAT(raised, ElementsAre(11));
 }
 
 TEST_F(SideBar, PrintsTheTitleCentredBeneathThePicture) {

@@ -447,8 +447,8 @@ TEST_F(Desktop, ShowsFindsInAndClosesTheHelp) {
     WriteBytes(folder / "Helpfile.hlp",
                "<html><body><h1>Steps</h1><p>A genset starts a step.</p></body></html>");
     EXPECT_TRUE(desktop.CloseHelp()) << "there is none";
-    EXPECT_FALSE(desktop.ShowHelp(nullptr, (folder / "missing.hlp").string()));
-    ASSERT_TRUE(desktop.ShowHelp(nullptr, (folder / "Helpfile.hlp").string()));
+    EXPECT_FALSE(desktop.ShowHelp(nullptr, (folder / "missing.hlp").string(), {}));
+    ASSERT_TRUE(desktop.ShowHelp(nullptr, (folder / "Helpfile.hlp").string(), {}));
     HelpWindow* help = nullptr;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
         if (auto* window = qobject_cast<HelpWindow*>(widget); window != nullptr && window->isVisible()) {

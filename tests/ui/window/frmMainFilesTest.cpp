@@ -91,27 +91,6 @@ TEST_F(FileCommands, ACancelledSaveLeavesTheProjectUnnamedAndDirty) {
     EXPECT_TRUE(platform.ends.empty());
 }
 
-TEST_F(FileCommands, AFailedSaveOfTheMenuEndsTheProgramAndKeepsTheProject) {
-    Name("Precious");
-    platform.files = {Unwritable()};
-    Run("mnuFileSave");
-    ASSERT_EQ(platform.ends.size(), 1U);
-    EXPECT_EQ(platform.ends[0].Number(), 53);
-    EXPECT_EQ(platform.ends[0].Source(), "frmMain::WriteProjectFile");
-    EXPECT_THAT(platform.ends[0].Description(), StartsWith("Error opening " + Unwritable() + "\r\n"));
-    EXPECT_THAT(ReadBytes(platform.asked.back().text), HasSubstr("\"Precious\""));
-}
-
-TEST_F(FileCommands, AFailedSaveOfTheToolbarIsPassedOverAndStoresNothing) {
-    Name("Mill");
-    g_ProjectDirty = true;
-    platform.files = {Unwritable()};
-    Run("butSave");
-    EXPECT_TRUE(platform.ends.empty());
-    EXPECT_TRUE(g_ProjectDirty);
-    EXPECT_EQ(App().Project().ProjName(), "");
-}
-
 TEST_F(FileCommands, ASaveShowsItsTimeButTheRecordKeepsItsOwn) {
     App().Project().LastModified(DateTime{2001, 2, 3, 4, 5, 6});
     SaveAs(NewFile("a.prj"));
@@ -252,16 +231,13 @@ TEST_F(FileCommands, OpenRefusesAnIncompatibleFileButTakesItsName) {
     EXPECT_FALSE(g_ProjectDirty);
 }
 
-TEST_F(FileCommands, OpenShowsTheProjectPanelUnlessItSavedFirst) {
-    Bar(1);
-    Open(Sample("farm.prj"));
-    EXPECT_EQ(ShownPanel(), "panProject");
+TEST_F(FileCommands, OpenSavesFirstWhereItIsAskedTo) {
     SaveAs(NewFile("a.prj"));
-    Bar(1);
+    Name("Mill");
     g_ProjectDirty = true;
     platform.answers = {MessageAnswer::Yes};
     Open(Sample("farm.prj"));
-    EXPECT_EQ(ShownPanel(), "panPwrSys");
+    EXPECT_THAT(ReadBytes(NewFile("a.prj")), HasSubstr("\"Mill\""));
     EXPECT_FALSE(g_ProjectDirty);
 }
 
@@ -410,11 +386,11 @@ TEST_F(ReportCommands, SaveTheReportAsPdfUnderTheProjectsName) {
     EXPECT_THAT(ReadBytes(folder / "r.pdf"), StartsWith("%PDF"));
     EXPECT_THAT(ReadBytes(folder / "r.pdf"), HasSubstr("/CreationDate (D:20260304150607"));
     EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage().toStdString(),
-              "Saved as " + (folder / "r.pdf").string() + ".");
+              "Saved the report as r.pdf.");
     Name("");
     platform.files = {""};
     Run("mnuFileSaveReportPdf");
-    EXPECT_EQ(platform.Take().at(0).file.initialName, "Report.pdf");
+    EXPECT_EQ(platform.Take().at(0).file.initialName, "");
 }
 
 TEST_F(ReportCommands, SaveNoPdfOverWhatTheReportWasMadeFrom) {
@@ -428,7 +404,7 @@ TEST_F(ReportCommands, SaveNoPdfOverWhatTheReportWasMadeFrom) {
         platform.Take();
         Run("mnuFileSaveReportPdf");
         const Message message = platform.Take().back().message;
-        EXPECT_EQ(message.text, input.string() + " is what the report was made from. Choose another name.");
+        EXPECT_THAT(message.text, StartsWith("Nothing was written to " + input.string() + ": this is the "));
     }
     EXPECT_EQ(ReadBytes(folder / "p.prj"), project);
 }
@@ -463,13 +439,13 @@ TEST_F(ReportCommands, ExportTheSpecOfTheSet) {
 TEST_F(ReportCommands, ExportTellsOfCharactersThatTheFileLacks) {
     platform.files = {NewFile("s.gvx"), NewFile("t.gvx")};
     Run("mnuFileExport");
-    EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage(), "Exported.");
+    EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage(), "Exported s.gvx.");
     Name("\u03a9mega \u0142");  // a Greek and a Polish letter, neither in Windows-1252
     Bar(3);
     Run("mnuFileExport");
     EXPECT_THAT(ReadBytes(folder / "t.gvx"), HasSubstr("?mega ?"));
     EXPECT_EQ(Find<QStatusBar>(Window(), "sbrMain").currentMessage(),
-              "Exported; 2 characters that the file cannot hold were written as \"?\".");
+              "Exported t.gvx; 2 characters that the file cannot hold were written as \"?\".");
 }
 
 TEST_F(ReportCommands, PrintTheWholeReport) {

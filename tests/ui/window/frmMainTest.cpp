@@ -12,11 +12,14 @@
 
 #include "EntryField.h"
 #include "Globals.h"
+#include "LastChance.h"
+#include "RaisedErrorMatcher.h"
 #include "ReportView.h"
 #include "StringTable.h"
 #include "WindowFixture.h"
 #include "ctlSideBar.h"
 #include "panLoadProfile.h"
+#include "panPwrSys.h"
 
 namespace genvara {
 namespace {
@@ -175,23 +178,126 @@ TEST_F(MainWindow, SwitchesPanelsByKeysUnlessAFieldHoldsTheFocus) {
     EXPECT_TRUE(platform.ends.empty());
 }
 
-TEST_F(MainWindow, AFailedStoreOfAClickEndsTheProgramAndKeepsTheProject) {
-    Control<EntryField>("panProject", "txtName").setText("Precious");
+TEST_F(MainWindow, AFailedStoreLeavesTheClickButNoClickGetsThere) {
     Bar(1);
     auto& dip = Control<EntryField>("panPwrSys", "txtMaxFreqDip");
     dip.setText("");  // passes its own check, but reads as 0
+    EXPECT_THAT([this] { Window().SideBarClicked(2); },
+                Raises(12, "panPwrSys::Store", "Invalid maximum frequency dip"));
     Bar(2);
+    EXPECT_EQ(ShownPanel(), "panLoadProfile");
+    EXPECT_TRUE(platform.ends.empty());
+}
+
+TEST_F(MainWindow, AFailureThatNobodyForesawEndsTheProgramAndKeepsTheProject) {
+    Control<EntryField>("panProject", "txtName").setText("Precious");
+    RunEvent([] { throw RaisedError(12, "panPwrSys::Store", "Invalid maximum frequency dip"); });
     ASSERT_EQ(platform.ends.size(), 1U);
     EXPECT_EQ(platform.ends.front().Number(), 12);
-    EXPECT_EQ(platform.ends.front().Source(), "panPwrSys::Store");
-    EXPECT_EQ(platform.ends.front().Description(), "Invalid maximum frequency dip");
     const std::string rescued = platform.asked.back().text;
     EXPECT_THAT(ReadBytes(rescued), HasSubstr("\"Precious\""));
 }
 
-TEST_F(MainWindow, TheHelpCommandClosesTheHelpAndTheKeyOpensIt) {
-    Run("mnuHelpTopics");
-    EXPECT_EQ(platform.Take().at(0).what, "closehelp");
+TEST_F(MainWindow, AnEmptiedLimitGetsItsRecordsValueBackBeforeItIsStored) {
+    struct Limit {
+        const char* field;
+        const char* tick;
+        std::int32_t (CPwrSys::*held)() const noexcept;
+        std::int32_t value;
+    };
+    CPwrSys& site = App().PowerSystem();
+    site.MaxVoltageDip(22);
+    site.MaxFreqDip(13);
+    site.MaxHarmonics(9);
+    site.Display(Find<panPwrSys>(Window(), "panPwrSys"), false);
+    const Limit limits[] = {{"txtMaxVoltDip", nullptr, &CPwrSys::MaxVoltageDip, 22},
+                            {"txtMaxFreqDip", "chkEnableFreqDip", &CPwrSys::MaxFreqDip, 13},
+                            {"txtMaxHarmonics", "chkEnableHarm", &CPwrSys::MaxHarmonics, 9}};
+    const std::function<void()> ways[] = {
+        [this] { Bar(2); }, [this] { QTest::keyClick(&Window(), Qt::Key_1, Qt::ControlModifier); },
+        [this] { Open(Sample("farm.prj")); },
+        [this] {
+            platform.files = {(folder / "a.prj").string()};
+            Run("mnuFileSaveAs");
+        },
+        [this] { Run("butSave"); }};
+    for (const bool ticked : {true, false}) {
+        for (const Limit& limit : limits) {
+            for (std::size_t way = 0; way < std::size(ways); ++way) {
+                SCOPED_TRACE(std::string(limit.field) + " by way " + std::to_string(way));
+                site.MaxVoltageDip(22);
+                site.MaxFreqDip(13);
+                site.MaxHarmonics(9);
+                site.MaxFreqDipEnabled(ticked);
+                site.MaxHarmonicsEnabled(ticked);
+                site.Display(Find<panPwrSys>(Window(), "panPwrSys"), false);
+                Bar(1);
+                auto& field = Control<EntryField>("panPwrSys", limit.field);
+                field.setFocus();
+                field.setText(way % 2 == 0 ? "" : "  ");
+                platform.files.clear();
+                ways[way]();
+                EXPECT_TRUE(platform.ends.empty());
+                for (const auto& asked : platform.Take()) {
+                    EXPECT_NE(asked.what, "message") << asked.message.text;
+                }
+                if (way != 2) {  // which shows another project
+                    EXPECT_EQ(field.text().toInt(), limit.value);
+                    EXPECT_EQ((site.*limit.held)(), limit.value);
+                }
+            }
+        }
+    }
+}
+
+TEST_F(MainWindow, WhateverElseIsEmptiedIsFilledAsOnLeavingIt) {
+    CPwrSys& site = App().PowerSystem();
+    Bar(1);
+    for (const char* name : {"txtAltitude", "txtAmbTemp", "txtParallelSets"}) {
+        Control<EntryField>("panPwrSys", name).setText("");
+    }
+    platform.files = {(folder / "a.prj").string()};
+    Run("mnuFileSaveAs");
+    EXPECT_TRUE(platform.ends.empty());
+    EXPECT_EQ(site.Altitude(), 0.0);
+    EXPECT_DOUBLE_EQ(site.AmbTemp(), -160.0 / 9.0) << "0 degrees Fahrenheit";
+    EXPECT_EQ(site.GensetsInParallel(), 1);
+}
+
+TEST_F(MainWindow, ABadFieldKeepsItsUserWhereverTheFocusIs) {
+    for (const bool disabled : {false, true}) {
+        Bar(1);
+        Control<QAbstractButton>("panPwrSys", "chkEnableFreqDip").setChecked(true);
+        auto& dip = Control<EntryField>("panPwrSys", "txtMaxFreqDip");
+        dip.setText("99");
+        if (disabled) {
+            Control<QAbstractButton>("panPwrSys", "chkEnableFreqDip").setChecked(false);
+        }
+        Find<QWidget>(Window(), "barMain").setFocus();
+        platform.Take();
+        Find<ctlSideBar>(Window(), "barMain").Press(3);
+        if (disabled) {
+            EXPECT_EQ(ShownPanel(), "panLoadProfile") << "what plays no part is no reason to stay";
+            EXPECT_EQ(dip.text(), "20");
+        } else {
+            EXPECT_EQ(ShownPanel(), "panPwrSys");
+            EXPECT_EQ(platform.TakeMessage().text, "Invalid frequecy dip entered");
+            EXPECT_TRUE(dip.InError());
+            EXPECT_TRUE(dip.hasFocus());
+            dip.setText("20");
+        }
+        EXPECT_TRUE(platform.ends.empty());
+    }
+}
+
+TEST_F(MainWindow, TheHelpCommandClosesTheHelpAndOpensItAsTheKeyDoes) {
+    for (const char* command : {"mnuHelpTopics", "butHelp"}) {
+        Run(command);
+        const auto asked = platform.Take();
+        ASSERT_EQ(asked.size(), 2U);
+        EXPECT_EQ(asked[0].what, "closehelp");
+        EXPECT_EQ(asked[1].what, "help");
+    }
     Run("helpContents");
     EXPECT_EQ(platform.Take().at(0).what, "help");
     platform.helpFails = true;
