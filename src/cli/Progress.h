@@ -11,6 +11,7 @@ namespace genvara {
 class Progress {
   public:
     /// @param unit of what is counted, as in "projects".
+    /// @param total 0 where nobody knows it.
     Progress(std::string unit, std::int64_t total);
     ~Progress();
     Progress(const Progress&) = delete;

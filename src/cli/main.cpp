@@ -20,6 +20,7 @@
 #include "ExplainCommand.h"
 #include "Nearest.h"
 #include "NumberText.h"
+#include "OrderCommand.h"
 #include "Output.h"
 #include "ProgramVersion.h"
 #include "RaisedError.h"
@@ -41,6 +42,7 @@ constexpr int kBadArguments = static_cast<int>(Status::BadArguments);
 /// That of a program that its reader's going away has ended: 128 and the signal's number.
 constexpr int kReaderGone = 128 + SIGPIPE;
 constexpr std::int32_t kMostJobs = 256;
+constexpr std::int32_t kMostSteps = 1000000;
 
 /// Takes a number as people write it: in decimal, whatever zeros stand before it.
 CLI::Validator Decimal() {
@@ -153,6 +155,7 @@ class CommandLine {
         AddSize();
         AddExplain();
         AddSweep();
+        AddOrder();
         AddCheck();
         AddReport();
         AddExportSpec();
@@ -236,6 +239,32 @@ class CommandLine {
             UseAllCores(*jobs);
             m_todo = [this] { return RunSweep(m_arguments, m_sweep); };
         });
+    }
+
+    void AddOrder() {
+        CLI::App* order = m_app.add_subcommand(
+            "order", "Find which loads should start together, and when, for the smallest set");
+        AddStudied(*order);
+        order->add_option("--max-steps", m_order.maxSteps, "Most steps [as many as the project has]")
+            ->transform(Decimal())
+            ->check(CLI::Range(1, kMostSteps))
+            ->type_name("N");
+        order
+            ->add_option("--before", m_order.before,
+                         "A load that starts in an earlier step than another; may be repeated")
+            ->type_name("Step[1].Load[2]<Step[3].Load[1]")
+            ->allow_extra_args(false);
+        order->add_option("--together", m_order.together, "Two loads that start together; may be repeated")
+            ->type_name("Step[1].Load[2]+Step[1].Load[3]")
+            ->allow_extra_args(false);
+        order->add_option("--seconds", m_order.seconds, "How long to search with more than 8 loads [10]")
+            ->check(CLI::NonNegativeNumber)
+            ->type_name("S");
+        AddJson(*order, "One JSON object on one line");
+        AddJobs(*order, "Accepted as for the other studies; one search keeps to one core");
+        order->add_option("-o", m_order.output, "Write the project with the best order, .prj or .json")
+            ->type_name("NEW");
+        order->callback([this] { m_todo = [this] { return RunOrder(m_arguments, m_order); }; });
     }
 
     void AddCheck() {
@@ -381,6 +410,7 @@ class CommandLine {
     DescribeArguments m_describe;
     ExplainArguments m_explain;
     SweepArguments m_sweep;
+    OrderArguments m_order;
     std::string m_folder;
     std::string m_file;
     std::function<int()> m_todo;
