@@ -20,6 +20,11 @@ class Progress {
     Progress& operator=(Progress&&) = delete;
 
     void Show(std::int64_t done);
+    /// The same where the total is known better by now.
+    void Show(std::int64_t done, std::int64_t total) {
+        m_total = total;
+        Show(done);
+    }
     /// Makes room for other output.
     void Clear();
 

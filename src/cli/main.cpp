@@ -16,6 +16,7 @@
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
+#include "AdviseCommand.h"
 #include "CommandLine.h"
 #include "ExplainCommand.h"
 #include "Nearest.h"
@@ -155,6 +156,7 @@ class CommandLine {
         AddSize();
         AddExplain();
         AddSweep();
+        AddAdvise();
         AddOrder();
         AddCheck();
         AddReport();
@@ -238,6 +240,31 @@ class CommandLine {
         sweep->callback([this, jobs] {
             UseAllCores(*jobs);
             m_todo = [this] { return RunSweep(m_arguments, m_sweep); };
+        });
+    }
+
+    void AddAdvise() {
+        CLI::App* advise =
+            m_app.add_subcommand("advise", "List the changes of a project that would let a smaller set do");
+        AddStudied(*advise);
+        advise->add_flag("--pairs", m_advise.pairs, "Try each two changes together, too");
+        advise->add_option("--kinds", m_advise.kinds, "Try changes of these kinds alone")
+            ->type_name("KIND,...");
+        AddJson(*advise, "One JSON object on one line");
+        CLI::Option* jobs = AddJobs(*advise, "Changes to try at the same time [as many as there are cores]");
+        CLI::Option* apply =
+            advise
+                ->add_option("--apply", m_advise.apply, "Write the project with this advice, counted from 0")
+                ->transform(Decimal())
+                ->check(CLI::NonNegativeNumber)
+                ->type_name("N");
+        CLI::Option* output = advise->add_option("-o", m_advise.output, "File to write, .prj or .json")
+                                  ->type_name("NEW")
+                                  ->needs(apply);
+        apply->needs(output);
+        advise->callback([this, jobs] {
+            UseAllCores(*jobs);
+            m_todo = [this] { return RunAdvise(m_arguments, m_advise); };
         });
     }
 
@@ -410,6 +437,7 @@ class CommandLine {
     DescribeArguments m_describe;
     ExplainArguments m_explain;
     SweepArguments m_sweep;
+    AdviseArguments m_advise;
     OrderArguments m_order;
     std::string m_folder;
     std::string m_file;
