@@ -5,7 +5,7 @@ _genvara_cli() {
     local limits="--db --min-loading --max-loading --max-sets --max-undersized"
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case $word in
-            size|explain|report|export-spec|check|convert|describe) command=$word ;;
+            size|explain|sweep|advise|order|report|export-spec|check|convert|describe) command=$word ;;
             catalog) command=catalog ;;
             build) [ "$command" = catalog ] && command="catalog build" ;;
         esac
@@ -14,13 +14,21 @@ _genvara_cli() {
     case $previous in
         --type) mapfile -t COMPREPLY < <(compgen -W "sizing summary" -- "$current"); return ;;
         --min-loading|--max-loading|--max-sets|--max-undersized|--jobs|--set|--undersized|--now) return ;;
+        --max-steps|--seconds|--apply|--vary|--before|--together|--model) return ;;
+        --kinds)
+            mapfile -t COMPREPLY < <(compgen -W "order split starter rectifier limit rise sets fuel" -- "$current")
+            return
+            ;;
         --db|-o) mapfile -t COMPREPLY < <(compgen -f -- "$current"); compopt -o filenames; return ;;
     esac
     local words
     case $command in
-        "") words="size explain report export-spec check convert describe catalog --help --version" ;;
+        "") words="size explain sweep advise order report export-spec check convert describe catalog --help --version" ;;
         size) words="$limits --json --jobs --help" ;;
         explain) words="$limits --json --jobs --model --all --steps --help" ;;
+        sweep) words="$limits --json --csv --jobs --vary --breaks --yes --help" ;;
+        advise) words="$limits --json --jobs --pairs --kinds --apply -o --help" ;;
+        order) words="$limits --json --jobs --max-steps --before --together --seconds -o --help" ;;
         report) words="$limits -o --set --undersized --no-match --type --metric --now --help" ;;
         export-spec) words="$limits -o --set --undersized --help" ;;
         check) words="--db --help" ;;

@@ -33,7 +33,8 @@ void Progress::Show(std::int64_t done) {
     }
     m_next = steady_clock::now() + kInterval;
     m_isShown = true;
-    fmt::print(stderr, "\r{} of {} {} ", done, m_total, m_unit);
+    const std::string total = m_total > 0 ? fmt::format(" of {}", m_total) : std::string();
+    fmt::print(stderr, "\r{}{} {} ", done, total, m_unit);
 }
 
 void Progress::Clear() {

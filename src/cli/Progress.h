@@ -11,6 +11,7 @@ namespace genvara {
 class Progress {
   public:
     /// @param unit of what is counted, as in "projects".
+    /// @param total 0 where nobody knows it.
     Progress(std::string unit, std::int64_t total);
     ~Progress();
     Progress(const Progress&) = delete;
@@ -19,6 +20,11 @@ class Progress {
     Progress& operator=(Progress&&) = delete;
 
     void Show(std::int64_t done);
+    /// The same where the total is known better by now.
+    void Show(std::int64_t done, std::int64_t total) {
+        m_total = total;
+        Show(done);
+    }
     /// Makes room for other output.
     void Clear();
 

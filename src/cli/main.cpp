@@ -16,15 +16,18 @@
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
+#include "AdviseCommand.h"
 #include "CommandLine.h"
 #include "ExplainCommand.h"
 #include "Nearest.h"
 #include "NumberText.h"
+#include "OrderCommand.h"
 #include "Output.h"
 #include "ProgramVersion.h"
 #include "RaisedError.h"
 #include "ReportCommand.h"
 #include "SizedProject.h"
+#include "SweepCommand.h"
 
 namespace genvara {
 
@@ -40,6 +43,7 @@ constexpr int kBadArguments = static_cast<int>(Status::BadArguments);
 /// That of a program that its reader's going away has ended: 128 and the signal's number.
 constexpr int kReaderGone = 128 + SIGPIPE;
 constexpr std::int32_t kMostJobs = 256;
+constexpr std::int32_t kMostSteps = 1000000;
 
 /// Takes a number as people write it: in decimal, whatever zeros stand before it.
 CLI::Validator Decimal() {
@@ -145,12 +149,15 @@ class CommandLine {
         m_app.footer(
             "Exit status: 0 done; 1 check found something; 2 the arguments are off; 3 a file or the "
             "database\n"
-            "cannot be read or written; 4 a run failed, or standard output takes no more; 130 explain was\n"
+            "cannot be read or written; 4 a run failed, or standard output takes no more; 130 a study was\n"
             "stopped; 141 the reader of standard output went away. With several projects the highest "
             "counts.");
         m_arguments.database = DatabaseBesideProgram();
         AddSize();
         AddExplain();
+        AddSweep();
+        AddAdvise();
+        AddOrder();
         AddCheck();
         AddReport();
         AddExportSpec();
@@ -208,12 +215,83 @@ class CommandLine {
         explain->add_flag("--steps", m_explain.steps,
                           "Show every step in the table, and not the worst alone");
         explain->callback([this, jobs] {
-            if (jobs->empty()) {
-                m_arguments.jobs =
-                    std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostJobs);
-            }
+            UseAllCores(*jobs);
             m_todo = [this] { return RunExplain(m_arguments, m_explain); };
         });
+    }
+
+    void AddSweep() {
+        CLI::App* sweep =
+            m_app.add_subcommand("sweep", "Size a project at every point of a grid of its values");
+        AddStudied(*sweep);
+        sweep
+            ->add_option("--vary", m_sweep.vary,
+                         "Values of one member; may be repeated, the last one runs fastest")
+            ->required()
+            ->type_name("PATH=FROM:TO:BY|PATH=VALUE,VALUE...")
+            ->allow_extra_args(false);
+        AddJson(*sweep, "One JSON object on one line for each point");
+        sweep->add_flag("--csv", m_sweep.csv, "A table of comma-separated values")
+            ->excludes(sweep->get_option("--json"));
+        CLI::Option* jobs = AddJobs(*sweep, "Points to size at the same time [as many as there are cores]");
+        sweep->add_flag("--breaks", m_sweep.breaks,
+                        "Where between FROM and TO the answer changes, in place of every point");
+        sweep->add_flag("--yes", m_sweep.yes, "Sweep more than a million points");
+        sweep->callback([this, jobs] {
+            UseAllCores(*jobs);
+            m_todo = [this] { return RunSweep(m_arguments, m_sweep); };
+        });
+    }
+
+    void AddAdvise() {
+        CLI::App* advise =
+            m_app.add_subcommand("advise", "List the changes of a project that would let a smaller set do");
+        AddStudied(*advise);
+        advise->add_flag("--pairs", m_advise.pairs, "Try each two changes together, too");
+        advise->add_option("--kinds", m_advise.kinds, "Try changes of these kinds alone")
+            ->type_name("KIND,...");
+        AddJson(*advise, "One JSON object on one line");
+        CLI::Option* jobs = AddJobs(*advise, "Changes to try at the same time [as many as there are cores]");
+        CLI::Option* apply =
+            advise
+                ->add_option("--apply", m_advise.apply, "Write the project with this advice, counted from 0")
+                ->transform(Decimal())
+                ->check(CLI::NonNegativeNumber)
+                ->type_name("N");
+        CLI::Option* output = advise->add_option("-o", m_advise.output, "File to write, .prj or .json")
+                                  ->type_name("NEW")
+                                  ->needs(apply);
+        apply->needs(output);
+        advise->callback([this, jobs] {
+            UseAllCores(*jobs);
+            m_todo = [this] { return RunAdvise(m_arguments, m_advise); };
+        });
+    }
+
+    void AddOrder() {
+        CLI::App* order = m_app.add_subcommand(
+            "order", "Find which loads should start together, and when, for the smallest set");
+        AddStudied(*order);
+        order->add_option("--max-steps", m_order.maxSteps, "Most steps [as many as the project has]")
+            ->transform(Decimal())
+            ->check(CLI::Range(1, kMostSteps))
+            ->type_name("N");
+        order
+            ->add_option("--before", m_order.before,
+                         "A load that starts in an earlier step than another; may be repeated")
+            ->type_name("Step[1].Load[2]<Step[3].Load[1]")
+            ->allow_extra_args(false);
+        order->add_option("--together", m_order.together, "Two loads that start together; may be repeated")
+            ->type_name("Step[1].Load[2]+Step[1].Load[3]")
+            ->allow_extra_args(false);
+        order->add_option("--seconds", m_order.seconds, "How long to search with more than 8 loads [10]")
+            ->check(CLI::NonNegativeNumber)
+            ->type_name("S");
+        AddJson(*order, "One JSON object on one line");
+        AddJobs(*order, "Accepted as for the other studies; one search keeps to one core");
+        order->add_option("-o", m_order.output, "Write the project with the best order, .prj or .json")
+            ->type_name("NEW");
+        order->callback([this] { m_todo = [this] { return RunOrder(m_arguments, m_order); }; });
     }
 
     void AddCheck() {
@@ -324,8 +402,26 @@ class CommandLine {
         check->callback([this] { m_todo = [this] { return RunCatalogCheck(m_file); }; });
     }
 
-    void AddJson(CLI::App& command) {
-        command.add_flag("--json", m_arguments.json, "One JSON object on one line for each project");
+    /// The one project of a study, with the options of a run.
+    void AddStudied(CLI::App& command) {
+        command.add_option("PROJECT", m_arguments.files, "Project file, .prj or .json")
+            ->required()
+            ->expected(1)
+            ->type_name("");
+        AddDatabase(command, m_arguments);
+        AddLimits(command, m_arguments);
+    }
+
+    void AddJson(CLI::App& command,
+                 const char* description = "One JSON object on one line for each project") {
+        command.add_flag("--json", m_arguments.json, description);
+    }
+
+    void UseAllCores(const CLI::Option& jobs) {
+        if (jobs.empty()) {
+            m_arguments.jobs =
+                std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostJobs);
+        }
     }
 
     CLI::Option* AddJobs(CLI::App& command, const char* description) {
@@ -340,6 +436,9 @@ class CommandLine {
     ReportArguments m_report;
     DescribeArguments m_describe;
     ExplainArguments m_explain;
+    SweepArguments m_sweep;
+    AdviseArguments m_advise;
+    OrderArguments m_order;
     std::string m_folder;
     std::string m_file;
     std::function<int()> m_todo;

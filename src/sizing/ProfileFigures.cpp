@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 
 #include "LanguageErrors.h"
 
@@ -30,26 +31,12 @@ double Kilo(double figure) {
     return figure / kWattsPerKilowatt;
 }
 
-/// The step's own running and non-linear figures on top of those that stood before.
-StepFigures Standing(const CLoadStep& step, const StepFigures& before) {
-    StepFigures now;
-    for (std::size_t p = 0; p < now.runKW.size(); ++p) {
-        const auto phase = static_cast<std::int32_t>(p);
-        now.runKW[p] = Kilo(step.TotalRunningRealPower(phase)) + before.runKW[p];
-        now.runKVAR[p] = Kilo(step.TotalRunningImgPower(phase)) + before.runKVAR[p];
-    }
-    now.rect6P = Kilo(step.TotalSixPulseRectPower()) + before.rect6P;
-    now.rect12P = Kilo(step.TotalTwelvePulseRectPower()) + before.rect12P;
-    now.rect6PFiltered = Kilo(step.TotalSixPulseRectFilteredPower()) + before.rect6PFiltered;
-    now.rect12PFiltered = Kilo(step.TotalTwelvePulseRectFilteredPower()) + before.rect12PFiltered;
-    now.phaseCtrl6P = Kilo(step.TotalSixPulsePPCPower()) + before.phaseCtrl6P;
-    for (std::size_t p = 0; p < now.rect1P.size(); ++p) {
-        const auto phase = static_cast<std::int32_t>(p) + 1;
-        now.rect1P[p] = Kilo(step.TotalSinglePhaseRectPower(phase)) + before.rect1P[p];
-        now.ballastElec[p] = Kilo(step.TotalElectBallastRealPower(phase)) + before.ballastElec[p];
-        now.ballastMag[p] = Kilo(step.TotalMagBallastRealPower(phase)) + before.ballastMag[p];
-    }
-    return now;
+/// The two sums of a figure that stands.
+template <typename Figures>
+Figures Sum(const Figures& own, const Figures& before) {
+    Figures sum;
+    std::ranges::transform(own, before, sum.begin(), std::plus<>{});
+    return sum;
 }
 
 void AddNonLinearSums(StepFigures& figures) {
@@ -58,15 +45,6 @@ void AddNonLinearSums(StepFigures& figures) {
         figures.nonLinear[p] = figures.rect1P[p] + figures.ballastElec[p] + figures.ballastMag[p] +
                                figures.phaseCtrl6P / 3.0 + figures.rect6P / 3.0 + figures.rect12P / 3.0;
     }
-}
-
-/// The start of a step on top of what runs already.
-void AddStart(StepFigures& figures, const CLoadStep& step, const StepFigures& before) {
-    figures.stepStartKW = Kilo(step.TotalStartingRealPower(0));
-    figures.startKW = figures.stepStartKW + before.runKW[0];
-    figures.startKVAR = Kilo(step.TotalStartingImgPower(0)) + before.runKVAR[0];
-    figures.startKVA = SquareRoot(figures.startKVAR * figures.startKVAR + figures.startKW * figures.startKW,
-                                  "CDesigner::ChooseSets");
 }
 
 }  // namespace
@@ -80,14 +58,54 @@ std::int32_t StepMaxVoltageDip(const CLoadStep& step, const CPwrSys& site) {
     return dip;
 }
 
-StepFigures FiguresOfStep(const CLoadStep& step, const StepFigures& before, const CPwrSys& site) {
-    StepFigures now = Standing(step, before);
+StepFigures OwnFigures(const CLoadStep& step, const CPwrSys& site) {
+    StepFigures own;
+    for (std::size_t p = 0; p < own.runKW.size(); ++p) {
+        const auto phase = static_cast<std::int32_t>(p);
+        own.runKW[p] = Kilo(step.TotalRunningRealPower(phase));
+        own.runKVAR[p] = Kilo(step.TotalRunningImgPower(phase));
+    }
+    own.rect6P = Kilo(step.TotalSixPulseRectPower());
+    own.rect12P = Kilo(step.TotalTwelvePulseRectPower());
+    own.rect6PFiltered = Kilo(step.TotalSixPulseRectFilteredPower());
+    own.rect12PFiltered = Kilo(step.TotalTwelvePulseRectFilteredPower());
+    own.phaseCtrl6P = Kilo(step.TotalSixPulsePPCPower());
+    for (std::size_t p = 0; p < own.rect1P.size(); ++p) {
+        const auto phase = static_cast<std::int32_t>(p) + 1;
+        own.rect1P[p] = Kilo(step.TotalSinglePhaseRectPower(phase));
+        own.ballastElec[p] = Kilo(step.TotalElectBallastRealPower(phase));
+        own.ballastMag[p] = Kilo(step.TotalMagBallastRealPower(phase));
+    }
+    own.stepStartKW = Kilo(step.TotalStartingRealPower(0));
+    own.startKVAR = Kilo(step.TotalStartingImgPower(0));
+    own.maxVoltageDip = StepMaxVoltageDip(step, site);
+    own.startShare = own.maxVoltageDip / kRatedDip;
+    return own;
+}
+
+StepFigures FiguresOn(const StepFigures& own, const StepFigures& before) {
+    StepFigures now = own;
+    now.runKW = Sum(own.runKW, before.runKW);
+    now.runKVAR = Sum(own.runKVAR, before.runKVAR);
+    now.rect6P += before.rect6P;
+    now.rect12P += before.rect12P;
+    now.rect6PFiltered += before.rect6PFiltered;
+    now.rect12PFiltered += before.rect12PFiltered;
+    now.phaseCtrl6P += before.phaseCtrl6P;
+    now.rect1P = Sum(own.rect1P, before.rect1P);
+    now.ballastElec = Sum(own.ballastElec, before.ballastElec);
+    now.ballastMag = Sum(own.ballastMag, before.ballastMag);
     AddNonLinearSums(now);
-    AddStart(now, step, before);
-    now.maxVoltageDip = StepMaxVoltageDip(step, site);
-    now.startShare = now.maxVoltageDip / kRatedDip;
+    now.startKW = own.stepStartKW + before.runKW[0];
+    now.startKVAR = own.startKVAR + before.runKVAR[0];
+    now.startKVA =
+        SquareRoot(now.startKVAR * now.startKVAR + now.startKW * now.startKW, "CDesigner::ChooseSets");
     now.heaviestPhaseKW = std::max({now.runKW[1], now.runKW[2], now.runKW[3]});
     return now;
+}
+
+StepFigures FiguresOfStep(const CLoadStep& step, const StepFigures& before, const CPwrSys& site) {
+    return FiguresOn(OwnFigures(step, site), before);
 }
 
 ProfileFigures FiguresOf(const CLoadProfile& profile, const CPwrSys& site) {

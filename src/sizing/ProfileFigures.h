@@ -52,7 +52,16 @@ inline constexpr double kRatedDip = 35.0;
 /// step's own and the medical loads', each only lowering it.
 [[nodiscard]] std::int32_t StepMaxVoltageDip(const CLoadStep& step, const CPwrSys& site);
 
-/// What a step demands on top of what stands before it.
+/// What a step brings: its own running and non-linear figures, its start (`stepStartKW`, `startKVAR`) and its
+/// dip, with no sums of them.
+/// @throws RaisedError of a load whose figure cannot be worked out.
+[[nodiscard]] StepFigures OwnFigures(const CLoadStep& step, const CPwrSys& site);
+
+/// What a step demands on top of what stands before it, from what it brings.
+/// @throws RaisedError 6 "Overflow" from "CDesigner::ChooseSets" for a start whose square is none.
+[[nodiscard]] StepFigures FiguresOn(const StepFigures& own, const StepFigures& before);
+
+/// The same of the step itself.
 /// @param before of the step before; all zeros for the first one.
 /// @throws RaisedError of a load whose figure cannot be worked out, of a sum that is no number any more, or 6
 ///         "Overflow" from "CDesigner::ChooseSets" for a start whose square is none.

@@ -49,7 +49,7 @@ class Completion(unittest.TestCase):
 
     def test_nothing_is_offered_where_a_number_or_a_time_belongs(self):
         numbers = 0
-        for command in ("size", "report", "export-spec"):
+        for command in ("size", "sweep", "advise", "order", "report", "export-spec"):
             for option, takes_number in self.options(command).items():
                 if takes_number:
                     numbers += 1
@@ -59,7 +59,7 @@ class Completion(unittest.TestCase):
         self.assertGreaterEqual(numbers, 16)
 
     def test_every_command_and_option_is_offered(self):
-        for command in ("size", "report", "export-spec", "check"):
+        for command in ("size", "explain", "sweep", "advise", "order", "report", "export-spec", "check"):
             self.assertIn(command, self.offered(command[:2]))
             missing = set(self.options(command)) - set(self.offered(command, "--"))
             self.assertEqual(missing, set(), command)

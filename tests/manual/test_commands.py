@@ -121,6 +121,30 @@ class Commands(unittest.TestCase):
         offered = set(re.findall(r"^ +(?:-h,)?--([a-z-]+)", help_text, re.MULTILINE)) - {"help"}
         self.assertEqual(listed, offered)
 
+    def test_the_figures_of_why_this_set_are_those_of_the_program(self):
+        self.run_page("why.html")
+        told = {element.get("id"): float(element.text) for element in self.pages["why.html"].root.iter("span")}
+
+        def answer(command):
+            return [json.loads(line) for line in self.run_shell(command).splitlines()]
+
+        advice = answer("genvara-cli advise --json projects/quarry.prj")[0]
+        self.assertIsNone(advice["Now"])
+        ratings = {}
+        for one in advice["Advice"]:
+            ratings.setdefault(one["Kind"], one["Set"]["NominalRating"])
+        self.assertEqual(ratings,
+                         {"starter": told["starter"], "order": told["order-kw"], "sets": told["sets"]})
+        self.assertIn("by Wye-Delta", advice["Advice"][1]["Text"])
+        best, = answer("genvara-cli order --json projects/quarry.prj")
+        self.assertEqual((best["Proven"], best["Best"]["NominalRating"]), (True, told["order-kw"]))
+        none, = answer('genvara-cli order --json projects/quarry.prj --before "Step[2].Load[1]<Step[3].Load[1]"')
+        self.assertEqual((none["Proven"], none["Best"]), (True, None))
+        stretches = answer(
+            "genvara-cli sweep --json projects/hospital.prj --vary PowerSystem.Altitude=0:4500:100 --breaks")
+        self.assertEqual([row["Set"]["NominalRating"] for row in stretches[:2]], [told["low"], told["high"]])
+        self.assertEqual(int(stretches[0]["To"]), told["altitude"])
+
 
 if __name__ == "__main__":
     unittest.main(argv=sys.argv[:1])

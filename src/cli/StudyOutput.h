@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "CommandLine.h"
+#include "StudyCommand.h"
+
+namespace genvara {
+
+/// Refuses a file that a study must not write: its ending names no format, or it is an input.
+/// @throws ProjectFailure of the arguments.
+void RequireProjectName(const std::string& output, const ProjectArguments& arguments);
+
+/// Writes a project as it would be saved, in the format of the file's ending, whole or not at all.
+/// @throws ProjectFailure if the format cannot hold the project, or the file cannot be written.
+void WriteStudied(const std::string& output, const StudyProject& project, const StudyTables& tables);
+
+}  // namespace genvara

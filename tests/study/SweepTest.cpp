@@ -1,0 +1,169 @@
+#include "Sweep.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Advise.h"
+#include "CLightLoad.h"
+#include "EngineFixture.h"
+#include "Order.h"
+#include "RaisedErrorMatcher.h"
+
+namespace genvara {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr double kLeastStep = 1e-3;
+
+/// A project in memory, sized against candidates in memory. Its loads are the fixture's.
+struct Studied {
+    EngineFixture fixture;
+    MotorConversions motors{.MotorHP = {1, 10, 1000},
+                            .MotorRunningKW = {0.8, 8, 800},
+                            .MotorRunningKVA = {1, 10, 1000},
+                            .MotorStartPF = {0.4, 0.4, 0.4}};
+    std::vector<CodeLetterRecord> letters{{"G", 6}};
+    std::vector<double> multipliers{1, 0.64, 0.42, 0.7, 0.33};
+    CandidateStore store{fixture.gensets};
+    StudyTables tables{.rules = {.motors = {motors, letters, multipliers},
+                                 .phasesOf = [](std::int32_t) { return std::optional(3); }},
+                       .candidates = store};
+    StopFlag stop{false};
+
+    Studied() {
+        for (const double rating : {50.0, 100.0, 150.0, 200.0}) {
+            const std::string model = "M" + std::to_string(static_cast<int>(rating));
+            fixture.gensets.rows.push_back(MakeRow({.model = model.c_str(),
+                                                    .rating = rating,
+                                                    .startKVA35 = 10 * rating,
+                                                    .startingPower = rating}));
+        }
+    }
+    [[nodiscard]] StudyProject Project() {
+        return {.project = CProject(fixture.defaults, LocalTime),
+                .powerSystem = fixture.site,
+                .loadProfile = fixture.profile,
+                .limits = fixture.designer,
+                .format = ProjectFormat::Records};
+    }
+    [[nodiscard]] SweepAxis Axis(const std::string& text) {
+        return ParseAxes({text}, Project(), tables.rules).front();
+    }
+};
+
+std::string ModelOf(const Sizing& sizing) {
+    return sizing.set ? sizing.set->ModelNum : "none";
+}
+
+TEST(SweepRange, IncludesToWhereAStepHitsIt) {
+    const SweepRange hit{.from = 0.1, .to = 0.7, .by = 0.2};
+    EXPECT_EQ(hit.Count(), 4);
+    EXPECT_EQ(hit.At(3), 0.7);
+    EXPECT_EQ(hit.At(1), 0.3);  // and not 0.30000000000000004
+    const SweepRange missed{.from = 0, .to = 10, .by = 3};
+    EXPECT_EQ(missed.Count(), 4);
+    EXPECT_EQ(missed.At(3), 9);
+    EXPECT_EQ((SweepRange{.from = 5, .to = 5, .by = 1}.Count()), 1);
+    EXPECT_EQ((SweepRange{.from = 0, .to = 1, .by = 1e-300}.Count()), 1e18);
+}
+
+TEST(Sweep, SizesEachPointOfTheGrid) {
+    // 40 kW each: 1, 2 and 3 of them want ratings of 40, 80 and 120 kW.
+    Studied studied;
+    studied.fixture.AddKilowatts(40);
+    const auto axes = std::vector{studied.Axis("Step[1].Load[1].Quantity=1:3:1")};
+    EXPECT_EQ(PointCount(axes), 3);
+    std::vector<std::string> models;
+    Sweep(studied.Project(), axes, studied.tables, 2, studied.stop,
+          [&](std::int64_t, const SweepPoint& point) { models.push_back(ModelOf(point.sizing)); });
+    EXPECT_THAT(models, ElementsAre("M50", "M100", "M150"));
+}
+
+TEST(Sweep, FindsWhereTheAnswerChanges) {
+    // A site above 1000 m takes 1 % for each 100 m: 97 kW of 100 are there up to 1300 m.
+    Studied studied;
+    studied.fixture.AddKilowatts(97);
+    const auto stretches = FindBreaks(studied.Project(), studied.Axis("PowerSystem.Altitude=0:2000:1"),
+                                      studied.tables, 1, studied.stop, [](std::int64_t) {});
+    ASSERT_EQ(stretches.size(), 2U);
+    EXPECT_EQ(ModelOf(stretches[0].point.sizing), "M100");
+    EXPECT_EQ(ModelOf(stretches[1].point.sizing), "M150");
+    EXPECT_THAT(std::get<double>(stretches[0].to), testing::DoubleNear(1300, kLeastStep));
+    EXPECT_THAT(std::get<double>(stretches[1].from), testing::DoubleNear(1300, kLeastStep));
+    EXPECT_EQ(stretches[1].to, PropertyValue(2000.0));
+}
+
+TEST(Sweep, KeepsAPointThatFails) {
+    Studied studied;
+    studied.fixture.AddKilowatts(40);
+    studied.tables.rules.phasesOf = [](std::int32_t code) {
+        return code == 1 ? std::optional(3) : std::nullopt;
+    };
+    const auto axes = std::vector{studied.Axis("PowerSystem.ConnectCode=1,9")};
+    std::vector<bool> failed;
+    Sweep(studied.Project(), axes, studied.tables, 1, studied.stop,
+          [&](std::int64_t, const SweepPoint& point) { failed.push_back(point.error.has_value()); });
+    EXPECT_THAT(failed, ElementsAre(false, true));
+}
+
+TEST(Order, MayJoinStepsWhoseLoadsStartBetterTogether) {
+    // Loads of unity power factor run with what they start with: no order needs less than all of them.
+    Studied studied;
+    studied.fixture.AddKilowatts(40);
+    studied.fixture.AddKilowatts(50);
+    const OrderAnswer answer = FindOrder(studied.Project(), {.maxSteps = 2, .before = {}, .together = {}},
+                                         studied.tables, {}, studied.stop);
+    EXPECT_TRUE(answer.isPresent);
+    EXPECT_TRUE(answer.proven);
+    EXPECT_EQ(ModelOf(answer.best), "M100");
+    ASSERT_TRUE(answer.bound);
+    EXPECT_EQ(answer.bound->ModelNum, "M100");
+}
+
+TEST(Order, StartsTheLargestSurplusFirst) {
+    // A lamp of 40 kW that starts with 90 kW: behind 50 kW it wants 140, before them 90.
+    Studied studied;
+    studied.fixture.AddKilowatts(50);
+    auto lamp = std::make_unique<CLightLoad>();
+    lamp->RunningRealPower(40000);
+    lamp->StartingRealPower(90000);
+    studied.fixture.AddStep().AddLoad(std::move(lamp));
+    EXPECT_EQ(ModelOf(ProjectSizer(studied.tables).Size(studied.Project())), "M150");
+    const OrderAnswer answer = FindOrder(studied.Project(), {.maxSteps = 2, .before = {}, .together = {}},
+                                         studied.tables, {}, studied.stop);
+    EXPECT_EQ(ModelOf(answer.best), "M100");
+    EXPECT_THAT(answer.steps, ElementsAre(ElementsAre(LoadPlace{2, 1}), ElementsAre(LoadPlace{1, 1})));
+    const OrderAnswer kept =
+        FindOrder(studied.Project(), {.maxSteps = 2, .before = {{{1, 1}, {2, 1}}}, .together = {}},
+                  studied.tables, {}, studied.stop);
+    EXPECT_EQ(ModelOf(kept.best), "M150");
+    EXPECT_TRUE(kept.proven);
+}
+
+TEST(Advise, ListsTheLeastLimitThatSuffices) {
+    // 97 kW are 97 % of the next smaller set, which may be loaded by 80 % of it.
+    Studied studied;
+    studied.fixture.AddKilowatts(97);
+    studied.fixture.designer.MaxLoading(80);
+    AdviceChoice choice;
+    const AdviceList list =
+        Advise(studied.Project(), choice, studied.tables, 2, studied.stop, [](std::int64_t, std::int64_t) {});
+    EXPECT_EQ(ModelOf(list.now), "M150");
+    ASSERT_EQ(list.advice.size(), 1U);
+    EXPECT_EQ(list.advice[0].text, "Load the sets up to 97 % instead of 80 %.");
+    EXPECT_EQ(ModelOf(list.advice[0].sizing), "M100");
+    EXPECT_EQ(list.advice[0].saved, 50.0);
+}
+
+TEST(Advise, StopsBetweenTwoVariations) {
+    Studied studied;
+    studied.fixture.AddKilowatts(97);
+    studied.stop = true;
+    EXPECT_THROW((void)Advise(studied.Project(), {}, studied.tables, 2, studied.stop,
+                              [](std::int64_t, std::int64_t) {}),
+                 StudyStopped);
+}
+
+}  // namespace
+}  // namespace genvara
