@@ -148,7 +148,7 @@ std::optional<Arrangement> OrderItems::ArrangementOf(const LoadOrder& order) con
             group.push_back(ItemOf(place));
         }
         std::ranges::sort(group);
-        group.erase(std::ranges::unique(group).begin(), group.end());
+        group.erase(std::unique(group.begin(), group.end()), group.end());
         if (LoadsOf(group) != loads) {
             return std::nullopt;
         }

@@ -10,11 +10,14 @@ import json
 import os
 import random
 import re
+import signal
+import subprocess
 import sys
+import time
 import unittest
 
 from random_projects import project
-from study import SOURCE, StudyCase
+from study import PROGRAM, SOURCE, StudyCase
 
 LONG = "GENVARA_LONG_TESTS" in os.environ
 KEYS = ["File", "Now", "Best", "Proven", "Bound", "Steps"]
@@ -210,6 +213,30 @@ class Order(StudyCase):
             before = sample.read_bytes()
             self.refused("order", sample, *arguments, says=says)
             self.assertEqual(sample.read_bytes(), before)
+
+    def test_control_c_leaves_no_half_written_file(self):
+        project_file = self.written(project(311, loads=14, steps=6), "long.json")
+        for verb, options in (("order", ["-o"]), ("advise", ["--pairs", "--apply", "0", "-o"])):
+            for moment in (0.0, 0.01, 0.03, 0.1, 0.3):
+                new = self.folder / f"{verb}-{moment}.json"
+                running = subprocess.Popen([PROGRAM, verb, "--db", self.database, project_file, *options, new],
+                                           stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+                time.sleep(moment)
+                running.send_signal(signal.SIGINT)
+                running.communicate(timeout=120)
+                self.assertIn(running.returncode, (0, 2, 130, -signal.SIGINT))
+                if new.exists():
+                    self.assertEqual(json.loads(new.read_text())["Format"], "genvara-project")
+                self.assertEqual([name.name for name in self.folder.iterdir() if new.name in name.name and name != new],
+                                 [])
+
+    def test_a_catalogue_without_candidates_has_no_set(self):
+        records = project(1)
+        records["PowerSystem"]["Voltage"] = 123
+        result = self.order(records)
+        self.assertEqual((result["Now"], result["Best"], result["Proven"], result["Bound"]), (None, None, True, None))
+        advice, = self.lines("advise", self.written(records))
+        self.assertIsNone(advice["Now"])
 
     def test_a_project_that_fails_today_is_told_and_nothing_is_written(self):
         records = project(1)

@@ -79,7 +79,7 @@ def complete(*words):
 
 
 def check_completion():
-    expect(complete("exp") == ["export-spec"], complete("exp"))
+    expect(complete("expo") == ["export-spec"], complete("expo"))
     expect(complete("catalog", "") == ["build", "check", "--help"], complete("catalog", ""))
     expect("farm.prj" in complete("size", "fa"), complete("size", "fa"))
     expect(complete("report", "--type", "s") == ["sizing", "summary"], complete("report", "--type", "s"))
