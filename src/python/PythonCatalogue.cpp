@@ -1,0 +1,34 @@
+#include "PythonCatalogue.h"
+
+namespace genvara::python {
+namespace {
+
+namespace py = pybind11;
+
+std::filesystem::path FileBesideModule() {
+    const py::object file = py::module_::import("genvara._core").attr("__file__");
+    return std::filesystem::path(file.cast<std::string>()).parent_path() / "Genvara.db";
+}
+
+}  // namespace
+
+PythonCatalogue::PythonCatalogue(const std::filesystem::path& file)
+    : m_catalogue(file), m_gensets(m_catalogue.Gensets()), m_candidates(m_gensets) {
+    m_catalogue.RequireFit();
+}
+
+std::shared_ptr<PythonCatalogue> CatalogueBesideProgram() {
+    static std::weak_ptr<PythonCatalogue> opened;
+    if (std::shared_ptr<PythonCatalogue> open = opened.lock()) {
+        return open;
+    }
+    auto open = std::make_shared<PythonCatalogue>(FileBesideModule());
+    opened = open;
+    return open;
+}
+
+std::shared_ptr<PythonCatalogue> CatalogueOr(std::shared_ptr<PythonCatalogue> given) {
+    return given ? std::move(given) : CatalogueBesideProgram();
+}
+
+}  // namespace genvara::python
