@@ -36,19 +36,6 @@ void StepsMember(JsonText& json, const std::vector<StepVerdicts>& steps) {
     json.EndArray();
 }
 
-void TightestMember(JsonText& json, const std::optional<Tightest>& tightest) {
-    json.Key("Tightest");
-    if (!tightest) {
-        json.Null();
-        return;
-    }
-    json.BeginObject()
-        .Member("Name", kStepTests[tightest->test].name)
-        .Member("StepNumber", tightest->stepNumber)
-        .Member("Margin", tightest->margin)
-        .EndObject();
-}
-
 void SetObject(JsonText& json, const ExplainedSet& explained) {
     json.BeginObject()
         .Member("ModelNum", explained.set.ModelNum)
@@ -65,6 +52,19 @@ void SetObject(JsonText& json, const ExplainedSet& explained) {
 }
 
 }  // namespace
+
+void TightestMember(JsonText& json, const std::optional<Tightest>& tightest) {
+    json.Key("Tightest");
+    if (!tightest) {
+        json.Null();
+        return;
+    }
+    json.BeginObject()
+        .Member("Name", kStepTests[tightest->test].name)
+        .Member("StepNumber", tightest->stepNumber)
+        .Member("Margin", tightest->margin)
+        .EndObject();
+}
 
 std::string ExplanationJson(const std::string& file, const Explanation& explanation) {
     JsonText json;

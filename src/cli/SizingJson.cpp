@@ -210,18 +210,31 @@ std::string SizingJson(const std::string& file, const SizedProject& sized) {
     return json.EndObject().Text();
 }
 
-std::string ErrorJson(const std::string& file, const RaisedError& failure) {
-    JsonText json;
-    json.BeginObject()
-        .Member("File", file)
-        .Key("Error")
+void SetMember(JsonText& json, std::string_view name, const std::optional<ChosenSet>& set) {
+    json.Key(name);
+    if (!set) {
+        json.Null();
+        return;
+    }
+    json.BeginObject();
+    SetMembers(json, *set);
+    json.EndObject();
+}
+
+void ErrorMember(JsonText& json, const RaisedError& failure) {
+    json.Key("Error")
         .BeginObject()
         .Member("Number", failure.Number())
         .Member("Source", failure.Source())
         .Member("Description", failure.Description())
-        .EndObject()
         .EndObject();
-    return json.Text();
+}
+
+std::string ErrorJson(const std::string& file, const RaisedError& failure) {
+    JsonText json;
+    json.BeginObject().Member("File", file);
+    ErrorMember(json, failure);
+    return json.EndObject().Text();
 }
 
 }  // namespace genvara

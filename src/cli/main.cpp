@@ -25,6 +25,7 @@
 #include "RaisedError.h"
 #include "ReportCommand.h"
 #include "SizedProject.h"
+#include "SweepCommand.h"
 
 namespace genvara {
 
@@ -145,12 +146,13 @@ class CommandLine {
         m_app.footer(
             "Exit status: 0 done; 1 check found something; 2 the arguments are off; 3 a file or the "
             "database\n"
-            "cannot be read or written; 4 a run failed, or standard output takes no more; 130 explain was\n"
+            "cannot be read or written; 4 a run failed, or standard output takes no more; 130 a study was\n"
             "stopped; 141 the reader of standard output went away. With several projects the highest "
             "counts.");
         m_arguments.database = DatabaseBesideProgram();
         AddSize();
         AddExplain();
+        AddSweep();
         AddCheck();
         AddReport();
         AddExportSpec();
@@ -208,11 +210,31 @@ class CommandLine {
         explain->add_flag("--steps", m_explain.steps,
                           "Show every step in the table, and not the worst alone");
         explain->callback([this, jobs] {
-            if (jobs->empty()) {
-                m_arguments.jobs =
-                    std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostJobs);
-            }
+            UseAllCores(*jobs);
             m_todo = [this] { return RunExplain(m_arguments, m_explain); };
+        });
+    }
+
+    void AddSweep() {
+        CLI::App* sweep =
+            m_app.add_subcommand("sweep", "Size a project at every point of a grid of its values");
+        AddStudied(*sweep);
+        sweep
+            ->add_option("--vary", m_sweep.vary,
+                         "Values of one member; may be repeated, the last one runs fastest")
+            ->required()
+            ->type_name("PATH=FROM:TO:BY|PATH=VALUE,VALUE...")
+            ->allow_extra_args(false);
+        AddJson(*sweep, "One JSON object on one line for each point");
+        sweep->add_flag("--csv", m_sweep.csv, "A table of comma-separated values")
+            ->excludes(sweep->get_option("--json"));
+        CLI::Option* jobs = AddJobs(*sweep, "Points to size at the same time [as many as there are cores]");
+        sweep->add_flag("--breaks", m_sweep.breaks,
+                        "Where between FROM and TO the answer changes, in place of every point");
+        sweep->add_flag("--yes", m_sweep.yes, "Sweep more than a million points");
+        sweep->callback([this, jobs] {
+            UseAllCores(*jobs);
+            m_todo = [this] { return RunSweep(m_arguments, m_sweep); };
         });
     }
 
@@ -324,8 +346,26 @@ class CommandLine {
         check->callback([this] { m_todo = [this] { return RunCatalogCheck(m_file); }; });
     }
 
-    void AddJson(CLI::App& command) {
-        command.add_flag("--json", m_arguments.json, "One JSON object on one line for each project");
+    /// The one project of a study, with the options of a run.
+    void AddStudied(CLI::App& command) {
+        command.add_option("PROJECT", m_arguments.files, "Project file, .prj or .json")
+            ->required()
+            ->expected(1)
+            ->type_name("");
+        AddDatabase(command, m_arguments);
+        AddLimits(command, m_arguments);
+    }
+
+    void AddJson(CLI::App& command,
+                 const char* description = "One JSON object on one line for each project") {
+        command.add_flag("--json", m_arguments.json, description);
+    }
+
+    void UseAllCores(const CLI::Option& jobs) {
+        if (jobs.empty()) {
+            m_arguments.jobs =
+                std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostJobs);
+        }
     }
 
     CLI::Option* AddJobs(CLI::App& command, const char* description) {
@@ -340,6 +380,7 @@ class CommandLine {
     ReportArguments m_report;
     DescribeArguments m_describe;
     ExplainArguments m_explain;
+    SweepArguments m_sweep;
     std::string m_folder;
     std::string m_file;
     std::function<int()> m_todo;
