@@ -99,16 +99,11 @@ std::vector<std::string> Check(const py::handle& database) {
 }  // namespace
 
 void BindCatalogue(py::module_& module) {
-    py::class_<PythonCatalogue, std::shared_ptr<PythonCatalogue>>(
+    py::class_<PythonCatalogue, std::shared_ptr<PythonCatalogue>> bound(
         module, "Catalogue",
         "A genset catalogue that is fit to size with: the one beside the program, or a file. Threads may "
-        "share it.")
-        .def(py::init([](const py::object& file) {
-                 return file.is_none() ? CatalogueBesideProgram()
-                                       : std::make_shared<PythonCatalogue>(PathText(file));
-             }),
-             py::arg("file") = py::none())
-        .def_property_readonly("file", &PythonCatalogue::File, "The database's file.")
+        "share it.");
+    bound.def_property_readonly("file", &PythonCatalogue::File, "The database's file.")
         .def_property_readonly(
             "version", [](PythonCatalogue& catalogue) { return catalogue.Gensets().Properties().Version; },
             "Version that the database states.")
@@ -127,12 +122,19 @@ void BindCatalogue(py::module_& module) {
         .def("__copy__", [](const std::shared_ptr<PythonCatalogue>& catalogue) { return catalogue; })
         .def("__deepcopy__", [](const std::shared_ptr<PythonCatalogue>& catalogue,
                                 const py::dict& /*known*/) { return catalogue; })
-        .def(py::pickle(
-            [](const PythonCatalogue& catalogue) {
-                const std::string file = std::filesystem::absolute(catalogue.File()).string();
-                return py::make_tuple(file, DigestOf(file));
-            },
-            [](const py::tuple& state) { return Reopened(state[0].cast<std::string>(), state[1]); }));
+        .def("__reduce__", [](const PythonCatalogue& catalogue) {
+            const std::string file = std::filesystem::absolute(catalogue.File()).string();
+            return py::make_tuple(py::module_::import("genvara._copies").attr("catalogue"),
+                                  py::make_tuple(file, DigestOf(file)));
+        });
+    MakeNewBy(
+        bound,
+        [](const py::object& /*type*/, const py::object& file) {
+            return file.is_none() ? CatalogueBesideProgram()
+                                  : std::make_shared<PythonCatalogue>(PathText(file));
+        },
+        py::arg("file") = py::none());
+    module.def("_catalogue", Reopened);
 }
 
 }  // namespace genvara::python

@@ -35,6 +35,15 @@ py::list PublicNames(const py::module_& module) {
 
 }  // namespace
 
+void ForbidNew(py::handle bound) {
+    const py::object staticMethod = py::module_::import("builtins").attr("staticmethod");
+    bound.attr("__new__") = staticMethod(py::cpp_function(
+        [](const py::object& type, const py::args&, const py::kwargs&) -> py::object {
+            throw py::type_error(py::str(type.attr("__name__")).cast<std::string>() + " has no constructor");
+        },
+        py::name("__new__")));
+}
+
 PYBIND11_MODULE(_core, module) {
     py::register_exception_translator(RaiseInPython);
     AddCodeEnums(module);
@@ -43,6 +52,10 @@ PYBIND11_MODULE(_core, module) {
     BindExplanation(module);
     BindProject(module);
     BindDescribe(module);
+    for (const char* name : {"Project", "Result", "PowerSystem", "Step", "Load", "ChosenSet", "ExplainedSet",
+                             "Test", "Tightest"}) {
+        ForbidNew(module.attr(name));
+    }
     module.attr("__all__") = PublicNames(module);
 }
 

@@ -241,17 +241,20 @@ std::shared_ptr<SizingResult> Size(const PythonProject& project,
     return result;
 }
 
-ProjectPtr Restored(const py::tuple& state) {
-    auto project = std::make_shared<PythonProject>(state[0].cast<std::shared_ptr<PythonCatalogue>>());
-    project->ReadJson(state[1].cast<std::string>(), "the copy");
-    RestorePowers(project->LoadProfile(), state[2].cast<std::vector<double>>());
+ProjectPtr Restored(std::shared_ptr<PythonCatalogue> tables, const std::string& json,
+                    const std::vector<double>& powers) {
+    auto project = std::make_shared<PythonProject>(CatalogueOr(std::move(tables)));
+    project->ReadJson(json, "the copy");
+    RestorePowers(project->LoadProfile(), powers);
     return project;
 }
 
 void BindRecords(py::module_& module) {
     py::class_<SiteRef> site(module, "PowerSystem", "What the site demands of the generator sets.");
     AddRecordMembers<SiteRef>(site, PowerSystemProperties());
-    site.def(py::self == py::self);
+    site.def(py::self == py::self).def("__repr__", [](const SiteRef& ref) {
+        return fmt::format("<genvara.PowerSystem {} V, {} Hz>", ref.Record().Voltage(), ref.Record().Freq());
+    });
 
     py::class_<LoadRef> load(module, "Load",
                              "One line of a load step: a number of identical units that start together.");
@@ -334,11 +337,11 @@ void BindProject(py::module_& module) {
         .def("__copy__", [](const PythonProject& self) { return std::make_shared<PythonProject>(self); })
         .def("__deepcopy__", [](const PythonProject& self,
                                 const py::dict& /*known*/) { return std::make_shared<PythonProject>(self); })
-        .def(py::pickle(
-            [](const PythonProject& self) {
-                return py::make_tuple(self.Tables(), self.Json(), KeptPowers(self.LoadProfile()));
-            },
-            [](const py::tuple& state) { return Restored(state); }));
+        .def("__reduce__", [](const PythonProject& self) {
+            return py::make_tuple(py::module_::import("genvara._copies").attr("project"),
+                                  py::make_tuple(self.Tables(), self.Json(), KeptPowers(self.LoadProfile())));
+        });
+    module.def("_project", Restored);
     module.def("read", ReadFile, py::arg("path"), py::arg("catalogue") = py::none(),
                "Reads a project from a .prj or a JSON file. Its motors are worked out by the tables of the "
                "catalogue, by "

@@ -17,6 +17,12 @@ PythonCatalogue::PythonCatalogue(const std::filesystem::path& file)
     m_catalogue.RequireFit();
 }
 
+EntryRules PythonCatalogue::Rules() {
+    return {.motors = {m_catalogue.Motors(), m_catalogue.MotorCodeLetters(),
+                       m_catalogue.MotorStartingMultipliers()},
+            .phasesOf = [this](std::int32_t code) { return m_catalogue.PhasesOf(code); }};
+}
+
 std::shared_ptr<PythonCatalogue> CatalogueBesideProgram() {
     static std::weak_ptr<PythonCatalogue> opened;
     if (std::shared_ptr<PythonCatalogue> open = opened.lock()) {

@@ -9,6 +9,7 @@
 
 #include "CachedGensets.h"
 #include "Catalogue.h"
+#include "MemberChange.h"
 #include "SiteCandidates.h"
 
 namespace genvara::python {
@@ -24,6 +25,9 @@ class PythonCatalogue {
     [[nodiscard]] Catalogue& Data() noexcept { return m_catalogue; }
     [[nodiscard]] GensetSource& Gensets() noexcept { return m_gensets; }
     [[nodiscard]] CandidateStore& Candidates() noexcept { return m_candidates; }
+    /// What changes of members are worked out by.
+    /// @throws RaisedError of a motor table that cannot be read.
+    [[nodiscard]] EntryRules Rules();
 
   private:
     Catalogue m_catalogue;

@@ -90,8 +90,7 @@ std::string PythonProject::Json() const {
 }
 
 void PythonProject::Change(const PathTarget& target, const PropertyValue& value) {
-    SetValue(target, value);
-    FollowConnection();
+    ChangeMember(target, value, m_powerSystem, m_catalogue->Rules());
 }
 
 ProjectModel PythonProject::Model() noexcept {

@@ -29,8 +29,8 @@ class PythonProject {
     std::size_t Save(const std::filesystem::path& file) const;
     [[nodiscard]] std::string Json() const;
 
-    /// Changes a member as a person would in its form.
-    /// @throws RaisedError of the setter; the member then keeps its value.
+    /// Changes a member as its entry form would, with what follows from it.
+    /// @throws RaisedError as `ChangeMember`; the record is then as before.
     void Change(const PathTarget& target, const PropertyValue& value);
 
     [[nodiscard]] CProject& Project() noexcept { return m_project; }

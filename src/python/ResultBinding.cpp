@@ -24,13 +24,13 @@ struct ReportName {
 };
 
 constexpr std::array kReports{ReportName{"sizing", report_type::kSizing},
-                              ReportName{"load profile", report_type::kLoadProfile}};
+                              ReportName{"summary", report_type::kLoadProfile}};
 
 std::int32_t TypeOf(const std::string& name) {
     const auto found = std::ranges::find(kReports, name, &ReportName::name);
     if (found == kReports.end()) {
         throw py::value_error(
-            fmt::format("there is no report \"{}\": it is \"sizing\" or \"load profile\"", name));
+            fmt::format("there is no report \"{}\": it is \"sizing\" or \"summary\"", name));
     }
     return found->type;
 }
@@ -75,10 +75,10 @@ DesignLimits LimitsOf(const Limits& state) {
     return limits;
 }
 
-std::shared_ptr<SizingResult> SizedAgain(const py::tuple& state) {
-    auto result = std::make_shared<SizingResult>(*state[0].cast<std::shared_ptr<PythonProject>>(),
-                                                 state[1].cast<std::shared_ptr<PythonCatalogue>>(),
-                                                 LimitsOf(state[2].cast<Limits>()));
+std::shared_ptr<SizingResult> SizedAgain(const std::shared_ptr<PythonProject>& project,
+                                         const std::shared_ptr<PythonCatalogue>& catalogue,
+                                         const Limits& limits) {
+    auto result = std::make_shared<SizingResult>(*project, catalogue, LimitsOf(limits));
     result->Size();
     return result;
 }
@@ -125,7 +125,7 @@ void BindResult(py::module_& module) {
         [](DesignLimits& self, const Property<DesignLimits>& row, const PropertyValue& value) {
             row.set(self, value);
         });
-    limits.def(py::init());
+    MakeNewBy(limits, [](const py::object& /*type*/) { return DesignLimits(); });
 
     py::class_<SizingResult, std::shared_ptr<SizingResult>> result(
         module, "Result", "What a run came to. It stays as it is, whatever becomes of the project.");
@@ -163,7 +163,7 @@ void BindResult(py::module_& module) {
             [](const SizingResult& self, const std::string& type, std::int32_t set, bool undersized,
                bool metric) { return py::bytes(self.Report(TypeOf(type), ListOf(undersized), set, metric)); },
             py::arg("type") = "sizing", py::kw_only(), py::arg("set") = 0, py::arg("undersized") = false,
-            py::arg("metric") = false, "A report of rich text on a set: \"sizing\" or \"load profile\".")
+            py::arg("metric") = false, "A report of rich text on a set: \"sizing\" or \"summary\".")
         .def(
             "no_match_report",
             [](const SizingResult& self, bool metric) { return py::bytes(self.NoMatchReport(metric)); },
@@ -185,11 +185,12 @@ void BindResult(py::module_& module) {
         .def("__copy__", [](const std::shared_ptr<SizingResult>& self) { return self; })
         .def("__deepcopy__",
              [](const std::shared_ptr<SizingResult>& self, const py::dict& /*known*/) { return self; })
-        .def(py::pickle(
-            [](const SizingResult& self) {
-                return py::make_tuple(self.Project(), self.Catalogue(), StateOf(self.Designer()));
-            },
-            [](const py::tuple& state) { return SizedAgain(state); }));
+        .def("__reduce__", [](const SizingResult& self) {
+            return py::make_tuple(py::module_::import("genvara._copies").attr("result"),
+                                  py::make_tuple(self.Project(), self.Catalogue(), StateOf(self.Designer())));
+        });
+    module.def("_result", SizedAgain, py::arg("project").none(false), py::arg("catalogue").none(false),
+               py::arg("limits"));
 }
 
 }  // namespace genvara::python

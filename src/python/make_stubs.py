@@ -3,7 +3,7 @@
     make_stubs.py PACKAGE-FOLDER TEMPLATE OUTPUT
 
 The template holds what is written by hand; what comes from the table of properties takes the place of lines of the
-form "#@ codes", "#@ kinds" and, within a class, "#@ members KIND".
+form "#@ names", "#@ codes", "#@ kinds" and, within a class, "#@ members KIND".
 """
 import pathlib
 import sys
@@ -11,22 +11,24 @@ import sys
 sys.path.insert(0, sys.argv[1])
 import genvara  # noqa: E402  (the path comes first)
 
-TYPES = {"number": ("float", "SupportsFloat"), "integer": ("int", "SupportsIndex"), "boolean": ("bool", "bool"),
-         "text": ("str", "str"), "date": ("datetime.datetime", "datetime.datetime")}
-
-
-def types_of(row):
-    if row["type"] == "code":
-        return row["enum"], f"{row['enum']} | int | str"
-    return TYPES[row["type"]]
+TYPES = {"number": "float", "integer": "int", "boolean": "bool", "text": "str", "date": "datetime.datetime"}
 
 
 def members(kind):
     for row in genvara.describe(kind):
-        read, written = types_of(row)
-        yield f"    @property\n    def {row['attribute']}(self) -> {read}:"
+        name = row["attribute"]
+        if row["type"] == "code":
+            yield f"    {name}: _Code[{row['enum']}]"
+            yield f'    """{row["doc"]}"""'
+            continue
+        type_ = TYPES[row["type"]]
+        yield f"    @property\n    def {name}(self) -> {type_}:"
         yield f'        """{row["doc"]}"""'
-        yield f"    @{row['attribute']}.setter\n    def {row['attribute']}(self, value: {written}) -> None: ..."
+        yield f"    @{name}.setter\n    def {name}(self, value: {type_}) -> None: ..."
+
+
+def names():
+    yield "__all__ = [" + ", ".join(f'"{name}"' for name in genvara.__all__) + "]"
 
 
 def codes():
@@ -53,7 +55,7 @@ def lines(template):
         elif words[1] == "members":
             yield from members(words[2])
         else:
-            yield from {"codes": codes, "kinds": kinds}[words[1]]()
+            yield from {"names": names, "codes": codes, "kinds": kinds}[words[1]]()
 
 
 text = pathlib.Path(sys.argv[2]).read_text(encoding="utf-8")
