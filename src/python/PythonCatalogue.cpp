@@ -1,5 +1,7 @@
 #include "PythonCatalogue.h"
 
+#include "FailureRegion.h"
+
 namespace genvara::python {
 namespace {
 
@@ -15,6 +17,9 @@ std::filesystem::path FileBesideModule() {
 PythonCatalogue::PythonCatalogue(const std::filesystem::path& file)
     : m_catalogue(file), m_gensets(m_catalogue.Gensets()), m_candidates(m_gensets) {
     m_catalogue.RequireFit();
+    // Read before threads size with the same database; what cannot be read is told to whoever changes a
+    // motor.
+    FailureRegion().Run([this] { (void)Rules(); });
 }
 
 EntryRules PythonCatalogue::Rules() {

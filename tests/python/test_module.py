@@ -190,6 +190,21 @@ def test_copies(hospital, catalogue):
             catalogue).recommended[0].derated_rating or made.size(catalogue).recommended[0].model != "MV900D"
 
 
+def powers(project):
+    return [(load.running_real_power, load.running_app_power, load.starting_app_power, load.starting_real_power)
+            for step in project.steps for load in step.loads]
+
+
+def test_copies_keep_what_a_form_worked_out(hospital, catalogue):
+    motor = motor_of(hospital)
+    motor.data_entry_method = genvara.MotorDataEntryMethod.RUNNING_KW
+    motor.running_real_power = 20000.0
+    # The form looks the apparent power up by kW, and the reader of files, as it always has, by W.
+    assert powers(genvara.loads(hospital.dumps())) != powers(hospital)
+    for made in (copy.deepcopy(hospital), pickle.loads(pickle.dumps(hospital)), hospital.size(catalogue).project):
+        assert powers(made) == powers(hospital)
+
+
 def test_records_outlive_their_project():
     loads = genvara.read(SOURCE / "samples/hospital.prj").steps[3].loads
     site = genvara.read(SOURCE / "samples/hospital.prj").power_system
@@ -333,6 +348,30 @@ def test_threads_size_side_by_side(hospital, catalogue):
     for thread in threads:
         thread.join()
     assert found == [expected] * 4
+
+
+def test_sizing_lets_other_threads_run(hospital, catalogue):
+    go = threading.Event()
+    ran = []
+
+    def work():
+        go.wait()
+        ran.append(True)
+
+    thread = threading.Thread(target=work)
+    thread.start()
+    interval = sys.getswitchinterval()
+    sys.setswitchinterval(1000.0)  # only who lets go of the interpreter lets another thread run
+    try:
+        go.set()
+        for _ in range(3000):
+            if ran:
+                break
+            hospital.size(catalogue)
+        assert ran
+    finally:
+        sys.setswitchinterval(interval)
+        thread.join()
 
 
 def test_import_needs_nothing_but_the_standard_library():
