@@ -1,12 +1,15 @@
 import os
 import pathlib
+import tempfile
 
 import hypothesis
 import pytest
+from hypothesis.configuration import set_hypothesis_home_dir
 
 import genvara
 
 # Nothing is written into the source tree, and every run tries the same.
+set_hypothesis_home_dir(os.path.join(tempfile.gettempdir(), "genvara-hypothesis"))
 hypothesis.settings.register_profile("tests", database=None, derandomize=True)
 hypothesis.settings.load_profile("tests")
 

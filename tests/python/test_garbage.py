@@ -34,7 +34,7 @@ def records(project):
     return [project, project.power_system, *project.steps, *loads]
 
 
-@settings(max_examples=150, deadline=None)
+@settings(max_examples=100, deadline=None)
 @given(st.data())
 def test_members(data):
     project = genvara.read(PROJECT)
@@ -52,7 +52,7 @@ def test_members(data):
     tried(project.dumps)
 
 
-@settings(max_examples=150, deadline=None)
+@settings(max_examples=100, deadline=None)
 @given(garbage, garbage, garbage)
 def test_functions(first, second, third):
     project = genvara.read(PROJECT)
