@@ -1,5 +1,9 @@
 #include "PythonCatalogue.h"
 
+#include <pybind11/pybind11.h>
+
+#include <utility>
+
 #include "FailureRegion.h"
 
 namespace genvara::python {

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <pybind11/pybind11.h>
-
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "CachedGensets.h"
 #include "Catalogue.h"
