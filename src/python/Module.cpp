@@ -1,5 +1,8 @@
 #include <pybind11/pybind11.h>
 
+#include <exception>
+#include <utility>
+
 #include "Bindings.h"
 #include "CodeEnums.h"
 #include "ProgramVersion.h"
@@ -13,7 +16,7 @@ namespace py = pybind11;
 void RaiseInPython(std::exception_ptr thrown) {
     try {
         if (thrown) {
-            std::rethrow_exception(thrown);
+            std::rethrow_exception(std::move(thrown));
         }
     } catch (const RaisedError& error) {
         const py::object type = py::module_::import("genvara._errors").attr("RaisedError");
