@@ -93,7 +93,8 @@ TEST(Paths, ThatLeadNowhereNameWhatIsNearest) {
         {"Step[1].Load", "Step[1].Load does not exist; the nearest is Description."},
     };
     for (const auto& [path, message] : cases) {
-        EXPECT_THAT([&] { (void)project.At(path); }, Raises(0, "", message)) << path;
+        const auto follow = [&, place = path] { (void)project.At(place); };
+        EXPECT_THAT(follow, Raises(0, "", message)) << path;
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 #include "Properties.h"
 
 namespace genvara {
@@ -20,17 +22,17 @@ const PropertyFacts& FactsOf(std::string_view kind, std::string_view name) {
 
 TEST(PropertyText, TellsBounds) {
     EXPECT_EQ(BoundsText({}), "");
-    EXPECT_EQ(BoundsText(Range{-0.5, 10.0}), "-0.5 to 10");
+    EXPECT_EQ(BoundsText(Range<double>{-0.5, 10.0}), "-0.5 to 10");
     EXPECT_EQ(BoundsText(PositiveRange{1000.0}), "above 0 up to 1000");
     EXPECT_EQ(BoundsText(Bounds(1.0, std::nullopt)), "1 and above");
     EXPECT_EQ(BoundsText(Bounds(std::nullopt, 100.0)), "100 and below");
 }
 
 TEST(PropertyText, BoundsHoldTheirEdgesUnlessTheyAreAboveThem) {
-    EXPECT_TRUE(Bounds(Range{5, 35}).Hold(5));
-    EXPECT_TRUE(Bounds(Range{5, 35}).Hold(35));
-    EXPECT_FALSE(Bounds(Range{5, 35}).Hold(4.999));
-    EXPECT_FALSE(Bounds(Range{5, 35}).Hold(35.001));
+    EXPECT_TRUE(Bounds(Range<std::int32_t>{5, 35}).Hold(5));
+    EXPECT_TRUE(Bounds(Range<std::int32_t>{5, 35}).Hold(35));
+    EXPECT_FALSE(Bounds(Range<std::int32_t>{5, 35}).Hold(4.999));
+    EXPECT_FALSE(Bounds(Range<std::int32_t>{5, 35}).Hold(35.001));
     EXPECT_FALSE(Bounds(PositiveRange{10}).Hold(0));
     EXPECT_TRUE(Bounds(PositiveRange{10}).Hold(5e-324));
     EXPECT_TRUE(Bounds(PositiveRange{10}).Hold(10));
