@@ -23,9 +23,10 @@ namespace {
 constexpr double kTwipsPerInch = 1440.0;
 constexpr double kSmallestZoom = 0.25;
 constexpr double kLargestZoom = 5.0;
-/// Bounds of the scale that follows the view's width: small print of 10 points is no smaller than 10 pixels
-/// on a usual screen, and a wide window does not blow letters up to a poster's.
-constexpr double kLeastFittingZoom = 0.75;
+/// Bounds of the scale that follows the view's width: a page is seen in its width when the window first
+/// opens, with small print of 10 points no smaller than 9 pixels on a usual screen, and a wide window does
+/// not blow letters up to a poster's.
+constexpr double kLeastFittingZoom = 0.7;
 constexpr double kComfortableZoom = 1.5;
 constexpr std::array<double, 17> kZoomSteps{0.25, 0.33, 0.5,  0.67, 0.75, 0.8, 0.9, 1.0, 1.1,
                                             1.25, 1.5,  1.75, 2.0,  2.5,  3.0, 4.0, 5.0};

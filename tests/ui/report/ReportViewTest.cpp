@@ -106,7 +106,7 @@ TEST_F(ReportViewTest, FillsItsWidthUpToAComfortableScale) {
     m_view.resize(3000, 600);
     EXPECT_DOUBLE_EQ(m_view.Zoom(), 1.5);
     m_view.resize(300, 600);
-    EXPECT_DOUBLE_EQ(m_view.Zoom(), 0.75);
+    EXPECT_DOUBLE_EQ(m_view.Zoom(), 0.7);
     EXPECT_GT(m_view.horizontalScrollBar()->maximum(), 0);
 }
 

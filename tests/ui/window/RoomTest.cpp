@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QScreen>
+#include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionComboBox>
 #include <QTabWidget>
@@ -12,6 +13,7 @@
 #include "EntryField.h"
 #include "Load.h"
 #include "MakeLoadForm.h"
+#include "ReportView.h"
 #include "WindowFixture.h"
 
 namespace genvara {
@@ -50,6 +52,17 @@ class Room : public WindowTest {
         }
     }
 };
+
+TEST_F(Room, AtTheFirstSizeTheWholeWidthOfAReportIsSeen) {
+    Open(Sample("hospital.prj"));
+    Window().resize(800, 567);
+    Window().show();
+    Bar(3);
+    QCoreApplication::processEvents();
+    const auto& view = Control<ReportView>("panRecommend", "rtfRecommend");
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0) << view.viewport()->width();
+    EXPECT_GT(view.verticalScrollBar()->maximum(), 0);
+}
 
 TEST_F(Room, EveryDialogFitsAFullHDScreenAtTwiceItsSize) {
     int dialogs = 0;
