@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <functional>
-#include <ranges>
 
 #include "FormGrid.h"
 #include "SiteCodes.h"
@@ -98,9 +97,8 @@ std::int32_t CaptionOfFuel(std::int32_t code) noexcept {
 }
 
 void FillRiseDuty(ChoiceBox& list) {
-    for (const RiseDutyRow& row : kRiseDuties | std::views::reverse) {
-        list.AddRow(Caption(row.caption), row.code);
-    }
+    std::for_each(kRiseDuties.rbegin(), kRiseDuties.rend(),
+                  [&list](const RiseDutyRow& row) { list.AddRow(Caption(row.caption), row.code); });
 }
 
 void FillVoltages(ChoiceBox& list, const std::vector<std::int32_t>& volts) {

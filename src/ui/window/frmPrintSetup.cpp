@@ -117,7 +117,8 @@ void frmPrintSetup::FillPapers() {
     for (const Paper& paper : kPapers) {
         m_cboPaper->AddRow(paper.name);
     }
-    const auto [width, height] = std::minmax(m_setup.width, m_setup.height);
+    const std::int32_t width = std::min(m_setup.width, m_setup.height);
+    const std::int32_t height = std::max(m_setup.width, m_setup.height);
     const auto* const known = std::ranges::find_if(
         kPapers, [&](const Paper& paper) { return paper.width == width && paper.height == height; });
     if (known == kPapers.end()) {

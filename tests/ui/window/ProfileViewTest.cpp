@@ -102,7 +102,7 @@ TEST_F(ProfileView, ALoadThatWasAddedIsSelectedAndInView) {
     ManySteps(60);
     Select(30);
     Tree().verticalScrollBar()->setValue(0);
-    InNextDialog([this](QDialog& pick) {
+    InNextDialog([](QDialog& pick) {
         Find<QListWidget>(pick, "lstLoads").setCurrentRow(4);
         InNextDialog([](QDialog& form) {
             Find<EntryField>(form, "txtkW").setText("7");

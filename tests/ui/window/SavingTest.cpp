@@ -260,8 +260,8 @@ TEST_F(Saving, MarksWhateverIsEnteredAndNothingThatIsShown) {
             Click(Find<QWidget>(Window(), "panLoadProfile"), button);
         };
     };
-    const auto inDialog = [this](const std::function<void()>& open) {
-        return [this, open] {
+    const auto inDialog = [](const std::function<void()>& open) {
+        return [open] {
             InNextDialog([](QDialog& dialog) { Click(dialog, "cmdOK"); });
             open();
         };
