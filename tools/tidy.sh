@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
-# Runs clang-tidy on the sources that differ from the last commit, and on those that the last commit changed, if
-# those are few. With --all on every source; the preset "tidy" does that while it compiles.
+# Runs clang-tidy on the sources that differ from the last commit, if those are few. With --all on every source; the preset "tidy" does that while it compiles.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -9,8 +8,7 @@ if [ "${1:-}" = --all ]; then
   most=100000
   files=$(git ls-files -co --exclude-standard -- src tests)
 elif git rev-parse --is-inside-work-tree >/dev/null 2>&1; then
-  # Of a merge, of the first commit and of a clone without history nothing is known to have changed.
-  files=$(git diff --name-only HEAD; git ls-files -o --exclude-standard; git diff-tree -r --no-commit-id --name-only HEAD)
+  files=$(git diff --name-only HEAD; git ls-files -o --exclude-standard)
 else
   files="" # an unpacked archive has no history to differ from
 fi
