@@ -124,11 +124,11 @@ def wrong(program, database, samples, baseline, damage):
     trouble = size.odd or odd_projects.answers_of("size", size, samples)
     if trouble:
         return f"size: {trouble}"
+    if size.status != 0 and not size.tells_failure():
+        return f"size fails without a word: {size.errors()!r}"
     trouble = unlike(program, database, samples, size)
     if trouble:
         return f"explain: {trouble}"
-    if size.status != 0 and not size.tells_failure():
-        return f"size fails without a word: {size.errors()!r}"
     if check.status == 0 and size.status != 0:
         return f"catalog check finds nothing, size fails: {size.errors()[:300]}"
     if check.status == 0 and not damage.may_change and size.out != baseline:

@@ -22,7 +22,10 @@ DEMANDED = (*(f"loads of kind {kind.LoadType}" for kind in KINDS), *(f"loads wit
             "chosen sets", "sets of equal rating side by side", "figures of distortion", "sets without frequency dips",
             "projects without sets", "projects of several steps",
             *(f"supplies {supply}" for supply in SUPPLIES),
-            *(f"phases with {filters} filters alone" for filters in ALONE))
+            *(f"phases with {filters} filters alone" for filters in ALONE),
+            *(f"sets explained as {fate}" for fate in Verdict.FATES),
+            *(f"sets of transient class {name}" for name in ("G1", "G2", "G3", "none", None)),
+            *(f"tests of {name} that {outcome}" for name in TESTS for outcome in OUTCOMES if (name, outcome) not in NEVER))
 
 
 class StandingLoad:
@@ -44,9 +47,6 @@ class StandingLoad:
 
     def idle_phases(self):
         return sum(watts == 0 and self.balanced == 0 for watts in self.by_phase)
-            *(f"sets explained as {fate}" for fate in Verdict.FATES),
-            *(f"sets of transient class {name}" for name in ("G1", "G2", "G3", "none", None)),
-            *(f"tests of {name} that {outcome}" for name in TESTS for outcome in OUTCOMES if (name, outcome) not in NEVER))
 
 
 class Coverage:
