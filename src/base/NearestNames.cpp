@@ -15,19 +15,26 @@ char Lower(char letter) noexcept {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-/// Letters to put in, take out or change until one text is the other (Levenshtein's distance).
+/// Letters to put in, take out, change or swap with a neighbour until one text is the other (Damerau's
+/// distance, no letter touched twice).
 std::size_t LettersBetween(std::string_view left, std::string_view right) {
-    std::vector<std::size_t> row(right.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
+    std::vector<std::size_t> before;
+    std::vector<std::size_t> above(right.size() + 1);
+    std::iota(above.begin(), above.end(), std::size_t{0});
     for (std::size_t i = 0; i < left.size(); ++i) {
-        std::size_t diagonal = row[0]++;
+        std::vector<std::size_t> row{i + 1};
+        row.reserve(above.size());
         for (std::size_t j = 0; j < right.size(); ++j) {
-            const std::size_t change = diagonal + (Lower(left[i]) == Lower(right[j]) ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({change, row[j] + 1, row[j + 1] + 1});
+            const auto same = [&](std::size_t l, std::size_t r) { return Lower(left[l]) == Lower(right[r]); };
+            std::size_t least = std::min({above[j] + (same(i, j) ? 0 : 1), above[j + 1] + 1, row[j] + 1});
+            if (i > 0 && j > 0 && same(i, j - 1) && same(i - 1, j)) {
+                least = std::min(least, before[j - 1] + 1);
+            }
+            row.push_back(least);
         }
+        before = std::exchange(above, std::move(row));
     }
-    return row.back();
+    return above.back();
 }
 
 /// How far a name is from a wrong one; the beginning of a name is as good as all of it.
@@ -60,6 +67,15 @@ std::vector<std::string_view> NearestNames(std::string_view wrong, std::span<con
         }
     }
     return nearest;
+}
+
+std::string_view SlipOf(std::string_view wrong, std::span<const std::string_view> names) {
+    const std::vector<std::string_view> nearest = NearestNames(wrong, names);
+    if (nearest.empty()) {
+        return {};
+    }
+    const std::size_t most = std::max<std::size_t>(1, std::min(wrong.size(), nearest.front().size()) / 3);
+    return Distance(wrong, nearest.front()) <= most ? nearest.front() : std::string_view{};
 }
 
 std::string SuggestionText(std::string_view wrong, std::span<const std::string_view> names) {

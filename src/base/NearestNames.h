@@ -16,6 +16,9 @@ namespace genvara {
 [[nodiscard]] std::vector<std::string_view> NearestNames(std::string_view wrong,
                                                          std::span<const std::string_view> names);
 
+/// The name that a wrong one is a slip of, by one letter or by up to a third of them; empty if there is none.
+[[nodiscard]] std::string_view SlipOf(std::string_view wrong, std::span<const std::string_view> names);
+
 /// "Altitude, Voltage and Fuel".
 [[nodiscard]] std::string Enumeration(std::span<const std::string_view> names);
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Nearest.h"
+#include "NearestNames.h"
 #include "NumberText.h"
 
 namespace genvara {
@@ -53,7 +53,8 @@ std::string UnknownCommand(const CLI::App& app, std::span<char*> arguments) {
             return {};
         }
         if (std::ranges::find(known, word) == known.end()) {
-            const std::string nearest = Nearest(word, known);
+            const std::vector<std::string_view> names(known.begin(), known.end());
+            const std::string_view nearest = SlipOf(word, names);
             return fmt::format("there is no command \"{}\"{}", word,
                                nearest.empty() ? "." : fmt::format("; did you mean \"{}\"?", nearest));
         }

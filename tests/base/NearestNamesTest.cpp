@@ -29,6 +29,15 @@ TEST(NearestNames, AreNeverNone) {
     EXPECT_TRUE(NearestNames("x", {}).empty());
 }
 
+TEST(NearestNames, TellASlipFromAnotherWord) {
+    EXPECT_EQ(SlipOf("siez", kNames), "size");      // neighbours swapped
+    EXPECT_EQ(SlipOf("sixes", kNames), "");         // two letters of five
+    EXPECT_EQ(SlipOf("raprot", kNames), "report");  // two letters of six
+    EXPECT_EQ(SlipOf("dance", kNames), "");
+    EXPECT_EQ(SlipOf("", kNames), "");
+    EXPECT_EQ(SlipOf("size", {}), "");
+}
+
 TEST(NearestNames, MakeASentence) {
     EXPECT_EQ(SuggestionText("siz", kNames), "the nearest is size");
     constexpr std::array<std::string_view, 3> kThree{"one", "ones", "once"};
