@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 
+#include "CPwrSys.h"
 #include "RaisedError.h"
 
 namespace genvara {
@@ -90,6 +91,12 @@ std::optional<std::int32_t> Catalogue::PhasesOf(std::int32_t connectCode) {
     const std::vector<ConnectionRecord>& connections = Connections();
     const auto found = std::ranges::find(connections, connectCode, &ConnectionRecord::ID);
     return found == connections.end() ? std::nullopt : std::optional(found->phases);
+}
+
+void Catalogue::FollowConnection(CPwrSys& site) {
+    if (const auto phases = PhasesOf(site.ConnectCode())) {
+        site.Phases(*phases);
+    }
 }
 
 }  // namespace genvara

@@ -11,6 +11,8 @@
 
 namespace genvara {
 
+class CPwrSys;
+
 /// The genset catalogue at hand: where it lies, and what of it the site, the forms and the reader of projects
 /// ask for, each read at its first call and then shared.
 ///
@@ -52,6 +54,10 @@ class Catalogue {
     /// Phases of a connection; none if no row has the code.
     /// @throws RaisedError of `Connections`.
     [[nodiscard]] std::optional<std::int32_t> PhasesOf(std::int32_t connectCode);
+
+    /// Gives a site the phases of its connection; one that the database does not know leaves them.
+    /// @throws RaisedError of `Connections`.
+    void FollowConnection(CPwrSys& site);
 
     /// Reads the motor tables into the object that loads and readers hold on to.
     /// @throws RaisedError with the database's own number; the tables are then as before.

@@ -105,9 +105,7 @@ std::filesystem::path Document::Rescue(const std::filesystem::path& folder) {
 }
 
 void Document::FollowConnection() {
-    if (const auto phases = m_catalogue->PhasesOf(m_powerSystem.ConnectCode())) {
-        m_powerSystem.Phases(*phases);
-    }
+    m_catalogue->FollowConnection(m_powerSystem);
 }
 
 bool Document::KnowsConnection() const {

@@ -87,7 +87,7 @@ class Document {
     [[nodiscard]] std::filesystem::path Rescue(const std::filesystem::path& folder);
 
     /// Gives the site the phases of its connection; one that the catalogue does not know leaves them.
-    /// @throws RaisedError of `Catalogue::Connections`.
+    /// @throws RaisedError of `Catalogue::FollowConnection`.
     void FollowConnection();
     /// Whether the catalogue knows the site's connection.
     /// @throws RaisedError of `Catalogue::Connections`.

@@ -67,14 +67,14 @@ void PythonProject::Read(const std::filesystem::path& file) {
         throw RaisedError(0, "frmMain::ReadProjectFile",
                           fmt::format("{} is no project file of a compatible version.", file.string()));
     }
-    FollowConnection();
+    m_catalogue->Data().FollowConnection(m_powerSystem);
 }
 
 void PythonProject::ReadJson(std::string_view text, std::string_view name) {
     SkippedItems observer(m_skipped);
     MemorySource source(text);
     ReadJsonProject(source, name, Model(), observer);
-    FollowConnection();
+    m_catalogue->Data().FollowConnection(m_powerSystem);
 }
 
 std::size_t PythonProject::Save(const std::filesystem::path& file) const {
@@ -98,12 +98,6 @@ ProjectModel PythonProject::Model() noexcept {
             .powerSystem = m_powerSystem,
             .loadProfile = m_loadProfile,
             .motors = m_catalogue->Data().Motors()};
-}
-
-void PythonProject::FollowConnection() {
-    if (const auto phases = m_catalogue->Data().PhasesOf(m_powerSystem.ConnectCode())) {
-        m_powerSystem.Phases(*phases);
-    }
 }
 
 CLoadProfile ProfileWith(const MotorConversions& motors, const CLoadProfile& profile, double volts) {

@@ -45,7 +45,6 @@ class PythonProject {
 
   private:
     [[nodiscard]] ProjectModel Model() noexcept;
-    void FollowConnection();
 
     std::shared_ptr<PythonCatalogue> m_catalogue;
     CProject m_project;
