@@ -164,6 +164,8 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     [[nodiscard]] std::string SuggestedName(const char* extension) const;
     /// Whether nothing may be written to a file, since it is an input; the user is told.
     bool RefusesOutput(const std::string& file);
+    /// Whether no report is shown, as after one that failed; tells the user.
+    [[nodiscard]] bool LacksReport(const char* deed);
     void SaveReport();
     void SaveReportAsPdf();
     void ExportSpec();

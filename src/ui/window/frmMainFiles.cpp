@@ -71,7 +71,18 @@ bool frmMain::RefusesOutput(const std::string& file) {
     return obstacle.has_value();
 }
 
+bool frmMain::LacksReport(const char* deed) {
+    if (m_panRecommend->HasReport()) {
+        return false;
+    }
+    Tell(std::string("There is no report to ") + deed + ".", MessageIcon::Exclamation);
+    return true;
+}
+
 void frmMain::SaveReport() {
+    if (LacksReport("save")) {
+        return;
+    }
     RunOrTell("An error occured while attempting to save the report.", [this] {
         const std::string file =
             m_platform->SaveFileName(this, {.title = "Save Report",
@@ -87,8 +98,7 @@ void frmMain::SaveReport() {
 }
 
 void frmMain::SaveReportAsPdf() {
-    if (!m_panRecommend->HasReport()) {
-        Tell("There is no report to save.", MessageIcon::Exclamation);
+    if (LacksReport("save")) {
         return;
     }
     try {
@@ -137,6 +147,9 @@ void frmMain::TellOfExport(const std::string& file, std::size_t lost) {
 }
 
 void frmMain::PrintReport() {
+    if (LacksReport("print")) {
+        return;
+    }
     RunOrTell("An error occured while attempting to print the report.",
               [this] { m_panRecommend->PrintReport(); });
 }

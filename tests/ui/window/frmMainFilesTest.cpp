@@ -416,9 +416,19 @@ TEST_F(ReportCommands, TellWhyAPdfCannotBeSaved) {
     platform.files = {""};
     Run("mnuFileSaveReportPdf");
     EXPECT_EQ(platform.Take().size(), 1U);
+}
+
+TEST_F(ReportCommands, WriteNothingWhereNoReportIsShown) {
     Control<ReportView>("panRecommend", "rtfRecommend").Clear();
-    Run("mnuFileSaveReportPdf");
-    EXPECT_EQ(platform.TakeMessage().text, "There is no report to save.");
+    platform.Take();
+    for (const char* command : {"mnuFileSaveReport", "mnuFileSaveReportPdf", "mnuFilePrint"}) {
+        Run(command);
+        const auto asked = platform.Take();
+        ASSERT_EQ(asked.size(), 1U) << command;
+        EXPECT_EQ(asked[0].message.text, command == std::string("mnuFilePrint")
+                                             ? "There is no report to print."
+                                             : "There is no report to save.");
+    }
 }
 
 TEST_F(ReportCommands, ExportTheSpecOfTheSet) {
