@@ -67,8 +67,8 @@ class ScriptedPlatform final : public PlatformServices {
             return MessageAnswer::Ok;
         }
         if (answers.empty() && dice) {
-            const MessageAnswer throws[] = {MessageAnswer::Yes, MessageAnswer::No, MessageAnswer::Cancel};
-            return throws[dice() % (message.buttons == MessageButtons::YesNo ? 2U : 3U)];
+            constexpr std::array throws{MessageAnswer::Yes, MessageAnswer::No, MessageAnswer::Cancel};
+            return throws.at(dice() % (message.buttons == MessageButtons::YesNo ? 2U : 3U));
         }
         if (answers.empty()) {
             ADD_FAILURE() << "an unexpected question: " << message.text;

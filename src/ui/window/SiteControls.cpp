@@ -92,8 +92,9 @@ std::int32_t FuelGroup::Fuel() const {
 }
 
 std::int32_t CaptionOfFuel(std::int32_t code) noexcept {
+    static_assert(kFuels.front().code == fuel::kAny);
     const FuelRow* const row = FindRow(kFuels, code);
-    return row == nullptr ? FindRow(kFuels, fuel::kAny)->caption : row->caption;
+    return row == nullptr ? kFuels.front().caption : row->caption;
 }
 
 void FillRiseDuty(ChoiceBox& list) {

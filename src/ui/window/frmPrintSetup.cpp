@@ -31,7 +31,8 @@ constexpr int kListCharacters = 30;
 constexpr double kRounding = 1e-6;
 
 constexpr std::int32_t Twips(double millimetres) {
-    return static_cast<std::int32_t>(millimetres * kTwipsPerMillimetre + 0.5);
+    return static_cast<std::int32_t>(millimetres * kTwipsPerMillimetre +
+                                     0.5);  // NOLINT(bugprone-incorrect-roundings): constant, and positive
 }
 
 struct Paper {
@@ -71,9 +72,9 @@ const std::array<frmPrintSetup::Margin, 4> frmPrintSetup::kMargins{
      {"txtTopMargin", "Top", &PrintSetup::top},
      {"txtBottomMargin", "Bottom", &PrintSetup::bottom}}};
 
-frmPrintSetup::frmPrintSetup(const Printers& printers, const PrintSetup& setup, bool metric, QWidget* owner)
+frmPrintSetup::frmPrintSetup(const Printers& printers, PrintSetup setup, bool metric, QWidget* owner)
     : QDialog(owner),
-      m_setup(setup),
+      m_setup(std::move(setup)),
       m_metric(metric),
       m_cboPrinter(new ChoiceBox("cboPrinter")),
       m_cboPaper(new ChoiceBox("cboPaper")),

@@ -26,7 +26,7 @@ class frmPrintSetup final : public QDialog {
     };
 
     /// @param metric whether margins are shown in millimetres, or in inches.
-    frmPrintSetup(const Printers& printers, const PrintSetup& setup, bool metric, QWidget* owner);
+    frmPrintSetup(const Printers& printers, PrintSetup setup, bool metric, QWidget* owner);
 
     [[nodiscard]] const PrintSetup& Setup() const noexcept { return m_setup; }
 

@@ -24,6 +24,7 @@ class ProfileView : public ProfileTest {
     /// The number column, from the top.
     std::vector<std::string> Numbers() {
         std::vector<std::string> numbers;
+        numbers.reserve(static_cast<std::size_t>(Tree().topLevelItemCount()));
         for (int step = 0; step < Tree().topLevelItemCount(); ++step) {
             numbers.push_back(Tree().topLevelItem(step)->text(profile_column::kNumber).toStdString());
         }

@@ -21,7 +21,6 @@
 namespace genvara {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
@@ -64,14 +63,14 @@ class Saving : public WindowTest {
 
 TEST_F(Saving, WhereItCannotBeDoneIsToldByMenuToolbarAndKeyAndTheProgramGoesOn) {
     std::filesystem::create_directory(folder / "folder.prj");
-    const std::pair<std::string, std::string> cases[] = {
+    const std::vector<std::pair<std::string, std::string>> cases{
         {Missing(), "its folder does not exist"},
         {FileOf("folder.prj"), "there is a folder of that name"},
         {"/dev/null", "there is a device of that name"},
         {(folder / "program/Genvara.db").string(), "this is the genset catalogue"},
     };
     const std::string catalogue = ReadBytes(folder / "program/Genvara.db");
-    const std::function<void()> ways[] = {
+    const std::vector<std::function<void()>> ways{
         [this] { Run("mnuFileSave"); }, [this] { Run("mnuFileSaveAs"); }, [this] { Run("butSave"); },
         [this] { QTest::keyClick(&Window(), Qt::Key_S, Qt::ControlModifier); }};
     Name("Precious");
@@ -266,7 +265,7 @@ TEST_F(Saving, MarksWhateverIsEnteredAndNothingThatIsShown) {
             open();
         };
     };
-    const std::pair<const char*, std::function<void()>> edits[] = {
+    const std::vector<std::pair<const char*, std::function<void()>>> edits{
         {"customer",
          [this] {
              Bar(0);
