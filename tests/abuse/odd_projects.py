@@ -2,12 +2,13 @@
 
     odd_projects.py GENVARA-CLI DATABASE SAMPLES-FOLDER
 
-Of every sample each byte is flipped, the file is cut at each length, and each line is dropped and doubled; the
-short form tries a part of these. The program takes many files at once; a batch that goes wrong is tried again in
+Of every sample, as it is and as a JSON project, each byte is flipped, the file is cut at each length, and each line is
+dropped and doubled; the short form tries a part of these. The program takes many files at once; a batch that goes wrong is tried again in
 halves until the file is found.
 """
 import functools
 import pathlib
+import subprocess
 import sys
 import tempfile
 
@@ -16,6 +17,8 @@ import abuse
 FLIPS = (0xFF, 0x01, 0x04, 0x10, 0x20, 0x80) if abuse.LONG else (0xFF,)  # bits that are turned over
 FLIPPED_BYTES = 60  # of each sample, in the short form
 CUT_STEP = 1 if abuse.LONG else 37  # bytes
+MOST_CUTS = 60  # of each sample, in the short form; a JSON project is long
+MOST_LINES = 40  # of each sample, in the short form
 BATCH = 250  # files of one run
 COMMANDS = {"check": ((0, 1, 3), ["check"]), "size": ((0, 3, 4), ["size", "--json", "--jobs", "2"]),
             "explain": ((0, 3, 4), ["explain", "--json", "--jobs", "2"])}
@@ -29,10 +32,11 @@ def damages(text, dice):
     for position in positions:
         for bits in FLIPS:
             yield f"flip-{position}-{bits:02x}", text[:position] + bytes([text[position] ^ bits]) + text[position + 1:]
-    for length in range(0, len(text), CUT_STEP):
+    for length in range(0, len(text), CUT_STEP if abuse.LONG else max(CUT_STEP, len(text) // MOST_CUTS)):
         yield f"cut-{length}", text[:length]
     lines = text.splitlines(keepends=True)
-    for number in range(len(lines)):
+    few = abuse.LONG or len(lines) <= MOST_LINES
+    for number in range(len(lines)) if few else sorted(dice.sample(range(len(lines)), MOST_LINES)):
         yield f"drop-{number + 1}", b"".join(lines[:number] + lines[number + 1:])
         yield f"double-{number + 1}", b"".join(lines[:number + 1] + lines[number:])
 
@@ -92,16 +96,27 @@ def search(trial, files, findings):
     return 1
 
 
+def forms_of(program, database, sample):
+    """Ending and content of a sample in both formats of a project."""
+    yield sample.suffix, sample.read_bytes()
+    with tempfile.TemporaryDirectory(dir=abuse.memory_folder()) as folder:
+        twin = pathlib.Path(folder) / f"{sample.stem}.json"
+        subprocess.run([program, "convert", sample, "-o", twin, "--db", database], check=True)
+        yield twin.suffix, twin.read_bytes()
+
+
 def try_samples(program, database, samples, dice, kinds=lambda _: True):
     """Tries all damages of all samples; returns what was found."""
     findings = abuse.Findings()
     tried = 0
-    for sample in sorted(pathlib.Path(samples).glob("*.prj")):
+    forms = [(sample.stem, *form) for sample in sorted(pathlib.Path(samples).glob("*.prj"))
+             for form in forms_of(program, database, sample)]
+    for stem, ending, sound in forms:
         with tempfile.TemporaryDirectory(dir=abuse.memory_folder()) as folder:
             files = []
-            for name, content in damages(sample.read_bytes(), dice):
+            for name, content in damages(sound, dice):
                 if kinds(name):
-                    files.append(pathlib.Path(folder) / f"{sample.stem}-{name}.prj")
+                    files.append(pathlib.Path(folder) / f"{stem}-{name}{ending}")
                     files[-1].write_bytes(content)
             for command in COMMANDS:
                 trial = functools.partial(wrong, program, database, command)

@@ -97,6 +97,8 @@ class Judges(unittest.TestCase):
         self.assertRegex(found, r"farm-cut-37\.prj: ends with signal 11")
         self.assertNotRegex(found, r"farm-cut-74\.prj: ")
         self.assertNotIn("office", found)
+        self.assertRegex(self.projects("case \"$*\" in *farm-cut-0.json*) kill -SEGV $$;; esac"),
+                         r"farm-cut-0\.json: ends with signal 11")
 
     def test_a_program_that_hangs_is_found(self):
         with unittest.mock.patch.object(abuse, "TIMEOUT", 2):

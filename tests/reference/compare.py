@@ -17,10 +17,12 @@ from pathlib import Path
 
 from cases.catalogues import GivenCatalogue, RandomCatalogue
 from cases.failing import prepare
+from cases.json_twin import json_twin
 from cases.projects import RandomProject
 from comparison import Comparison
 from coverage import Coverage
 from sizer.answer import answers_for
+from sizer.database import Database
 from sizer.designer import Limits
 
 DATABASE = "Genvara.db"
@@ -53,7 +55,7 @@ class Judge:
     def judge(self, name, database, paths, limits=Limits(), jobs=1, every=False):
         """Whether the program's answers for the projects are those of the second computation.
 
-        Projects are sized, and explained: the sets of both lists, or every candidate.
+        Projects are sized, explained (the sets of both lists, or every candidate), and sized again as JSON.
         """
         sizings, explanations = zip(*(answers_for(path, database, limits, every) for path in paths))
         for sizing, explanation in zip(sizings, explanations):
@@ -64,9 +66,22 @@ class Judge:
         for command, expected in ((["size"], sizings), (explain, explanations)):
             run = self.program(command, database, paths, limits, jobs)
             differences += [*self.outcome(run, paths, sizings, expected), *self.answers(run.stdout, expected)]
+        differences += self.of_twins(database, paths, sizings, limits, jobs)
         if differences:
             self.report(name, database, paths, differences)
         return not differences
+
+    def of_twins(self, database, paths, sizings, limits, jobs):
+        """Where the answers for the same projects as JSON part from those expected."""
+        opened = Database(database)
+        twins = [path.with_suffix(".json") for path in paths]
+        for path, twin in zip(paths, twins):
+            twin.write_bytes(json_twin(path.read_bytes(), opened))
+        opened.close()
+        expected = [{**sizing, "File": str(twin)} for sizing, twin in zip(sizings, twins)]
+        run = self.program(["size"], database, twins, limits, jobs)
+        return [f"as JSON: {text}" for text in (*self.outcome(run, twins, expected, expected),
+                                                *self.answers(run.stdout, expected))]
 
     @staticmethod
     def outcome(run, paths, sizings, expected):
