@@ -4,7 +4,6 @@ namespace genvara {
 namespace {
 
 constexpr std::size_t kBufferSize = 65536;
-constexpr std::size_t kMostBytes = std::size_t{64} * 1024 * 1024;
 
 bool IsBlank(char byte) noexcept {
     return byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n';
@@ -21,16 +20,13 @@ void JsonSource::Advance() {
     if (!m_inText && IsBlank(m_current)) {
         SkipBlanks();
     }
-    if (!Fill()) {
+    if (!Fill() || ++m_passedOn > kMostBytes) {
         m_ended = true;
         return;
     }
     m_current = m_buffer[m_next++];
     CountPlace(m_current);
     FollowText();
-    if (++m_passedOn > kMostBytes) {
-        throw JsonTooLong();
-    }
 }
 
 /// Makes sure that a byte is at hand; false at the end.

@@ -3,18 +3,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
-#include <stdexcept>
 #include <vector>
 
 #include "ProjectSource.h"
 
 namespace genvara {
-
-/// A JSON text that is longer than any project.
-class JsonTooLong : public std::length_error {
-  public:
-    JsonTooLong() : std::length_error("longer than any project") {}
-};
 
 /// Bytes of a JSON text, one by one, with the line on which each stands. Of a run of blanks outside texts one
 /// is passed on: a parser that keeps what it reads would keep a file of blanks.
@@ -23,10 +16,11 @@ class JsonSource {
     explicit JsonSource(ByteSource& source);
 
     [[nodiscard]] bool AtEnd() const noexcept { return m_ended; }
+    /// Whether the end is that of our patience: 64 MiB, blanks aside, are longer than any project.
+    [[nodiscard]] bool IsCutOff() const noexcept { return m_passedOn > kMostBytes; }
     /// The byte at hand.
     [[nodiscard]] char Current() const noexcept { return m_current; }
     /// Goes on to the next byte.
-    /// @throws JsonTooLong beyond 64 MiB, blanks aside.
     void Advance();
 
     /// Line of the last byte that was gone by, from 1, and its place in the line in bytes: a parser goes on
@@ -35,6 +29,8 @@ class JsonSource {
     [[nodiscard]] std::int64_t Column() const noexcept { return m_passed.column; }
 
   private:
+    static constexpr std::size_t kMostBytes = std::size_t{64} * 1024 * 1024;
+
     struct Place {
         std::int64_t line = 1;
         std::int64_t column = 0;

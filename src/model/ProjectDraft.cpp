@@ -115,7 +115,9 @@ class DraftMaker final : public nlohmann::json_sax<Json> {
                      const nlohmann::detail::exception& cause) override {
         m_line = m_source->Line();
         m_draft->brokenOff = true;
-        if (cause.id == kNumberBeyondRange) {
+        if (m_source->IsCutOff()) {
+            Tell(Here(), "a project", "longer than any project");
+        } else if (cause.id == kNumberBeyondRange) {
             Tell(Here(), std::string(kNumberInRange), OneLine(token, kLongestShown));
         } else {
             Tell(Here(), "JSON",
@@ -123,12 +125,6 @@ class DraftMaker final : public nlohmann::json_sax<Json> {
                              CauseOf(cause.what())));
         }
         return false;
-    }
-
-    /// A text that came to no end.
-    void Stopped(std::string_view cause) {
-        m_draft->brokenOff = true;
-        Tell(Here(), "a project", std::string(cause));
     }
 
   private:
@@ -383,11 +379,7 @@ ProjectDraft DraftOf(ByteSource& source) {
     ProjectDraft draft;
     JsonSource json(source);
     DraftMaker maker(draft, json);
-    try {
-        (void)Json::sax_parse(JsonIterator(json), JsonIterator(), &maker);
-    } catch (const JsonTooLong& stop) {
-        maker.Stopped(stop.what());
-    }
+    (void)Json::sax_parse(JsonIterator(json), JsonIterator(), &maker);
     return draft;
 }
 

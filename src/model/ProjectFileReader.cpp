@@ -158,15 +158,15 @@ class ProjectReader {
         }
         try {
             const LoadContext context{.motors = m_model->motors, .voltage = m_model->powerSystem.Voltage()};
-            std::unique_ptr<Load> load = ReadLoad(loadType, m_reader, context);
-            if (load == nullptr) {
+            std::optional<std::unique_ptr<Load>> load = ReadLoad(loadType, m_reader, context);
+            if (!load) {
+                TellUnread(record);
+            } else if (*load == nullptr) {
                 Tell(line, record, "a load type from 0 to 8", fmt::format("{}", loadType));
-                return;
+            } else {
+                const std::int32_t id = m_model->loadProfile.LoadStep(stepNumber).AddLoad(std::move(*load));
+                m_hooks.Run([&] { m_observer->LoadAdded(stepNumber, id); });
             }
-            const std::int32_t id = m_model->loadProfile.LoadStep(stepNumber).AddLoad(std::move(load));
-            m_hooks.Run([&] { m_observer->LoadAdded(stepNumber, id); });
-        } catch (const UnreadStatement&) {
-            TellUnread(record);
         } catch (const RaisedError& refusal) {
             TellRefusal(line, record, refusal);
         }
