@@ -58,7 +58,7 @@ void CDefaults::Freq(std::int32_t hertz) {
 
 void CDefaults::NumParallelSets(std::int32_t sets) {
     // The source names the site's member of the same meaning.
-    RequireRange(sets, 1, kMostGensets,
+    RequireRange(sets, kFewestGensets, kMostGensets,
                  {6, "Invalid number of parallel sets", "CDefaults::GensetsInParallel"});
     m_values.numParallelSets = sets;
 }

@@ -11,6 +11,7 @@ inline constexpr double kHighestAltitude = 4572.0;  // m, 15,000 ft
 inline constexpr double kLowestAmbTemp = -40.0;     // °C
 inline constexpr double kHighestAmbTemp = 66.0;     // °C
 inline constexpr std::int32_t kLowestFreq = 1;      // Hz
+inline constexpr std::int32_t kFewestGensets = 1;   // in parallel
 inline constexpr std::int32_t kMostGensets = 16;
 inline constexpr std::int32_t kLowestLimit = 5;         // percent, of every allowed dip and distortion
 inline constexpr std::int32_t kHighestVoltageDip = 35;  // percent

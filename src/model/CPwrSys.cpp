@@ -47,7 +47,8 @@ void CPwrSys::Freq(std::int32_t hertz) {
 }
 
 void CPwrSys::GensetsInParallel(std::int32_t sets) {
-    RequireRange(sets, 1, kMostGensets, {6, "Invalid number of parallel sets", "CPwrSys::GensetsInParallel"});
+    RequireRange(sets, kFewestGensets, kMostGensets,
+                 {6, "Invalid number of parallel sets", "CPwrSys::GensetsInParallel"});
     m_gensetsInParallel = sets;
 }
 

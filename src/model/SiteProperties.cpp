@@ -63,7 +63,7 @@ constexpr std::array kPowerSystem{
                      .words = "gensets in parallel",
 
                      .meaning = "Number of equal sets that share the load.",
-                     .range = Range<std::int32_t>{1, kMostGensets}},
+                     .range = Range<std::int32_t>{kFewestGensets, kMostGensets}},
                     [](auto& site, auto... sets) { return site.GensetsInParallel(sets...); }),
     Member<CPwrSys>(
         {.name = "Phases",

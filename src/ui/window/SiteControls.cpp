@@ -10,6 +10,7 @@
 
 #include "FormGrid.h"
 #include "SiteCodes.h"
+#include "SiteLimits.h"
 #include "Texts.h"
 
 namespace genvara {
@@ -114,6 +115,13 @@ void FillConnections(ChoiceBox& list, const std::vector<ConnectionRecord>& conne
     for (const ConnectionRecord& connection : connections) {
         list.AddRow(ToQt(connection.caption), connection.ID);
     }
+}
+
+NumberBounds ParallelSetsBounds() {
+    return {.name = FromQt(Caption(151)),
+            .least = site_limits::kFewestGensets,
+            .most = site_limits::kMostGensets,
+            .whole = true};
 }
 
 }  // namespace genvara

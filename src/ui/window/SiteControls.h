@@ -6,6 +6,7 @@
 
 #include "ChoiceBox.h"
 #include "GensetRecords.h"
+#include "NumberBounds.h"
 
 class QButtonGroup;
 class QRadioButton;
@@ -64,10 +65,8 @@ struct NumberNames {
     const char* label;
 };
 
-/// Bounds of the sets in parallel, and the text that shows them.
-inline constexpr std::int32_t kLeastParallelSets = 1;
-inline constexpr std::int32_t kMostParallelSets = 16;
-inline constexpr const char* kParallelSetsRange = "( 1 - 16 )";
+/// Bounds of the sets in parallel.
+[[nodiscard]] NumberBounds ParallelSetsBounds();
 /// Step of the arrows beside a limit [percent].
 inline constexpr std::int32_t kLimitStep = 5;
 

@@ -113,16 +113,13 @@ QWidget* frmDefaults::MakeSitePage() {
 
 void frmDefaults::AddNumbers(FormGrid& grid) {
     const bool metric = m_application->IsMetric();
-    m_txtParallelSets->Bounds({.name = FromQt(Caption(151)),
-                               .least = kLeastParallelSets,
-                               .most = kMostParallelSets,
-                               .whole = true});
-    auto* arrows =
-        new UpDown("updParallelSets", *m_txtParallelSets, {kLeastParallelSets, kMostParallelSets, 1});
+    m_txtParallelSets->Bounds(ParallelSetsBounds());
+    auto* arrows = new UpDown("updParallelSets", *m_txtParallelSets,
+                              {site_limits::kFewestGensets, site_limits::kMostGensets, 1});
+    const QString note = ToQt(BoundsNote(*m_txtParallelSets->Bounds(), EntryNumbers()));
     m_txtParallelSets->setAccessibleName(Caption(151));
-    grid.AddField(
-        "lblParallelSets", Caption(151),
-        Beside(m_txtParallelSets, arrows, FormGrid::MakeNote("lblParallelSetsRange", kParallelSetsRange)));
+    grid.AddField("lblParallelSets", Caption(151),
+                  Beside(m_txtParallelSets, arrows, FormGrid::MakeNote("lblParallelSetsRange", note)));
     grid.AddField("lblAltitude", Caption(152), m_txtAltitude,
                   FormGrid::MakeNote("lblAltitudeUnits", Caption(UnitString(SiteFigure::Altitude, metric))));
     grid.AddField("lblAmbTemp", Caption(153), m_txtAmbTemp,

@@ -50,10 +50,6 @@ EntryField* SignedField(PlatformServices& platform, const char* name) {
     return field;
 }
 
-QString RangeText(std::int32_t least, std::int32_t most) {
-    return QString("( %1% - %2% )").arg(least).arg(most);
-}
-
 }  // namespace
 
 panPwrSys::panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent)
@@ -114,10 +110,10 @@ void panPwrSys::BuildElectric() {
 
 void panPwrSys::BuildSite(QVBoxLayout& column) {
     FillRiseDuty(*m_cboAltTempRise);
-    auto* arrows =
-        new UpDown("updParallelSets", *m_txtParallelSets, {kLeastParallelSets, kMostParallelSets, 1});
-    QWidget* sets =
-        Beside(m_txtParallelSets, arrows, FormGrid::MakeNote("lblParallelSetsRange", kParallelSetsRange));
+    auto* arrows = new UpDown("updParallelSets", *m_txtParallelSets,
+                              {site_limits::kFewestGensets, site_limits::kMostGensets, 1});
+    const QString note = ToQt(BoundsNote(ParallelSetsBounds(), EntryNumbers()));
+    QWidget* sets = Beside(m_txtParallelSets, arrows, FormGrid::MakeNote("lblParallelSetsRange", note));
     m_txtParallelSets->setAccessibleName(Caption(151));
     column.setSpacing(metrics::kGap * 3 / 2);
     column.addWidget(m_fraFreq);
@@ -153,15 +149,14 @@ void panPwrSys::BuildLimits(QVBoxLayout& column) {
 }
 
 void panPwrSys::AddLimit(FormGrid& grid, QWidget* caption, EntryField* field, UpDown* arrows) {
-    const UpDown::Range& range = arrows->Bounds();
-    grid.AddRow(caption, Beside(field, arrows, FormGrid::MakeNote({}, RangeText(range.least, range.most))));
+    NumberBounds shown = *field->Bounds();
+    shown.unit.clear();  // it stands in the caption
+    grid.AddRow(caption,
+                Beside(field, arrows, FormGrid::MakeNote({}, ToQt(BoundsNote(shown, EntryNumbers())))));
 }
 
 void panPwrSys::CheckFields() {
-    m_txtParallelSets->Bounds({.name = FromQt(Caption(151)),
-                               .least = kLeastParallelSets,
-                               .most = kMostParallelSets,
-                               .whole = true});
+    m_txtParallelSets->Bounds(ParallelSetsBounds());
     const auto zero = [] { return std::string("0"); };
     Check(
         {.field = m_txtAltitude,
