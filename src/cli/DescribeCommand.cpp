@@ -18,7 +18,7 @@ namespace {
 /// The member's sentence, with what else there is to say of it.
 std::string MeaningOf(const RecordKind& kind, const PropertyFacts& facts) {
     std::string text(facts.meaning);
-    if (!facts.entered.Any()) {
+    if (!facts.entered.HoldAnything()) {
         text += " The range is that of its entry form.";
     }
     if (facts.method) {
@@ -32,12 +32,12 @@ std::string MeaningOf(const RecordKind& kind, const PropertyFacts& facts) {
 std::string ValuesOf(const PropertyFacts& facts) {
     switch (facts.type) {
         case PropertyType::Real:
-            return facts.Enterable().Any() ? "any number" : BoundsText(facts.Enterable());
+            return facts.Enterable().HoldAnything() ? "any number" : BoundsText(facts.Enterable());
         case PropertyType::Whole:
             if (!facts.only.empty()) {
                 return ExpectedText(facts);
             }
-            return facts.Enterable().Any() ? "any whole number" : BoundsText(facts.Enterable());
+            return facts.Enterable().HoldAnything() ? "any whole number" : BoundsText(facts.Enterable());
         case PropertyType::Truth:
             return "true or false";
         case PropertyType::Text:

@@ -102,7 +102,7 @@ Json MethodSchema(std::span<const Property<Load>> table, const CodeName& method,
     for (const Property<Load>& row : table) {
         if (row.facts.method && *row.facts.method != method.Code()) {
             none[std::string(row.facts.name)] = false;
-        } else if (row.facts.method && !row.facts.range.Any()) {
+        } else if (row.facts.method && !row.facts.range.HoldAnything()) {
             required.push_back(row.facts.name);
         }
     }

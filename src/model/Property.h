@@ -55,7 +55,7 @@ struct Bounds {
         : least(static_cast<double>(range.least)), greatest(static_cast<double>(range.greatest)) {}
     constexpr Bounds(PositiveRange range) : least(0.0), greatest(range.greatest), aboveLeast(true) {}
 
-    [[nodiscard]] constexpr bool Any() const noexcept { return !least && !greatest; }
+    [[nodiscard]] constexpr bool HoldAnything() const noexcept { return !least && !greatest; }
     /// A NaN is held by no bounds but those that hold anything.
     [[nodiscard]] constexpr bool Hold(double value) const noexcept {
         const bool above = !least || (aboveLeast ? value > *least : value >= *least);
@@ -81,7 +81,7 @@ struct PropertyFacts {
 
     /// What a person may enter: the form's bounds where it has its own.
     [[nodiscard]] constexpr const Bounds& Enterable() const noexcept {
-        return entered.Any() ? range : entered;
+        return entered.HoldAnything() ? range : entered;
     }
 };
 

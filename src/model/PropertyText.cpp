@@ -17,7 +17,7 @@ constexpr std::size_t kIsoMark = 10;
 
 /// Bounds behind the words for what lies in them.
 std::string WithBounds(std::string_view words, const Bounds& bounds) {
-    if (bounds.Any()) {
+    if (bounds.HoldAnything()) {
         return std::string(words);
     }
     const bool between = bounds.least && bounds.greatest && !bounds.aboveLeast;
@@ -37,8 +37,9 @@ std::string CodesText(const PropertyFacts& facts) {
     for (const CodeName& code : facts.codes) {
         text += fmt::format("{}\"{}\"", text.empty() ? "" : ", ", code.Name());
     }
-    return facts.range.Any() ? fmt::format("a code: {} or a number", text)
-                             : fmt::format("a code: {} or a number from {}", text, BoundsText(facts.range));
+    return facts.range.HoldAnything()
+               ? fmt::format("a code: {} or a number", text)
+               : fmt::format("a code: {} or a number from {}", text, BoundsText(facts.range));
 }
 
 }  // namespace

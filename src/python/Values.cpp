@@ -131,7 +131,7 @@ std::string DocOf(const PropertyFacts& facts) {
     } else {
         text += fmt::format("Takes {}.", ExpectedText(facts));
     }
-    if (!facts.entered.Any()) {
+    if (!facts.entered.HoldAnything()) {
         text += fmt::format(" Its entry form takes {}.", BoundsText(facts.entered));
     }
     return text;

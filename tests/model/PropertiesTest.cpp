@@ -80,7 +80,7 @@ TEST(Properties, AreToldInFull) {
             EXPECT_TRUE(codeNames.insert(code.Name()).second) << code.Name();
             EXPECT_TRUE(codes.insert(code.Code()).second) << code.Code();
         }
-        if (!facts.entered.Any() && facts.range.least && facts.entered.least) {
+        if (!facts.entered.HoldAnything() && facts.range.least && facts.entered.least) {
             EXPECT_GE(*facts.entered.least, *facts.range.least);
         }
     });
@@ -124,7 +124,7 @@ void ExpectBounds(std::span<const Property<Record>> table, Record& record) {
         SCOPED_TRACE(std::string(facts.name));
         if (facts.type != PropertyType::Real && facts.type != PropertyType::Whole &&
             facts.type != PropertyType::Code) {
-            EXPECT_TRUE(facts.range.Any());
+            EXPECT_TRUE(facts.range.HoldAnything());
             continue;
         }
         const bool real = facts.type == PropertyType::Real;

@@ -94,7 +94,7 @@ class RandomProject {
     }
 
     double Real(const Bounds& bounds) {
-        if (bounds.Any()) {
+        if (bounds.HoldAnything()) {
             constexpr std::array<double, 8> kOdd{
                 0.0, -0.0, 1.0 / 3.0, -273.15, 1e-300, 12345678.9012345678, 5e-324, 0.1 + 0.2};
             return Below(3) == 0 ? kOdd.at(static_cast<std::size_t>(Below(8)))
