@@ -106,6 +106,9 @@ def installed_files(root):
 
 
 def check_console(root):
+    schema = (root / "usr/share/doc/genvara/project.schema.json").read_text()
+    expect(run(root / "usr/bin/genvara-cli", "describe", "--schema") == schema,
+           "the installed schema is not that of the installed program")
     out = run(root / "usr/bin/genvara-cli", "size", "--json", SOURCE / "samples/farm.prj")
     expect(json.loads(out)["ChosenSets"], "the installed program recommends nothing for the farm")
     pdf = root / "farm.pdf"
