@@ -55,7 +55,8 @@ class CApplication {
     /// Key below which this version keeps its settings: each version has its own.
     [[nodiscard]] static std::string BaseRegistrySubkey();
 
-    /// The genset database beside the program, as a connection string.
+    /// The genset database beside the program, as a connection string. The program opens the file itself and
+    /// does not call it.
     [[nodiscard]] std::string DBConnectStr() const;
     /// File of that database.
     [[nodiscard]] std::filesystem::path DatabaseFile() const;

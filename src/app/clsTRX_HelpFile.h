@@ -27,7 +27,7 @@ class clsTRX_HelpFile {
     void Filename(const std::string& file);
     [[nodiscard]] const std::string& Filename() const noexcept { return m_filename; }
 
-    /// Handle of the window that asks; default 0.
+    /// Handle of the window that asks; default 0. No viewer of ours reads it.
     void RequestingWindow(std::int32_t window) noexcept { m_requestingWindow = window; }
     [[nodiscard]] std::int32_t RequestingWindow() const noexcept { return m_requestingWindow; }
 

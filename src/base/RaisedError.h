@@ -19,6 +19,7 @@ class RaisedError : public std::exception {
     [[nodiscard]] const std::string& Source() const noexcept { return m_source; }
     [[nodiscard]] const std::string& Description() const noexcept { return m_description; }
     [[nodiscard]] const std::string& HelpFile() const noexcept { return m_helpFile; }
+    /// 0 throughout: the help file has no topic of an error, and nobody asks for it.
     [[nodiscard]] std::int32_t HelpContext() const noexcept { return m_helpContext; }
 
     /// The same failure under another source, for a handler that releases what it holds and passes it on.

@@ -30,6 +30,8 @@ class clsTRX_Registry {
     /// The file behind the store outlives the object.
     explicit clsTRX_Registry(SettingsFile& store) : m_store(&store) {}
 
+    // Where to look. The program sets these three and asks for none.
+
     /// Whether `OpenKey` creates a missing key; default false.
     void AutoCreate(bool create) noexcept { m_autoCreate = create; }
     [[nodiscard]] bool AutoCreate() const noexcept { return m_autoCreate; }

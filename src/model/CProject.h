@@ -47,7 +47,8 @@ class CProject {
     void ResetDefaults();
     /// Both times become the present one.
     void SetCreationTime();
-    /// `LastModified` becomes the present time.
+    /// `LastModified` becomes the present time. Saving sets it in another way; the program does not call
+    /// this.
     void SetModifyTime();
 
   private:

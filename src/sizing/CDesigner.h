@@ -82,7 +82,9 @@ class CDesigner : public DesignLimits {
     [[nodiscard]] const std::vector<RejectedSet>& RejectedSets() const noexcept { return m_rejected; }
 
     // Readers of the recommended list, by position from 0, with their twins of the undersized list. A
-    // position beyond the list raises 9 "Subscript out of range" from the reader.
+    // position beyond the list raises 9 "Subscript out of range" from the reader. The program itself takes
+    // whole rows (`ChosenSets`, `RejectedSets`); of the readers it calls those of models and alternators
+    // alone.
     [[nodiscard]] const std::string& SetModelNum(std::int32_t index) const;
     [[nodiscard]] const std::string& SetEngineNum(std::int32_t index) const;
     [[nodiscard]] const std::string& SetAltNum(std::int32_t index) const;
@@ -131,7 +133,7 @@ class CDesigner : public DesignLimits {
     /// The undersized set at a position, and why: for each step the verdict of each test, in the order of
     /// `kStepTests`. Worked out by the very tests that decided, from the profile of the last run.
     [[nodiscard]] std::vector<StepVerdicts> VerdictsRej(std::int32_t index) const;
-    /// The same of a recommended set.
+    /// The same of a recommended set, of which the program does not ask it.
     [[nodiscard]] std::vector<StepVerdicts> Verdicts(std::int32_t index) const;
 
   private:

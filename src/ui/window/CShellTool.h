@@ -12,7 +12,8 @@ class CShellTool {
   public:
     explicit CShellTool(PlatformServices& platform) : m_platform(&platform) {}
 
-    /// Runs a command line to its end; its exit code, or nothing if it cannot be started.
+    /// Runs a command line to its end; its exit code, or nothing if it cannot be started. The program waits
+    /// for no other and does not call it.
     [[nodiscard]] std::optional<int> ExecCmd(const QString& commandLine) const {
         return m_platform->RunToEnd(commandLine);
     }

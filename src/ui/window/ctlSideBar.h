@@ -28,7 +28,8 @@ class ctlSideBar : public QWidget {
     const CBarItem& AddItem(const std::string& key, const std::string& title, int iconIndex,
                             std::int32_t raiseValue);
 
-    // Pictures by index. The large ones are shown; the small ones where there are no large ones.
+    // Pictures by index. The large ones are shown; the small ones where there are no large ones, which the
+    // program does not set.
     void SmallIcons(std::vector<QIcon> icons);
     [[nodiscard]] const std::vector<QIcon>& SmallIcons() const noexcept { return m_smallIcons; }
     void LargeIcons(std::vector<QIcon> icons);
