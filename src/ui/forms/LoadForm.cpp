@@ -54,6 +54,7 @@ void LoadForm::AddButtons() {
     connect(buttons.ok, &QPushButton::clicked, this, Event([this] { Confirm(); }));
     connect(buttons.cancel, &QPushButton::clicked, this, &QDialog::reject);
     m_side->addStretch(1);
+    AddFigures();
     layout()->addWidget(buttons.box);
 }
 
@@ -72,6 +73,7 @@ void LoadForm::OpenForNewLoad() {
     }
     region.Run([this] { ShowPhasesOffered(); });
     region.Run([this] { SetDefaults(); });
+    WatchEntries();
 }
 
 void LoadForm::ShowPhasesOffered() {
@@ -225,15 +227,19 @@ bool LoadForm::StoreInLoad(Load& load) {
     m_current = nullptr;
     try {
         m_name->Content(Trimmed(m_name->Content()));
-        const std::string name = m_name->Content();
-        load.name(name.empty() ? std::string(m_kind->defaultName) : name);
-        load.Description(m_description->Content());
-        load.Phases(m_phases->Code().value_or(0));
-        return StoreInputs(load);
+        return Fill(load);
     } catch (const RaisedError& failure) {
         ReportStore(failure);
         return false;
     }
+}
+
+bool LoadForm::Fill(Load& load) {
+    const std::string name = Trimmed(m_name->Content());
+    load.name(name.empty() ? std::string(m_kind->defaultName) : name);
+    load.Description(m_description->Content());
+    load.Phases(m_phases->Code().value_or(0));
+    return StoreInputs(load);
 }
 
 void LoadForm::ReportStore(const RaisedError& failure) {

@@ -19,6 +19,7 @@
 #include "RaisedError.h"
 #include "UpDown.h"
 
+class QTimer;
 class QVBoxLayout;
 
 namespace genvara {
@@ -51,7 +52,7 @@ class LoadForm : public QDialog {
     virtual void ShowInputs(const Load& load) = 0;
     /// Writes the quantity and the kind's fields into a load, in the kind's order, behind name, description
     /// and phases.
-    /// @return false if the form has itself told the user why not.
+    /// @return false if the form has itself told the user why not, unless it `IsTrying`.
     /// @throws RaisedError of a field that cannot be stored; the form reports it at the field at hand.
     virtual bool StoreInputs(Load& load) = 0;
     /// A new load of the kind.
@@ -115,6 +116,10 @@ class LoadForm : public QDialog {
     /// Shows a message of the kind that stops the user.
     MessageAnswer ShowError(const std::string& text, MessageButtons buttons = MessageButtons::Ok);
 
+    /// Whether the entries are stored for their figures alone, while somebody types: nothing is then said of
+    /// them.
+    [[nodiscard]] bool IsTrying() const noexcept { return m_trying; }
+
     /// Figures as fields hold them.
     [[nodiscard]] const EntryNumbers& Numbers() const noexcept { return m_numbers; }
 
@@ -136,6 +141,15 @@ class LoadForm : public QDialog {
     [[nodiscard]] QLabel* MakeNote(const FieldLook& look) const;
     void AddPhases();
     void AddButtons();
+    void AddFigures();
+    void WatchEntries();
+    void ShowFigures();
+    /// What the entries come to, or why they come to nothing.
+    struct Outcome {
+        QString text{};
+        bool holds = false;
+    };
+    [[nodiscard]] Outcome TryEntries();
     void ShowPhasesOffered();
     void Activate();
     void Confirm();
@@ -143,6 +157,8 @@ class LoadForm : public QDialog {
     void ConfirmNew();
     [[nodiscard]] std::unique_ptr<Load> TryNewLoad();
     bool StoreInLoad(Load& load);
+    /// Writes what is entered into a load, as `StoreInputs`.
+    bool Fill(Load& load);
     void ReportStore(const RaisedError& failure);
     /// Whether a load that has been stored can be worked out; the field that is to blame shows its error if
     /// not.
@@ -170,6 +186,9 @@ class LoadForm : public QDialog {
     EntryField* m_name = nullptr;
     EntryField* m_description = nullptr;
     OptionFrame* m_phases = nullptr;
+    NoteLabel* m_figures = nullptr;
+    QTimer* m_settling = nullptr;
+    bool m_trying = false;
 };
 
 /// The form of one kind, which sees its loads as what they are.

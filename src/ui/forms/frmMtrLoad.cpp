@@ -296,7 +296,7 @@ bool frmMtrLoad::StoreKind(CMtrLoad& load) {
         m_calculator.StoreInLoad(load, field);
     } catch (const RaisedError&) {
         Current(FieldOf(field));
-        if (field == MotorCalculator::Field::None) {
+        if (field == MotorCalculator::Field::None && !IsTrying()) {
             // All else without a field takes any value.
             m_codeLetter->ShowError(tr("%1: nothing is selected.").arg(Caption(strings::kCodeLetter)));
             m_codeLetter->setFocus();

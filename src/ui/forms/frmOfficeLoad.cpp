@@ -34,7 +34,9 @@ void frmOfficeLoad::ShowKind(const COfficeLoad& load) {
 bool frmOfficeLoad::StoreKind(COfficeLoad& load) {
     StoreQuantity(load);
     if (NothingCounted()) {
-        ReportNothingCounted();
+        if (!IsTrying()) {
+            ReportNothingCounted();
+        }
         return false;
     }
     for (std::size_t i = 0; i < kOfficeCounts.size(); ++i) {

@@ -22,6 +22,11 @@ NoteLabel::NoteLabel(const QString& text) : QLabel(text) {
     ApplyColours();
 }
 
+void NoteLabel::Pale(bool pale) {
+    m_pale = pale;
+    ApplyColours();
+}
+
 void NoteLabel::changeEvent(QEvent* event) {
     QLabel::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
@@ -35,9 +40,11 @@ void NoteLabel::ApplyColours() {
     }
     m_applying = true;
     QPalette colours = QApplication::palette(this);
-    const QColor pale = theme::LighterText(colours);
-    colours.setColor(QPalette::Active, QPalette::WindowText, pale);
-    colours.setColor(QPalette::Inactive, QPalette::WindowText, pale);
+    if (m_pale) {
+        const QColor pale = theme::LighterText(colours);
+        colours.setColor(QPalette::Active, QPalette::WindowText, pale);
+        colours.setColor(QPalette::Inactive, QPalette::WindowText, pale);
+    }
     setPalette(colours);
     m_applying = false;
 }

@@ -16,12 +16,15 @@ inline constexpr int kMargin = 16;
 inline constexpr int kGap = 8;
 }  // namespace metrics
 
-/// A text in the lighter tone of units and ranges, in any theme.
+/// A text in the lighter tone of units and ranges, in any theme; or in the ordinary one, where it may be
+/// both.
 class NoteLabel final : public QLabel {
     Q_OBJECT
 
   public:
     explicit NoteLabel(const QString& text);
+
+    void Pale(bool pale);
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -30,6 +33,7 @@ class NoteLabel final : public QLabel {
     void ApplyColours();
 
     bool m_applying = false;
+    bool m_pale = true;
 };
 
 /// Labels in one column, fields in one, units and ranges behind them in a lighter tone.
