@@ -123,6 +123,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void Recommend();
     void EnableReportCommands(bool enabled);
     void EnableExport(bool enabled);
+    void EnableReport(bool enabled);
 
     // Commands.
     void Run(const std::string& name);
