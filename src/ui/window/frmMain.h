@@ -148,6 +148,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     /// @return false if the command that wants the project saved has to end.
     bool SaveBeforeLeaving();
     void WriteProjectFile();
+    std::size_t MakeQuotesTypographic();
     ReadResult ReadProjectFile(const std::string& file);
     void ShowFileStatus();
     /// Notes which choices of the site no list offers, before a store takes others in their place.
