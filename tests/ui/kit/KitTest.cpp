@@ -114,6 +114,11 @@ TEST(OkCancel, EnterPressesOkWhateverTheDesktopPutsFirst) {
         auto* lines = new QVBoxLayout(&dialog);
         lines->addWidget(field);
         lines->addWidget(buttons.box);
+        if (order == QDialogButtonBox::MacLayout || order == QDialogButtonBox::GnomeLayout) {
+            // As dialogs do, whose keys follow what is seen.
+            QWidget::setTabOrder(field, buttons.cancel);
+            QWidget::setTabOrder(buttons.cancel, buttons.ok);
+        }
         std::vector<std::string> pressed;
         for (QPushButton* button : {buttons.ok, buttons.cancel}) {
             QObject::connect(button, &QPushButton::clicked,
