@@ -25,9 +25,7 @@
 namespace genvara {
 namespace {
 
-constexpr const char* kSource = "GensetDatabase";
-/// Number of the failure to read a field where there is no row.
-constexpr std::int32_t kNoRowError = 3021;
+constexpr const char* kSource = kDatabaseSource;
 /// Rows of a table with keys that are read at once: more than a maker has of either.
 constexpr std::size_t kMostKeptRows = 1000;
 

@@ -8,6 +8,11 @@
 
 namespace genvara {
 
+/// Source of the database's own failures.
+inline constexpr const char* kDatabaseSource = "GensetDatabase";
+/// Number of the failure to read a field where there is no row.
+inline constexpr std::int32_t kNoRowError = 3021;
+
 /// Candidates one after the other, in the database's order.
 class GensetCursor {
   public:

@@ -10,6 +10,8 @@
 
 #include "CMtrLoad.h"
 #include "ErrorNumbers.h"
+#include "GensetSource.h"
+#include "OddMembers.h"
 #include "ProfileFigures.h"
 
 namespace genvara {
@@ -92,6 +94,7 @@ RunCulprit LoadOf(const CLoadStep& step, std::int32_t number, Position load) {
     return {.step = number,
             .load = static_cast<std::int32_t>(std::distance(step.begin(), load)) + 1,
             .loadName = load->name(),
+            .members = OddMembers(*load),
             .set = {}};
 }
 
@@ -182,10 +185,19 @@ std::optional<RunCulprit> NegativeLoad(const RaisedError& error, const CLoadProf
     return std::nullopt;
 }
 
+/// Whether a row was asked for that the catalogue does not have, or another failure of what stands in a row;
+/// a table that cannot be read fails at the first row that needs it, whichever it is.
+bool IsOfOneRow(const RaisedError& error) {
+    return error.Source() != kDatabaseSource || error.Number() == kNoRowError;
+}
+
 }  // namespace
 
 std::optional<RunCulprit> FindCulprit(const RaisedError& error, const CLoadProfile& profile,
                                       const CPwrSys& site, const std::optional<SetAtFault>& set) {
+    if (set && !IsOfOneRow(error)) {
+        return std::nullopt;
+    }
     if (set) {
         // The profile has been worked out by then; only what a set makes of it can have failed.
         const std::optional<RunCulprit> negative = NegativeLoad(error, profile);
@@ -205,7 +217,9 @@ std::string CulpritText(const RunCulprit& culprit) {
     if (culprit.load == 0) {
         return fmt::format("the loads of step {} together", culprit.step);
     }
-    return fmt::format("load {} of step {}{}", culprit.load, culprit.step,
+    return fmt::format("{}load {} of step {}{}",
+                       culprit.members.empty() ? "" : fmt::format("the {} of ", culprit.members),
+                       culprit.load, culprit.step,
                        culprit.loadName.empty() ? "" : fmt::format(", \"{}\"", culprit.loadName));
 }
 

@@ -202,6 +202,94 @@ TEST_F(Settings, DefaultsComeBackAsTheyWereSaved) {
     EXPECT_EQ(m_registry.Value("Voltage", REG_DWORD), Variant(208));
 }
 
+/// Every default under the name that it is stored by, no two alike.
+const std::vector<std::pair<const char*, Variant>> kStoredDefaults{
+    {"UserName", "Ann"},  {"CustomerName", "Mill"},
+    {"Voltage", 208},     {"Connection", 5},
+    {"Freq", 50},         {"Fuel", 3},
+    {"Duty", 1},          {"NumSets", 4},
+    {"Altitude", "12.5"}, {"AmbTemp", "-40"},
+    {"MaxVoltDip", 30},   {"MaxFreqDip", 20},
+    {"MaxHarm", 10}};
+
+TEST_F(Settings, EachDefaultIsStoredUnderItsOwnName) {
+    CDefaults saved;
+    saved.UserName("Ann");
+    saved.CustomerName("Mill");
+    saved.VoltageLL(208);
+    saved.ConnectCode(5);
+    saved.Freq(50);
+    saved.Fuel(3);
+    saved.Duty(1);
+    saved.NumParallelSets(4);
+    saved.Altitude(12.5);
+    saved.AmbTemp(-40);
+    saved.MaxVoltageDip(30);
+    saved.MaxFreqDip(20);
+    saved.MaxHarmonics(10);
+    saved.SaveDefaults(m_registry, "Defaults");
+    Open("Defaults");
+    for (const auto& [name, value] : kStoredDefaults) {
+        const auto type = std::holds_alternative<std::string>(value) ? REG_SZ : REG_DWORD;
+        EXPECT_EQ(m_registry.Value(name, type), value) << name;
+    }
+}
+
+TEST_F(Settings, EachDefaultIsReadByItsOwnName) {
+    Open("Defaults");
+    for (const auto& [name, value] : kStoredDefaults) {
+        m_registry.Value(name, std::holds_alternative<std::string>(value) ? REG_SZ : REG_DWORD, value);
+    }
+    CDefaults read;
+    read.ReadDefaults(m_registry, "Defaults");
+    EXPECT_EQ(read.UserName(), "Ann");
+    EXPECT_EQ(read.CustomerName(), "Mill");
+    EXPECT_EQ(read.VoltageLL(), 208);
+    EXPECT_EQ(read.ConnectCode(), 5);
+    EXPECT_EQ(read.Freq(), 50);
+    EXPECT_EQ(read.Fuel(), 3);
+    EXPECT_EQ(read.Duty(), 1);
+    EXPECT_EQ(read.NumParallelSets(), 4);
+    EXPECT_EQ(read.Altitude(), 12.5);
+    EXPECT_EQ(read.AmbTemp(), -40.0);
+    EXPECT_EQ(read.MaxVoltageDip(), 30);
+    EXPECT_EQ(read.MaxFreqDip(), 20);
+    EXPECT_EQ(read.MaxHarmonics(), 10);
+}
+
+TEST_F(Settings, EachOptionIsStoredAndReadByItsOwnName) {
+    const std::vector<std::pair<const char*, Variant>> stored{{"ProjPath", "/p"}, {"IsMetric", 0},
+                                                              {"NumSets", 3},     {"NumUnder", 4},
+                                                              {"MaxLoad", 95},    {"MinLoad", 35}};
+    WriteOptions(m_registry, "Base\\",
+                 {.projectPath = "/p",
+                  .isMetric = false,
+                  .maxSetsRecommended = 3,
+                  .maxSetsUndersized = 4,
+                  .maxLoading = 95,
+                  .minLoading = 35});
+    Open("Base\\Options");
+    for (const auto& [name, value] : stored) {
+        const auto type = std::holds_alternative<std::string>(value) ? REG_SZ : REG_DWORD;
+        EXPECT_EQ(m_registry.Value(name, type), value) << name;
+    }
+    OptionValues read;
+    read.isMetric = true;
+    ReadOptions(m_registry, "Base\\",
+                {.setProjectPath = [&](const std::string& value) { read.projectPath = value; },
+                 .setIsMetric = [&](bool value) { read.isMetric = value; },
+                 .setMaxSetsRecommended = [&](std::int32_t value) { read.maxSetsRecommended = value; },
+                 .setMaxSetsUndersized = [&](std::int32_t value) { read.maxSetsUndersized = value; },
+                 .setMaxLoading = [&](std::int32_t value) { read.maxLoading = value; },
+                 .setMinLoading = [&](std::int32_t value) { read.minLoading = value; }});
+    EXPECT_EQ(read.projectPath, "/p");
+    EXPECT_FALSE(read.isMetric);
+    EXPECT_EQ(read.maxSetsRecommended, 3);
+    EXPECT_EQ(read.maxSetsUndersized, 4);
+    EXPECT_EQ(read.maxLoading, 95);
+    EXPECT_EQ(read.minLoading, 35);
+}
+
 TEST_F(Settings, DefaultsTakeStoredValuesAsTheyStand) {
     CDefaults().SaveDefaults(m_registry, "Defaults");
     Open("Defaults");

@@ -260,7 +260,7 @@ class Console(unittest.TestCase):
         for voltage in ("480", "481"):
             file = self.project(text.replace(",480\r\n", f",{voltage}\r\n"))
             line = (f'{file}: error 5 from CMtrLoad::StartingImgPower: Invalid procedure call or argument '
-                    '(load 2 of step 2, "Pump")\n')
+                    '(the starting power factor of load 2 of step 2, "Pump")\n')
             for arguments in (["size"], ["size", "--json"], ["report", "-o", "-"], ["export-spec", "-o", "-"]):
                 if voltage == "481" and arguments[0] != "size":
                     continue  # without candidates only the lists ask for the load's figures
@@ -276,7 +276,7 @@ class Console(unittest.TestCase):
         done = self.run_program("report", "--undersized", "0", "--type", "summary", "--db", self.database, file, "-o", "-")
         self.assertEqual((done.returncode, done.stdout), (4, ""))
         self.assertEqual(done.stderr, f"{file}: error 11 from CMtrLoad::StartingTorque: Division by zero "
-                                      '(load 1 of step 1, "Pump")\n')
+                                      '(the current limit of the solid-state starter of load 1 of step 1, "Pump")\n')
 
     def test_a_filter_without_non_linear_load_leaves_the_distortion_at_nothing(self):
         for pulse, family in ((1, 0), (2, 0), (1, 2), (2, 2)):

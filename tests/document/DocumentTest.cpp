@@ -286,7 +286,7 @@ TEST_F(DocumentTest, NamesTheLoadThatARunCannotWorkOut) {
     } catch (const RaisedError& error) {
         const std::optional<RunCulprit> culprit = document->Culprit(error);
         ASSERT_TRUE(culprit);
-        EXPECT_EQ(CulpritText(*culprit), "load 2 of step 2, \"Pump\"");
+        EXPECT_EQ(CulpritText(*culprit), "the starting power factor of load 2 of step 2, \"Pump\"");
     }
     EXPECT_EQ(document->Culprit(RaisedError(5, "somebody else", "")), std::nullopt);
 }
@@ -314,14 +314,14 @@ TEST_F(DocumentTest, SaysInWordsWhatIsToBlameAndWhatToDo) {
     motor->StartingPF(1.2);  // whose sine is no number
     document->LoadProfile().LoadStep(1).AddLoad(std::move(motor));
     const RaisedError failure(5, "CMtrLoad::StartingImgPower", "Invalid procedure call or argument");
-    EXPECT_EQ(
-        document->WhyNotSized(failure),
-        "The gensets cannot be worked out because of load 1 of step 1, \"Pump\": Invalid procedure call or "
-        "argument\r\nEdit it, or delete it and add it anew.");
+    EXPECT_EQ(document->WhyNotSized(failure),
+              "The gensets cannot be worked out because of the starting power factor of load 1 of step 1, "
+              "\"Pump\": "
+              "Invalid procedure call or argument\r\nEdit it, or delete it and add it anew.");
     EXPECT_EQ(
         document->WhyNotReported(failure),
-        "The report cannot be worked out because of load 1 of step 1, \"Pump\": Invalid procedure call or "
-        "argument\r\nEdit it, or delete it and add it anew.");
+        "The report cannot be worked out because of the starting power factor of load 1 of step 1, \"Pump\": "
+        "Invalid procedure call or argument\r\nEdit it, or delete it and add it anew.");
     EXPECT_EQ(document->WhyNotSized(RaisedError(17, "GensetDatabase", "no such table")),
               "The gensets cannot be worked out: no such table");
 }

@@ -128,12 +128,17 @@ bool EntryField::TakesAll(const std::string& text) const {
     return true;
 }
 
+/// What an entered text will stand behind.
+QString EntryField::TextBefore() const {
+    return text().left(hasSelectedText() ? selectionStart() : cursorPosition());
+}
+
 void EntryField::TakeText(const QString& text) {
     if (isReadOnly() || text.isEmpty()) {
         return;
     }
     if (!m_filter && !m_bounds) {
-        insert(OneLine(text));
+        insert(WithTypographicQuotes(OneLine(text), TextBefore()));
         return;
     }
     const EntryNumbers numbers;
@@ -173,6 +178,12 @@ void EntryField::keyPressEvent(QKeyEvent* event) {
             event->accept();
             return;
         }
+        const QString quoted = WithTypographicQuotes(typed, TextBefore());
+        if (quoted != typed) {
+            QKeyEvent quote(event->type(), event->key(), event->modifiers(), quoted);
+            QLineEdit::keyPressEvent(&quote);
+            return;
+        }
     }
     QLineEdit::keyPressEvent(event);
 }
@@ -183,6 +194,8 @@ void EntryField::inputMethodEvent(QInputMethodEvent* event) {
         m_platform->Beep();
         return;
     }
+    event->setCommitString(WithTypographicQuotes(event->commitString(), TextBefore()),
+                           event->replacementStart(), event->replacementLength());
     QLineEdit::inputMethodEvent(event);
 }
 

@@ -92,6 +92,7 @@ class EntryField : public QLineEdit {
     [[nodiscard]] bool Refuses(char32_t key) const;
     /// Whether the filter takes each character of a text in turn, in place of what is selected.
     [[nodiscard]] bool TakesAll(const std::string& text) const;
+    [[nodiscard]] QString TextBefore() const;
     /// Puts a text in that comes from elsewhere, in place of what is selected.
     void TakeText(const QString& text);
     void ApplyColours();

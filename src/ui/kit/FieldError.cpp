@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPushButton>
 #include <algorithm>
 
 #include "Theme.h"
@@ -53,10 +54,23 @@ void FieldNote::Place() {
         std::min({kMostWidth, window.width(), fontMetrics().horizontalAdvance(text()) + 2 * kPadding + 2});
     setFixedSize(width, heightForWidth(width));
     const QPoint below = m_field->mapTo(&window, QPoint(0, m_field->height() + kGap));
-    const bool fits = below.y() + height() <= window.height();
     const int above = below.y() - m_field->height() - 2 * kGap - height();
-    move(std::clamp(below.x(), 0, std::max(0, window.width() - width)),
-         fits || above < 0 ? below.y() : above);
+    move(std::clamp(below.x(), 0, std::max(0, window.width() - width)), below.y());
+    if (!HasRoomAt(below.y()) && above >= 0) {
+        move(x(), above);
+    }
+}
+
+/// Whether the note stands in the window there, and leaves what ends a dialog to be seen and clicked.
+bool FieldNote::HasRoomAt(int top) const {
+    const QWidget& window = *parentWidget();
+    const QRect place(x(), top, width(), height());
+    const QList<QPushButton*> buttons = window.findChildren<QPushButton*>();
+    return place.bottom() < window.height() &&
+           std::none_of(buttons.begin(), buttons.end(), [&](const QPushButton* button) {
+               return button->isVisible() &&
+                      place.intersects({button->mapTo(&window, QPoint(0, 0)), button->size()});
+           });
 }
 
 bool FieldNote::eventFilter(QObject* watched, QEvent* event) {

@@ -5,8 +5,9 @@
 
 namespace genvara {
 
-/// A sentence that hangs below a field, over whatever stands there, so that nothing moves when it comes. One
-/// window shows one at a time. A click takes it away.
+/// A sentence that hangs below a field, over whatever stands there, so that nothing moves when it comes;
+/// above it where it would lie over a button that ends the dialog. One window shows one at a time. A click
+/// takes it away.
 class FieldNote final : public QLabel {
     Q_OBJECT
 
@@ -24,6 +25,7 @@ class FieldNote final : public QLabel {
   private:
     explicit FieldNote(QWidget& field);
     void Place();
+    [[nodiscard]] bool HasRoomAt(int top) const;
 
     QWidget* m_field;
 };

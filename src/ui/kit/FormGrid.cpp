@@ -122,8 +122,9 @@ void SetDigits(QWidget& field, int digits) {
 OkCancel MakeOkCancel() {
     auto* box = new QDialogButtonBox;
     auto* ok = new QPushButton(Caption(kOkString));
+    // The box makes it the default once they are in their dialog, wherever the desktop wants OK to stand.
+    // Made so here, it would look like the default, and Enter would press whatever button comes first.
     ok->setObjectName("cmdOK");
-    ok->setDefault(true);
     auto* cancel = new QPushButton(Caption(kCancelString));
     cancel->setObjectName("cmdCancel");
     LeavesUnchecked(*cancel);

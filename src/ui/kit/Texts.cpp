@@ -1,6 +1,7 @@
 #include "Texts.h"
 
 #include "StringTable.h"
+#include "TypographicQuotes.h"
 
 namespace genvara {
 
@@ -10,6 +11,12 @@ QString ToQt(std::string_view text) {
 
 std::string FromQt(const QString& text) {
     return text.toStdString();
+}
+
+QString WithTypographicQuotes(const QString& text, const QString& before) {
+    const bool opens =
+        before.isEmpty() || before.back().isSpace() || QString("([{/-").contains(before.back());
+    return ToQt(TypographicQuotes(FromQt(text), opens));
 }
 
 QString Caption(std::int32_t id) {

@@ -11,6 +11,11 @@ namespace genvara {
 [[nodiscard]] QString ToQt(std::string_view text);
 [[nodiscard]] std::string FromQt(const QString& text);
 
+/// A text as it is entered, with typographic quotes in place of double quotes, which end a text in a project
+/// file.
+/// @param before what stands before it.
+[[nodiscard]] QString WithTypographicQuotes(const QString& text, const QString& before);
+
 /// A caption of the string table.
 [[nodiscard]] QString Caption(std::int32_t id);
 

@@ -123,6 +123,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void Recommend();
     void EnableReportCommands(bool enabled);
     void EnableExport(bool enabled);
+    void EnableReport(bool enabled);
 
     // Commands.
     void Run(const std::string& name);
@@ -147,6 +148,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     /// @return false if the command that wants the project saved has to end.
     bool SaveBeforeLeaving();
     void WriteProjectFile();
+    std::size_t MakeQuotesTypographic();
     ReadResult ReadProjectFile(const std::string& file);
     void ShowFileStatus();
     /// Notes which choices of the site no list offers, before a store takes others in their place.

@@ -137,7 +137,10 @@ void frmMain::BuildPanels() {
                                            .catalogue = m_application->Catalogue()},
                                           *this);
     m_panRecommend =
-        new panRecommend(*m_platform, *m_application, m_log, [this](bool on) { EnableExport(on); });
+        new panRecommend(*m_platform, *m_application, m_log,
+                         {.enableExport = [this](bool on) { EnableExport(on); },
+                          .enableReport = [this](bool on) { EnableReport(on); },
+                          .refusesOutput = [this](const std::string& file) { return RefusesOutput(file); }});
     for (Panel* panel :
          std::initializer_list<Panel*>{m_panProject, m_panPwrSys, m_panLoadProfile, m_panRecommend}) {
         MarkMnemonics(*panel, kMenuKeys);
@@ -224,11 +227,15 @@ void frmMain::InitializeOutlookBar() {
 }
 
 void frmMain::EnableReportCommands(bool enabled) {
+    EnableReport(enabled);
+    EnableExport(enabled);
+}
+
+void frmMain::EnableReport(bool enabled) {
     Command("mnuFileSaveReport")->setEnabled(enabled);
     Command("mnuFileSaveReportPdf")->setEnabled(enabled);
     Command("mnuFilePrint")->setEnabled(enabled);
     m_toolButtons.at("butPrint")->setEnabled(enabled);
-    EnableExport(enabled);
 }
 
 void frmMain::EnableExport(bool enabled) {

@@ -9,8 +9,10 @@
 #include "FailureRegion.h"
 #include "FileStatus.h"
 #include "Globals.h"
+#include "PrjTexts.h"
 #include "ProgramVersion.h"
 #include "ProjectFile.h"
+#include "ProjectFormat.h"
 #include "StringTable.h"
 #include "Texts.h"
 #include "WaitCursor.h"
@@ -197,13 +199,17 @@ void frmMain::OpenProject() {
 ReadResult frmMain::ReadProjectFile(const std::string& file) {
     ReadResult result = ReadResult::Done;
     int skipped = 0;
-    {
+    try {
         const WaitCursor busy;
         Shown shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
         result = m_application->Document().Read(file, shown);
         skipped = shown.CountSkipped();
+    } catch (const RaisedError&) {
+        ShowFileStatus();  // the next save goes to the name that was refused
+        throw;
     }
     if (result == ReadResult::Incompatible) {
+        ShowFileStatus();
         const std::string label = ProductName() + " " + std::string(kProgramVersionText);
         Tell("This project file is not compatible with " + label, MessageIcon::Exclamation, label);
         return result;
@@ -300,6 +306,7 @@ void frmMain::SaveTo(const std::string& file) {
     } catch (const RaisedError& failure) {
         if (failure.Number() != errors::kDialogCancelled) {
             m_notSaved = "The project was not saved as " + file + ": " + ReasonOf(failure, file) + ".";
+            statusBar()->clearMessage();  // of the save before
         }
         ShowFileStatus();
         throw;
@@ -326,10 +333,14 @@ void frmMain::RequireSaveable(const std::string& file) {
 void frmMain::WriteProjectFile() {
     const WaitCursor busy;
     FailureRegion region;  // a panel that does not store leaves its record as it was
+    std::size_t quotes = 0;
     const auto store = [&] {
         m_panPwrSys->FillEmptied();
         region.Run([this] { m_panProject->Store(m_application->Project()); });
         region.Run([this] { m_panPwrSys->Store(m_application->PowerSystem()); });
+        if (FormatOfName(ProjectFile()) != ProjectFormat::Json) {
+            quotes = MakeQuotesTypographic();
+        }
     };
     const std::size_t lost = m_application->Document().Write(store);
     m_panProject->ModifiedDateTime(m_application->Now()());
@@ -340,12 +351,41 @@ void frmMain::WriteProjectFile() {
             tr("Saved %1; %2 characters that a project file cannot hold were written as \"?\".")
                 .arg(name)
                 .arg(lost));
+    } else if (quotes > 0) {
+        statusBar()->showMessage(tr("Saved %1; a project file cannot hold the double quotes of %2 texts, "
+                                    "which are typographic now.")
+                                     .arg(name)
+                                     .arg(quotes));
     } else if (region.Pending()) {
         statusBar()->showMessage(
             tr("Saved %1 with the last valid values of the power system panel.").arg(name));
     } else {
         statusBar()->showMessage(tr("Saved %1.").arg(name), kPassingMessage);
     }
+}
+
+/// Rids the project, and what shows it, of double quotes, which nobody can enter and a JSON project may hold.
+std::size_t frmMain::MakeQuotesTypographic() {
+    CLoadProfile& profile = m_application->LoadProfile();
+    const std::size_t changed = ReplaceDoubleQuotes(m_application->Project(), profile);
+    if (changed == 0) {
+        return 0;
+    }
+    {
+        Shown shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
+        shown.ProjectRead();
+        shown.StepsCleared();
+        std::int32_t number = 0;
+        for (const CLoadStep& step : profile) {
+            m_panLoadProfile->DisplayNewStep(++number, step.StepID());
+            for (const auto& load : step) {
+                shown.LoadAdded(number, load.ID());
+            }
+        }
+    }
+    ShowHeadings();
+    m_panLoadProfile->ShowBeginning();
+    return changed;
 }
 
 void frmMain::ShowFileStatus() {
@@ -375,6 +415,7 @@ std::filesystem::path frmMain::Rescue(const std::filesystem::path& folder) {
     m_panPwrSys->FillEmptied();
     region.Run([this] { m_panProject->Store(m_application->Project()); });
     region.Run([this] { m_panPwrSys->Store(m_application->PowerSystem()); });
+    region.Run([this] { (void)ReplaceDoubleQuotes(m_application->Project(), m_application->LoadProfile()); });
     return m_application->Document().Rescue(folder);
 }
 

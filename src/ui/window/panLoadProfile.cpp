@@ -240,6 +240,8 @@ void panLoadProfile::AddLoad() {
         },
         window());
     dialog.exec();
+    // The form and this dialog go at once, and some window managers then lose sight of who comes next.
+    window()->activateWindow();
     SelectionChanged();
 }
 

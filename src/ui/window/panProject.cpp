@@ -2,6 +2,8 @@
 
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QTextCursor>
+#include <QTextDocument>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -58,7 +60,19 @@ panProject::panProject(PlatformServices& platform, QWidget* parent)
         Heading(text);
         emit ProjectNameChanged(text);
     });
+    connect(m_txtDescription, &QPlainTextEdit::textChanged, this, [this] { ReplaceQuotes(); });
     WatchEdits();
+}
+
+void panProject::ReplaceQuotes() {
+    const QTextDocument& text = *m_txtDescription->document();
+    for (QTextCursor quote = text.find("\""); !quote.isNull(); quote = text.find("\"")) {
+        const int place = quote.selectionStart();
+        const QString before = place == 0 ? QString() : QString(text.characterAt(place - 1));
+        quote.joinPreviousEditBlock();  // so that it is undone with the quote
+        quote.insertText(WithTypographicQuotes("\"", before));
+        quote.endEditBlock();
+    }
 }
 
 void panProject::ModifiedDateTime(const DateTime& moment) {

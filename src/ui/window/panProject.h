@@ -37,6 +37,9 @@ class panProject final : public Panel, public ProjectDisplay {
     void ProjectNameChanged(const QString& name);
 
   private:
+    /// Replaces double quotes that were entered in the description, as fields do.
+    void ReplaceQuotes();
+
     EntryField* m_txtName;
     EntryField* m_txtCustomer;
     EntryField* m_txtUserName;

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QPrinter>
 #include <QVBoxLayout>
 
 #include "AtomicFile.h"
@@ -30,11 +31,11 @@ QString RowText(const std::string& model, const std::string& alternator) {
 }  // namespace
 
 panRecommend::panRecommend(PlatformServices& platform, CApplication& application, ErrorLog& log,
-                           std::function<void(bool)> enableExport, QWidget* parent)
+                           Commands commands, QWidget* parent)
     : Panel("panRecommend", Caption(128), "lblProjName", parent),
       m_platform(&platform),
       m_application(&application),
-      m_enableExport(std::move(enableExport)),
+      m_commands(std::move(commands)),
       m_reports(application.BrandLabel(), application.LoadProfile(), application.Now(), log),
       m_printSettings(application.Registry(), CApplication::BaseRegistrySubkey()),
       m_printSetup(m_printSettings.Read()),
@@ -136,7 +137,7 @@ void panRecommend::FocusRule() {
     if (m_designer == nullptr || m_designer->NumChosenSets() != 0) {
         return;
     }
-    m_enableExport(false);
+    m_commands.enableExport(false);
     Report([this] {
         FillReportCommon(m_reports, Sources());
         return m_reports.CreateNoMatchReport();
@@ -170,7 +171,9 @@ void panRecommend::ShowRichText(const std::string& report) {
 
 void panRecommend::Report(const std::function<std::string()>& make) {
     FailureRegion region;
-    if (!region.Run([&] { ShowRichText(make()); })) {
+    const bool made = region.Run([&] { ShowRichText(make()); });
+    m_commands.enableReport(made);
+    if (!made) {
         m_rtfRecommend->Clear();
         m_platform->ShowMessage(this, {.text = m_application->Document().WhyNotReported(*region.Pending()),
                                        .icon = MessageIcon::Exclamation});
@@ -192,7 +195,7 @@ void panRecommend::UndersizedClicked() {
         FocusRule();
         ReportClicked();
     } else if (m_cboRejectedGensets->count() > 0) {
-        m_enableExport(true);
+        m_commands.enableExport(true);
         m_cboRejectedGensets->SelectRow(0);
     }
 }
@@ -212,6 +215,10 @@ bool panRecommend::HasReport() const {
 void panRecommend::PrintReport() {
     m_platform->Print(this, FromQt(Heading()), m_printSetup, [this](QPrinter& printer) {
         UsePrintSetup();
+        const std::string file = FromQt(printer.outputFileName());
+        if (!file.empty() && m_commands.refusesOutput(file)) {
+            return;
+        }
         if (!m_rtfRecommend->Print(printer)) {
             throw RaisedError(kPrinterError, "panRecommend::PrintReport", "Printer error");
         }

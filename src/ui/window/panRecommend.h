@@ -26,10 +26,17 @@ class panRecommend final : public Panel {
     Q_OBJECT
 
   public:
-    /// @param enableExport enables or disables the main window's export commands.
+    /// What the panel asks of the main window.
+    struct Commands {
+        std::function<void(bool)> enableExport;
+        std::function<void(bool)> enableReport;  ///< of the commands that print or save what is shown
+        /// Whether a file must not be written, which the user is told.
+        std::function<bool(const std::string&)> refusesOutput;
+    };
+
     /// Everything outlives the panel.
-    panRecommend(PlatformServices& platform, CApplication& application, ErrorLog& log,
-                 std::function<void(bool)> enableExport, QWidget* parent = nullptr);
+    panRecommend(PlatformServices& platform, CApplication& application, ErrorLog& log, Commands commands,
+                 QWidget* parent = nullptr);
 
     void ProjectName(const std::string& text);
 
@@ -75,7 +82,7 @@ class panRecommend final : public Panel {
 
     PlatformServices* m_platform;
     CApplication* m_application;
-    std::function<void(bool)> m_enableExport;
+    Commands m_commands;
     CDesigner* m_designer = nullptr;
     CReports m_reports;
     PrintSettings m_printSettings;

@@ -88,7 +88,7 @@ TEST_F(RunCulpritTest, IsTheLoadWhoseFigureCannotBeWorkedOut) {
     third.AddLoad(Motor("at the edge", 1.0));
     third.AddLoad(Motor("Pump", 1.2));
     third.AddLoad(Motor("another", 1.3));
-    EXPECT_EQ(Culprit(), "load 2 of step 3, \"Pump\"");
+    EXPECT_EQ(Culprit(), "the starting power factor of load 2 of step 3, \"Pump\"");
     EXPECT_EQ(fixture.designer.StoppedAt(), std::nullopt) << "no set had been tried";
 }
 
@@ -99,19 +99,19 @@ TEST_F(RunCulpritTest, IsTheLoadThatRaisedThisErrorAndNoOther) {
     step.AddLoad(Medical("X-ray", 1e308, 1000.0));
     auto* medical = dynamic_cast<CMedEquipLoad*>(step.LoadItem(1));
     medical->ContPowerFactor(10.0);
-    EXPECT_EQ(Culprit(), "load 2 of step 2, \"X-ray\"");
+    EXPECT_EQ(Culprit(), "the continuous demand and continuous power factor of load 2 of step 2, \"X-ray\"");
 }
 
 TEST_F(RunCulpritTest, HasNoNameWhereTheUserGaveNone) {
     fixture.AddStep().AddLoad(Motor("", 1.2));
-    EXPECT_EQ(Culprit(), "load 1 of step 2");
+    EXPECT_EQ(Culprit(), "the starting power factor of load 1 of step 2");
 }
 
 TEST_F(RunCulpritTest, IsALoneLoadOrTheLoadsTogetherWhereTheirSumIsNoNumber) {
     CLoadStep& step = fixture.AddStep();
     step.AddLoad(Medical("X-ray", 1.5e308, 1000.0));
     step.LoadItem(0)->Quantity(2);
-    EXPECT_EQ(Culprit(), "load 1 of step 2, \"X-ray\"");
+    EXPECT_EQ(Culprit(), "the continuous demand of load 1 of step 2, \"X-ray\"");
     step.LoadItem(0)->Quantity(1);
     step.AddLoad(Medical("CT", 1.5e308, 1000.0));
     EXPECT_EQ(Culprit(), "the loads of step 2 together");
@@ -121,23 +121,23 @@ TEST_F(RunCulpritTest, IsTheLargestLoadThatStandsWhereAStartOnTopOfItIsNoNumber)
     // The X-ray starts with little and runs with 1e160 VA, whose square is beyond all numbers.
     fixture.AddStep().AddLoad(Medical("X-ray", 1e160, 1000.0));
     fixture.AddStep().AddLoad(Motor("Pump", 0.4));
-    EXPECT_EQ(Culprit(), "load 1 of step 2, \"X-ray\"");
+    EXPECT_EQ(Culprit(), "the continuous demand of load 1 of step 2, \"X-ray\"");
 }
 
 TEST_F(RunCulpritTest, IsTheNegativeLoadThatTheDistortionModelRefuses) {
     fixture.AddStep().AddLoad(NegativeCharger("three phases", charger_input::kSCR, 0));
-    EXPECT_EQ(Culprit(), "load 1 of step 2, \"three phases\"");
+    EXPECT_EQ(Culprit(), "the battery voltage of load 1 of step 2, \"three phases\"");
     fixture.profile.DeleteAllLoadSteps();
     fixture.AddKilowatts(50.0);
     fixture.AddStep().AddLoad(NegativeCharger("phase B", charger_input::kSCR, 2));
-    EXPECT_EQ(Culprit(), "load 1 of step 2, \"phase B\"");
+    EXPECT_EQ(Culprit(), "the battery voltage of load 1 of step 2, \"phase B\"");
 }
 
 TEST_F(RunCulpritTest, IsTheNegativeLoadWhoseDipHasNoValue) {
     fixture.AddStep().AddLoad(NegativeCharger("charger", charger_input::kFerroResonant, 0));
     EXPECT_EQ(Culprit(), "none") << "neither set has a curve";
     Second() = MakeRow({.baseFreqDipKW = 80.0, .expC = 1.5});
-    EXPECT_EQ(Culprit(), "load 1 of step 2, \"charger\"");
+    EXPECT_EQ(Culprit(), "the battery voltage of load 1 of step 2, \"charger\"");
 }
 
 TEST_F(RunCulpritTest, IsTheSetThatTheRunStoppedAt) {
@@ -164,6 +164,19 @@ TEST_F(RunCulpritTest, NamesOfASetWhatCanBeRead) {
     EXPECT_EQ(Culprit(), "the set without a model, row 20 of [Gensets]");
 }
 
+TEST_F(RunCulpritTest, IsNoSetWhereATableCannotBeRead) {
+    Second().AltModel = DbNumber(99);
+    EXPECT_NE(Culprit(), "none");
+    const SetAtFault second{.model = "SECOND", .alternator = "99", .row = 20};
+    const auto blamed = [&](std::int32_t number, const char* source) {
+        return FindCulprit(RaisedError(number, source, ""), fixture.profile, fixture.site, second)
+            .has_value();
+    };
+    EXPECT_TRUE(blamed(3021, "GensetDatabase")) << "a key without a row";
+    EXPECT_FALSE(blamed(1, "GensetDatabase")) << "no such table";
+    EXPECT_TRUE(blamed(1, "CDesigner::ReadAlternator"));
+}
+
 TEST_F(RunCulpritTest, IsForgottenByTheNextRun) {
     Second().LRkVA = DbNumber::Unreadable();
     EXPECT_NE(Culprit(), "none");
@@ -182,7 +195,8 @@ TEST_F(RunCulpritTest, IsTheMotorWhoseTorqueAReportCannotWorkOut) {
     const auto culprit = FindCulprit(RaisedError(11, "CMtrLoad::StartingTorque", "Division by zero"),
                                      fixture.profile, fixture.site);
     ASSERT_TRUE(culprit);
-    EXPECT_EQ(CulpritText(*culprit), "load 1 of step 2, \"Pump\"");
+    EXPECT_EQ(CulpritText(*culprit),
+              "the current limit of the solid-state starter of load 1 of step 2, \"Pump\"");
 }
 
 TEST_F(RunCulpritTest, IsNobodyOfThoseForAFailureOfTheDatabase) {

@@ -10,6 +10,7 @@
 #include <map>
 #include <random>
 
+#include "FieldError.h"
 #include "FormsFixture.h"
 #include "LoadFactory.h"
 #include "MakeLoadForm.h"
@@ -97,6 +98,39 @@ TEST_F(AllForms, TabGoesDownTheFieldsThenToThePhasesAndEndsAtTheButtons) {
             }
         }
     }
+}
+
+TEST_F(AllForms, TheSentenceBesideAFieldLeavesTheButtonsToBeClicked) {
+    int below = 0;
+    int above = 0;
+    for (const std::int32_t type : KindsWithForm(Services())) {
+        const auto form = MakeLoadForm(type, Services());
+        form->show();
+        for (auto* field : form->findChildren<EntryField*>()) {
+            if (!field->isVisible()) {
+                continue;
+            }
+            field->ShowError(
+                "Power of the compressor: 99999999 is out of range. Enter a number above 0, up to 1000.");
+            const auto* note = form->findChild<FieldNote*>();
+            ASSERT_NE(note, nullptr);
+            const int top = field->mapTo(form.get(), QPoint(0, 0)).y();
+            EXPECT_TRUE(form->rect().contains(note->geometry()));
+            EXPECT_TRUE(note->y() >= top + field->height() || note->geometry().bottom() < top);
+            ++(note->y() > top ? below : above);
+            for (const char* name : {"cmdOK", "cmdCancel"}) {
+                const auto& button = Find<QPushButton>(*form, name);
+                const QRect place(button.mapTo(form.get(), QPoint(0, 0)), button.size());
+                EXPECT_FALSE(note->geometry().intersects(place))
+                    << form->objectName().toStdString() << ": " << field->objectName().toStdString()
+                    << " hides " << name;
+            }
+            field->ClearError();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+    }
+    EXPECT_GT(above, 0) << "nothing would have been hidden";
+    EXPECT_GT(below, 9 * above / 2) << "as a rule it is below";
 }
 
 TEST_F(AllForms, ASingleInputSystemOffersNoThreePhases) {

@@ -6,6 +6,7 @@
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QHBoxLayout>
+#include <QInputMethodEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
@@ -387,6 +388,25 @@ TEST(EntryField, ADisabledFieldIsGrey) {
     Window window;
     window.field->setEnabled(false);
     EXPECT_EQ(window.field->palette().color(QPalette::Disabled, QPalette::Base), QColor(0xE0, 0xE0, 0xE0));
+}
+
+TEST(EntryField, TakesTypographicQuotesInPlaceOfDoubleQuotes) {
+    Window window;
+    QTest::keyClicks(window.field, "12\" pump (\"B\")");
+    EXPECT_EQ(window.field->Content(), "12\u201D pump (\u201CB\u201D)");
+    window.field->setCursorPosition(2);
+    Paste(*window.field, "\"x\"");
+    EXPECT_EQ(window.field->Content(), "12\u201Dx\u201D\u201D pump (\u201CB\u201D)");
+    window.field->clear();
+    QInputMethodEvent composed;
+    composed.setCommitString("\"");
+    QCoreApplication::sendEvent(window.field, &composed);
+    EXPECT_EQ(window.field->Content(), "\u201C");
+    window.field->setText("\"of a file\"");
+    EXPECT_EQ(window.field->Content(), "\"of a file\"") << "not entered";
+    window.field->selectAll();
+    QTest::keyClicks(window.field, "\"");
+    EXPECT_EQ(window.field->Content(), "\u201C") << "nothing stands before what is replaced";
 }
 
 }  // namespace

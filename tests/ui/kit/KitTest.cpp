@@ -1,10 +1,18 @@
 #include <gtest/gtest.h>
 
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QProxyStyle>
+#include <QPushButton>
 #include <QTest>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <QWheelEvent>
 
 #include "ChoiceBox.h"
+#include "FormGrid.h"
+#include "GenvaraStyle.h"
 #include "LastChance.h"
 #include "ScriptedPlatform.h"
 #include "UpDown.h"
@@ -81,6 +89,49 @@ TEST(ChoiceBox, ADisabledListIsGreyInALightThemeAlone) {
     QApplication::setPalette(dark);
     EXPECT_EQ(ChoiceBox("cboDark").palette().color(QPalette::Disabled, QPalette::Button), Qt::darkBlue);
     QApplication::setPalette(light);
+}
+
+/// A desktop that has its own order of a dialog's buttons.
+class ButtonOrder final : public QProxyStyle {
+  public:
+    explicit ButtonOrder(QDialogButtonBox::ButtonLayout order) : m_order(order) {}
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* answer) const override {
+        return hint == SH_DialogButtonLayout ? m_order : QProxyStyle::styleHint(hint, option, widget, answer);
+    }
+
+  private:
+    QDialogButtonBox::ButtonLayout m_order;
+};
+
+TEST(OkCancel, EnterPressesOkWhateverTheDesktopPutsFirst) {
+    for (const auto order : {QDialogButtonBox::WinLayout, QDialogButtonBox::MacLayout,
+                             QDialogButtonBox::KdeLayout, QDialogButtonBox::GnomeLayout}) {
+        QApplication::setStyle(new ButtonOrder(order));
+        QDialog dialog;
+        auto* field = new QLineEdit;
+        const OkCancel buttons = MakeOkCancel();
+        auto* lines = new QVBoxLayout(&dialog);
+        lines->addWidget(field);
+        lines->addWidget(buttons.box);
+        if (order == QDialogButtonBox::MacLayout || order == QDialogButtonBox::GnomeLayout) {
+            // As dialogs do, whose keys follow what is seen.
+            QWidget::setTabOrder(field, buttons.cancel);
+            QWidget::setTabOrder(buttons.cancel, buttons.ok);
+        }
+        std::vector<std::string> pressed;
+        for (QPushButton* button : {buttons.ok, buttons.cancel}) {
+            QObject::connect(button, &QPushButton::clicked,
+                             [&pressed, button] { pressed.push_back(button->objectName().toStdString()); });
+        }
+        dialog.show();
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_Return);
+        buttons.cancel->setFocus();
+        QTest::keyClick(buttons.cancel, Qt::Key_Return);
+        EXPECT_EQ(pressed, (std::vector<std::string>{"cmdOK", "cmdCancel"})) << "order " << order;
+    }
+    QApplication::setStyle(new GenvaraStyle);
 }
 
 TEST(LastChance, RescuesTheProjectBeforeItReportsAndEnds) {

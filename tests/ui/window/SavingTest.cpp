@@ -178,6 +178,63 @@ TEST_F(Saving, OverAFileThatWasNoProjectAsksOnce) {
     EXPECT_THAT(platform.Take(), IsEmpty());
 }
 
+TEST_F(Saving, TheStatusLineNamesTheFileOfTheNextSave) {
+    SaveAs(FileOf("a.prj"));
+    SaveAs(FileOf("b.prj"));
+    ASSERT_EQ(FileLabel(), "b.prj");
+    WriteBytes(folder / "letter.txt", "Dear Sir");
+    platform.files = {FileOf("letter.txt")};
+    Run("mnuFileOpen");
+    EXPECT_EQ(FileLabel(), "letter.txt") << "of another version";
+    platform.files = {FileOf("b.prj")};
+    Run("mnuFileOpen");
+    EXPECT_EQ(FileLabel(), "b.prj");
+    std::filesystem::remove(folder / "a.prj");
+    platform.Take();
+    platform.answers = {MessageAnswer::No};
+    Run("mnuFileMRU1");
+    ASSERT_EQ(Window().ProjectFile(), FileOf("a.prj"));
+    EXPECT_EQ(FileLabel(), "a.prj") << "a file that is gone";
+}
+
+TEST_F(Saving, NoTextOfAProjectEndsAtAQuoteInItsFile) {
+    AddStepWithLoad();
+    App().LoadProfile().AddLoadStep("the \"second\"", 15, 0);
+    App().LoadProfile().LoadStep(1).begin()->name("12\" pump");
+    Control<EntryField>("panProject", "txtName").setText("\"Mill\"");
+    const std::string json = FileOf("a.json");
+    SaveAs(json);
+    EXPECT_EQ(App().LoadProfile().LoadStep(1).begin()->name(), "12\" pump") << "JSON holds it";
+    EXPECT_EQ(App().Project().ProjName(), "\"Mill\"");
+    Open(json);
+    SaveAs(FileOf("a.prj"));
+    EXPECT_EQ(
+        StatusLine(),
+        "Saved a.prj; a project file cannot hold the double quotes of 3 texts, which are typographic now.");
+    EXPECT_EQ(ShownName(), "\u201CMill\u201D");
+    auto& tree = Control<QTreeWidget>("panLoadProfile", "tlsProfileDisplay");
+    ASSERT_EQ(tree.topLevelItemCount(), 2);
+    EXPECT_EQ(tree.topLevelItem(0)->child(0)->text(0).toStdString(), "12\u201D pump");
+    EXPECT_EQ(tree.topLevelItem(1)->text(0).toStdString(), "the \u201Csecond\u201D");
+    Run("mnuFileNew");
+    Open(FileOf("a.prj"));
+    EXPECT_EQ(App().Project().ProjName(), "\u201CMill\u201D");
+    ASSERT_EQ(App().LoadProfile().NumLoadSteps(), 2);
+    EXPECT_EQ(App().LoadProfile().LoadStep(1).begin()->name(), "12\u201D pump");
+    EXPECT_EQ(App().LoadProfile().LoadStep(2).Description(), "the \u201Csecond\u201D");
+    EXPECT_EQ(App().LoadProfile().LoadStep(2).NumLoads(), 0);
+}
+
+TEST_F(Saving, NothingSaysSavedOnceASaveHasFailed) {
+    std::filesystem::create_directory(folder / "later");
+    SaveAs(FileOf("later/a.prj"));
+    ASSERT_EQ(StatusLine(), "Saved a.prj.");
+    std::filesystem::remove_all(folder / "later");
+    Run("mnuFileSave");
+    EXPECT_TRUE(SaysNotSaved());
+    EXPECT_EQ(StatusLine(), "");
+}
+
 TEST_F(Saving, ARecentFileThatIsNoProjectAnyMoreIsAskedAbout) {
     SaveAs(FileOf("a.prj"));
     WriteBytes(folder / "a.prj", "");

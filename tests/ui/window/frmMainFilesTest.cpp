@@ -458,6 +458,24 @@ TEST_F(ReportCommands, ExportTellsOfCharactersThatTheFileLacks) {
               "Exported t.gvx; 2 characters that the file cannot hold were written as \"?\".");
 }
 
+TEST_F(ReportCommands, PrintIntoNoFileThatTheReportWasMadeFrom) {
+    const std::string project = (folder / "mill.prj").string();
+    platform.files = {project};
+    Run("mnuFileSaveAs");
+    platform.Take();
+    const std::string catalogue = (folder / "program/Genvara.db").string();
+    for (const auto& [file, reason] : {std::pair(project, "this is the file of the project"),
+                                       std::pair(catalogue, "this is the genset catalogue")}) {
+        const std::string before = ReadBytes(file);
+        platform.printFile = file;
+        Run("mnuFilePrint");
+        const auto asked = platform.Take();
+        ASSERT_EQ(asked.size(), 2U) << file;
+        EXPECT_EQ(asked[1].message.text, "Nothing was written to " + file + ": " + reason + ".");
+        EXPECT_EQ(ReadBytes(file), before);
+    }
+}
+
 TEST_F(ReportCommands, PrintTheWholeReport) {
     platform.printFile = folder / "r.pdf";
     Run("mnuFilePrint");

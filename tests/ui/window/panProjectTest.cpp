@@ -2,6 +2,8 @@
 
 #include "panProject.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -71,6 +73,28 @@ TEST_F(ProjectPanel, ADescriptionThatNobodyTouchedKeepsItsBytes) {
         Panel().Description(text);
         EXPECT_EQ(Panel().Description(), text);
     }
+}
+
+TEST_F(ProjectPanel, TakesNoDoubleQuoteWhichWouldEndTheTextInAFile) {
+    for (const char* name : {"txtName", "txtCustomer", "txtUserName"}) {
+        auto& field = Control<EntryField>("panProject", name);
+        field.clear();
+        QTest::keyClicks(&field, "\"A\" 12\"");
+        EXPECT_EQ(field.Content(), "\u201CA\u201D 12\u201D") << name;
+    }
+    Panel().Description("\"as it came\"");
+    EXPECT_EQ(Panel().Description(), "\"as it came\"") << "not entered";
+    Description().clear();
+    QTest::keyClicks(&Description(), "4\" pipe");
+    QTest::keyClick(&Description(), Qt::Key_Return);
+    QTest::keyClicks(&Description(), "\"B\"");
+    EXPECT_EQ(Panel().Description(), "4\u201D pipe\r\n\u201CB\u201D");
+    Description().undo();
+    EXPECT_EQ(Panel().Description().find('"'), std::string::npos);
+    QApplication::clipboard()->setText("6\" and \"C\"");
+    Description().clear();
+    Description().paste();
+    EXPECT_EQ(Panel().Description(), "6\u201D and \u201CC\u201D");
 }
 
 TEST_F(ProjectPanel, ShowsItsDatesWithTheHoursOfTwoHalves) {
