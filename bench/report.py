@@ -15,15 +15,20 @@ import tempfile
 import time
 
 
-def medians(program):
-    """Median CPU time, in the unit of the program, by the benchmark's name."""
+def runs_of(program):
+    """Medians of a program's benchmarks by their names: times in each one's own unit, and what it counts."""
     output = subprocess.run(
         # Interleaved, so that what else the machine does falls on both sides of a ratio.
         [program, "--benchmark_format=json", "--benchmark_repetitions=9", "--benchmark_min_time=0.1",
          "--benchmark_enable_random_interleaving=true", "--benchmark_report_aggregates_only=true"],
         check=True, capture_output=True, text=True).stdout
     rows = json.loads(output)["benchmarks"]
-    return {row["run_name"]: row["cpu_time"] for row in rows if row.get("aggregate_name") == "median"}
+    return {row["run_name"]: row for row in rows if row.get("aggregate_name") == "median"}
+
+
+def medians(program):
+    """Median CPU times by the benchmarks' names."""
+    return {name: row["cpu_time"] for name, row in runs_of(program).items()}
 
 
 def exponent(points):
@@ -55,6 +60,29 @@ def wall_of(command):
     return best
 
 
+def report_studies(program):
+    """Variations and orders against a bare run, all of one program. Times of whole studies are in ms, of a run in µs."""
+    studies = runs_of(program)
+    bare, every = (studies[name]["cpu_time"] for name in ("BareRun", "EveryCandidate"))
+
+    def piece(name, counter="variations"):
+        return 1000.0 * studies[name]["cpu_time"] / studies[name][counter]
+
+    for name in ("Power/4000/1", "Motor/800/1", "Limit/35/1", "Altitude/4000/1/process_time/real_time"):
+        one = piece(f"SweepPoints/{name}")
+        print(f"a variation, {name.split('/')[0]} / bare run in memory: {one / bare:.2f};"
+              f" / every candidate through every step: {one / every:.2f}")
+    points = [(n, studies[f"SweepPoints/Power/{n}/1"]["cpu_time"]) for n in (1000, 4000, 16000)]
+    print(f"a sweep, exponent over 1,000 to 16,000 points: {exponent(points):.3f}")
+    one, two = (studies[f"SweepPoints/Altitude/4000/{jobs}/process_time/real_time"] for jobs in (1, 2))
+    print(f"a sweep on one thread / on two: {one['real_time'] / two['real_time']:.2f} of the time,"
+          f" {one['cpu_time'] / two['cpu_time']:.2f} of the CPU time")
+    print(f"advise on the hospital, a variation / bare run: {piece('AdviseHospital') / bare:.2f};"
+          f" {studies['AdviseHospital']['cpu_time']:.0f} ms in all")
+    order = piece("OrderTwentyLoads", "orders")
+    print(f"order of 20 loads in 6 steps: {1e6 / order:,.0f} orders a second, {bare / order:.1f} in the time of a bare run")
+
+
 def main():
     folder = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else "build/bench/bin")
     times = medians(folder / "sizing_bench")
@@ -63,10 +91,7 @@ def main():
     print(f"the same / reading them through the program's layer: {run / times['ReadCandidates/10000']:.2f}")
     keys, bare = times["ReadKeysOfSmallSite"], times["ReadKeysOfSmallSiteBare"]
     print(f"keys of a small site: {keys:.3f} ms; a query a key, bare / that: {bare / keys:.1f}")
-    studies = medians(folder / "study_bench")
-    for name in ("VaryAltitude", "VaryLoad", "VaryLimit"):
-        print(f"{name} / bare run in memory: {studies[name] / studies['BareRun']:.2f};"
-              f" / every candidate through every step: {studies[name] / studies['EveryCandidate']:.2f}")
+    report_studies(folder / "study_bench")
     candidates = [(n, times[f"EngineAlone/{n}/16"]) for n in (100, 1000, 10000, 100000)]
     print(f"engine alone, exponent over 100 to 100,000 candidates: {exponent(candidates):.3f}")
     steps = [(n, times[f"EngineAlone/10000/{n}"]) for n in (1, 4, 16, 64, 256)]

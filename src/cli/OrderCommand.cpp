@@ -122,9 +122,9 @@ Status Work(const ProjectArguments& project, const OrderArguments& arguments, co
     const OrderAnswer answer = FindOrder(studied.Project(), rules, studied.Tables(), effort, stop);
     progress.Clear();
     if (!arguments.output.empty()) {
-        WriteStudied(arguments.output,
-                     answer.isPresent ? studied.Project() : Reordered(studied.Project(), answer.steps),
-                     studied.Tables());
+        const StudyProject ordered =
+            answer.isPresent ? studied.Project() : Reordered(studied.Project(), answer.steps);
+        WriteStudied(arguments.output, Reopened(ordered, studied.Tables().rules), studied.Tables());
     }
     const std::string& file = project.files.front();
     Print(project.json ? AnswerJson(file, answer) : AnswerTable(file, answer, profile));

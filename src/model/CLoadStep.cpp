@@ -105,6 +105,12 @@ std::unique_ptr<Load> CLoadStep::TakeLoad(std::int32_t id) {
     return load;
 }
 
+std::unique_ptr<Load> CLoadStep::ExchangeLoad(std::int32_t position, std::unique_ptr<Load> load) {
+    const auto index = static_cast<std::size_t>(position - 1);
+    load->ID(m_loads[index].ID());
+    return m_loads.Exchange(index, std::move(load));
+}
+
 void CLoadStep::DeleteLoad(std::int32_t id) {
     (void)TakeLoad(id);
 }

@@ -42,6 +42,10 @@ class CLoadStep {
     /// @throws RaisedError 0x80040002 as `DeleteLoad`.
     [[nodiscard]] std::unique_ptr<Load> TakeLoad(std::int32_t id);
 
+    /// Puts a load in the place of another, with its ID, and gives that one away.
+    /// @param position from 1; the caller keeps within the step.
+    [[nodiscard]] std::unique_ptr<Load> ExchangeLoad(std::int32_t position, std::unique_ptr<Load> load);
+
     /// @throws RaisedError 0x80040002 "The load requested could not be found." from "CLoadStep::DeleteLoad".
     void DeleteLoad(std::int32_t id);
 

@@ -109,6 +109,12 @@ class OwnedList {
         return taken;
     }
 
+    /// Puts an object in the place of the one at `index`, which it gives away.
+    [[nodiscard]] std::unique_ptr<Object> Exchange(std::size_t index, std::unique_ptr<Object> object) {
+        m_slots[index].swap(object);
+        return object;
+    }
+
     /// Two objects change places.
     void Swap(std::size_t left, std::size_t right) noexcept { m_slots[left].swap(m_slots[right]); }
 

@@ -7,13 +7,28 @@
 #include "CannotFail.h"
 
 namespace genvara {
+namespace {
+
+/// Whether candidates have the same figures at two sites: a test's limit is no part of them.
+bool HaveSameFigures(const SiteRequirements& one, const SiteRequirements& other) noexcept {
+    SiteRequirements same = other;
+    same.maxFreqDipEnabled = one.maxFreqDipEnabled;
+    same.maxFreqDip = one.maxFreqDip;
+    same.maxHarmonicsEnabled = one.maxHarmonicsEnabled;
+    same.maxHarmonics = one.maxHarmonics;
+    same.minLoading = one.minLoading;
+    return same == one;
+}
+
+}  // namespace
 
 void PreparedSite::Prepare(std::shared_ptr<const SiteCandidates> candidates, const SiteRequirements& site) {
-    if (candidates == m_candidates && site == m_site) {
+    const bool isReady = candidates == m_candidates && HaveSameFigures(site, m_site);
+    m_site = site;
+    if (isReady) {
         return;
     }
     m_candidates = std::move(candidates);
-    m_site = site;
     m_derateFactors.assign(m_candidates->DerateCodes().size(), std::nullopt);
     m_alternators.assign(m_candidates->Alternators().size(), std::nullopt);
     m_sets.clear();

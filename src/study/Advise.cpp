@@ -8,6 +8,7 @@
 #include "Explain.h"
 #include "InOrder.h"
 #include "RaisedError.h"
+#include "VariedProject.h"
 
 namespace genvara {
 namespace {
@@ -45,6 +46,35 @@ StudyProject Split(const StudyProject& project, const std::vector<LoadMove>& mov
         addOwn(false);
     }
     return split;
+}
+
+std::vector<MemberValue> MembersOf(std::span<const Alteration> alterations) {
+    std::vector<MemberValue> changes;
+    for (const Alteration& alteration : alterations) {
+        if (alteration.member) {
+            changes.push_back(*alteration.member);
+        }
+    }
+    return changes;
+}
+
+bool MovesLoads(std::span<const Alteration> alterations) {
+    return std::ranges::any_of(
+        alterations, [](const Alteration& alteration) { return alteration.move || alteration.order; });
+}
+
+/// The project with its loads in other steps: those of an order, or those that moves make.
+StudyProject Moved(const StudyProject& project, std::span<const Alteration> alterations) {
+    std::vector<LoadMove> moves;
+    for (const Alteration& alteration : alterations) {
+        if (alteration.order) {
+            return Reordered(project, *alteration.order);
+        }
+        if (alteration.move) {
+            moves.push_back(*alteration.move);
+        }
+    }
+    return Split(project, moves);
 }
 
 bool MoveOneLoad(const Alteration& one, const Alteration& other) {
@@ -112,15 +142,23 @@ class Adviser {
     /// Sizes variations on one thread: a project with some alterations, and limits on top of it.
     class Trial {
       public:
-        explicit Trial(const Adviser& adviser) : m_adviser(&adviser), m_sizer(*adviser.m_tables) {}
+        explicit Trial(const Adviser& adviser)
+            : m_adviser(&adviser),
+              m_sizer(*adviser.m_tables),
+              m_varied(*adviser.m_project, adviser.m_tables->rules) {}
 
         /// Begins with alterations; false where the project does not take them.
         [[nodiscard]] bool Begin(std::span<const Alteration> alterations) {
             try {
-                m_project.emplace(Altered(*m_adviser->m_project, alterations, m_adviser->m_tables->rules));
+                m_project = &m_varied.With(MembersOf(alterations));
+                if (MovesLoads(alterations)) {
+                    m_moved.emplace(m_varied.IsOfPieces() ? Moved(*m_project, alterations)
+                                                          : Altered(*m_adviser->m_project, alterations,
+                                                                    m_adviser->m_tables->rules));
+                    m_project = &*m_moved;
+                }
                 return true;
             } catch (const RaisedError&) {
-                m_project.reset();
                 return false;
             }
         }
@@ -153,7 +191,9 @@ class Adviser {
       private:
         const Adviser* m_adviser;
         ProjectSizer m_sizer;
-        std::optional<StudyProject> m_project;
+        VariedProject m_varied;
+        std::optional<StudyProject> m_moved;  ///< with loads in other steps
+        StudyProject* m_project = nullptr;    ///< the one of the two that is tried
     };
 
     void NoteMinLoading() {
@@ -415,20 +455,10 @@ class Adviser {
 StudyProject Altered(const StudyProject& project, std::span<const Alteration> alterations,
                      const EntryRules& rules) {
     StudyProject altered = project;
-    for (const Alteration& alteration : alterations) {
-        if (alteration.member) {
-            Change(altered, *alteration.member, rules);
-        }
+    for (const MemberValue& change : MembersOf(alterations)) {
+        Change(altered, change, rules);
     }
-    std::vector<LoadMove> moves;
-    for (const Alteration& alteration : alterations) {
-        if (alteration.order) {
-            altered = Reordered(altered, *alteration.order);
-        } else if (alteration.move) {
-            moves.push_back(*alteration.move);
-        }
-    }
-    return Reopened(moves.empty() ? altered : Split(altered, moves), rules);
+    return Reopened(MovesLoads(alterations) ? Moved(altered, alterations) : altered, rules);
 }
 
 AdviceList Advise(const StudyProject& project, const AdviceChoice& choice, const StudyTables& tables,

@@ -16,7 +16,8 @@
 namespace genvara {
 
 /// Does `total` pieces of work on several threads and hands their results over in the order of the pieces,
-/// whichever is done first. No more results wait for their turn than a few for each thread.
+/// whichever is done first. Threads take a few neighbouring pieces at a time, so that they seldom wait for
+/// each other; no more results wait for their turn than a few such for each thread.
 /// @param makeWorker makes the work of one thread: a function from a piece's number, from 0, to its result.
 /// @param take takes number and result, one at a time, on any of the threads.
 /// @throws StudyStopped; whatever a worker or `take` throws, of several the first that came.
@@ -24,14 +25,19 @@ template <typename MakeWorker, typename Take>
 void DoInOrder(std::int64_t total, std::int32_t jobs, const StopFlag& stop, MakeWorker makeWorker,
                Take take) {
     using Result = decltype(makeWorker()(std::int64_t{}));
-    constexpr std::int64_t kWaitingPerThread = 64;
+    using Results = std::vector<Result>;
+    constexpr std::int64_t kMostAtATime = 32;
+    constexpr std::int64_t kSharesPerThread = 16;  // so that all end at about the same time
+    constexpr std::int64_t kWaitingPerThread = 128;
     const std::int64_t threads = std::clamp<std::int64_t>(jobs, 1, std::max<std::int64_t>(total, 1));
+    const std::int64_t atATime =
+        std::clamp<std::int64_t>(total / (threads * kSharesPerThread), 1, kMostAtATime);
 
     std::mutex mutex;
     std::condition_variable turn;
-    std::map<std::int64_t, Result> waiting;
-    std::int64_t next = 0;  // to be begun
-    std::int64_t due = 0;   // to be handed over
+    std::map<std::int64_t, Results> waiting;  // by their first piece
+    std::int64_t next = 0;                    // to be begun
+    std::int64_t due = 0;                     // to be handed over
     std::exception_ptr failure;
 
     const auto begin = [&]() -> std::optional<std::int64_t> {
@@ -40,24 +46,30 @@ void DoInOrder(std::int64_t total, std::int32_t jobs, const StopFlag& stop, Make
         if (failure || next >= total) {
             return std::nullopt;
         }
-        return next++;
+        return std::exchange(next, std::min(next + atATime, total));
     };
-    const auto finish = [&](std::int64_t piece, Result result) {
+    const auto finish = [&](std::int64_t first, Results results) {
         const std::lock_guard lock(mutex);
-        waiting.emplace(piece, std::move(result));
+        waiting.emplace(first, std::move(results));
         while (!failure && !waiting.empty() && waiting.begin()->first == due) {
             auto node = waiting.extract(waiting.begin());
-            take(node.key(), std::move(node.mapped()));
-            ++due;
+            for (Result& result : node.mapped()) {
+                take(due++, std::move(result));
+            }
         }
         turn.notify_all();
     };
     const auto run = [&] {
         try {
             auto work = makeWorker();
-            while (const auto piece = begin()) {
-                RequireGoingOn(stop);
-                finish(*piece, work(*piece));
+            while (const auto first = begin()) {
+                Results results;
+                const std::int64_t end = std::min(*first + atATime, total);
+                for (std::int64_t piece = *first; piece < end; ++piece) {
+                    RequireGoingOn(stop);
+                    results.push_back(work(piece));
+                }
+                finish(*first, std::move(results));
             }
         } catch (...) {
             const std::lock_guard lock(mutex);

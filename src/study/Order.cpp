@@ -152,11 +152,14 @@ OrderAnswer FindOrder(const StudyProject& project, const OrderRules& rules, cons
     ProjectSizer sizer(tables);
     OrderAnswer answer;
     answer.now = sizer.Size(project);
-    answer.best = answer.now;
     answer.steps = PresentOrder(project.loadProfile);
 
     const OrderItems items(project.loadProfile, rules);
     const StudyProject saved = Reopened(project, tables.rules);
+    answer.best = sizer.Size(saved);  // a file of more digits than are written has other last bits than now
+    if (answer.now.IsSmaller(answer.best)) {
+        answer.best = answer.now;
+    }
     OrderJudge judge(saved, items, tables);
     OrderSearch search(judge, items, effort, stop);
     const std::optional<Arrangement> present = items.ArrangementOf(answer.steps);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <numeric>
 
 #include "CannotFail.h"
@@ -46,8 +47,21 @@ const StepFigures& OrderJudge::Own(const ItemGroup& group) {
     if (m_own.size() >= kMostKept) {
         m_own.clear();
     }
-    const StudyProject step = Reordered(*m_project, {m_items->LoadsOf(group)});
-    return m_own.emplace(group, OwnFigures(step.loadProfile.LoadStep(1), *m_site)).first->second;
+    return m_own.emplace(group, OwnFigures(StepOf(group), *m_site)).first->second;
+}
+
+/// The step that a group makes, by the limit that `Reordered` gives it.
+CLoadStep OrderJudge::StepOf(const ItemGroup& group) const {
+    const CLoadProfile& profile = m_project->loadProfile;
+    CLoadStep made;
+    std::int32_t dip = kStepVoltageDip.greatest;
+    for (const LoadPlace& place : m_items->LoadsOf(group)) {
+        const CLoadStep& step = profile.LoadStep(place.step);
+        dip = std::min(dip, step.MaxVoltageDipOverride());
+        made.AddLoad(std::next(step.begin(), place.load - 1)->Clone());
+    }
+    made.MaxVoltageDipOverride(dip);
+    return made;
 }
 
 const ProfileFigures& OrderJudge::FiguresOf(const Arrangement& arrangement) {
@@ -99,18 +113,6 @@ std::vector<std::uint32_t> OrderJudge::Passing(const StepFigures& step,
         }
     }
     return passing;
-}
-
-std::optional<double> OrderJudge::MarginOf(std::uint32_t candidate, const ProfileFigures& figures) {
-    try {
-        const Candidate& set = Sets()[candidate];
-        m_judge.Begin(m_prepared.Site(), figures);
-        (void)m_judge.Judge(set);
-        const std::optional<Tightest> tightest = m_judge.TightestOf(set);
-        return tightest ? std::optional(tightest->margin) : std::nullopt;
-    } catch (const RaisedError&) {
-        return std::nullopt;
-    }
 }
 
 bool OrderJudge::IsExcluded(std::uint32_t candidate) {

@@ -30,6 +30,7 @@ class OrderJudge {
     /// Rating of all sets of the first recommended one [kW]; nothing where there is none, or the run fails.
     [[nodiscard]] std::optional<double> Total(const ProfileFigures& figures);
 
+    [[nodiscard]] const SiteRequirements& Site() const noexcept { return m_prepared.Site(); }
     /// The candidates, in the order of the catalogue.
     [[nodiscard]] const std::vector<Candidate>& Sets() const noexcept { return m_prepared.Sets(); }
     [[nodiscard]] double TotalOf(std::uint32_t candidate) const {
@@ -40,13 +41,12 @@ class OrderJudge {
     /// Those of some candidates that pass all tests of one step; one that cannot be judged is kept.
     [[nodiscard]] std::vector<std::uint32_t> Passing(const StepFigures& step,
                                                      const std::vector<std::uint32_t>& candidates);
-    /// The tightest margin of a candidate over all steps [percent]; nothing if it cannot be judged.
-    [[nodiscard]] std::optional<double> MarginOf(std::uint32_t candidate, const ProfileFigures& figures);
     /// Whether no arrangement whatever does with a candidate: the whole load overloads or hardly loads it, or
     /// an item alone is too much for it to start.
     [[nodiscard]] bool IsExcluded(std::uint32_t candidate);
 
   private:
+    [[nodiscard]] CLoadStep StepOf(const ItemGroup& group) const;
     [[nodiscard]] bool HasOnlyPowers();
     [[nodiscard]] bool FailsAtTheEnd(const Candidate& set);
     [[nodiscard]] bool FailsToStart(const Candidate& set);

@@ -11,10 +11,9 @@ namespace genvara {
 namespace {
 
 constexpr std::uint32_t kSeed = 1;
-constexpr double kNone = std::numeric_limits<double>::infinity();
 /// Arrangements at random among which a search looks for where to begin, and how many of them it improves.
 constexpr int kRandomStarts = 2000;
-constexpr int kImprovedStarts = 8;
+constexpr std::size_t kImprovedStarts = 8;
 /// Smaller sets that a search comes nearer to at a time.
 constexpr std::size_t kMostTargetsWeighed = 12;
 /// Steps that trying all may judge where it need not come to its end.
@@ -41,6 +40,7 @@ void DropEmpty(Arrangement& arrangement) {
 OrderSearch::OrderSearch(OrderJudge& judge, const OrderItems& items, const SearchEffort& effort,
                          const StopFlag& stop)
     : m_judge(&judge),
+      m_margins(judge),
       m_items(&items),
       m_effort(&effort),
       m_stop(&stop),
@@ -65,7 +65,7 @@ void OrderSearch::Begin(const Arrangement& arrangement, std::optional<double> to
 void OrderSearch::Run() {
     if (m_best.empty()) {
         m_best = BySurplus();
-        (void)Try(m_best);
+        Try(m_best);
     }
     if (m_targets.empty()) {
         return;
@@ -93,8 +93,7 @@ void OrderSearch::Keep(const Arrangement& arrangement, double total) {
 
 /// The total of an arrangement, which is kept if it is the best so far.
 std::optional<double> OrderSearch::Try(const Arrangement& arrangement) {
-    RequireGoingOn(*m_stop);
-    m_effort->count(++m_judged);
+    CountOne();
     try {
         const std::optional<double> total = m_judge->Total(m_judge->FiguresOf(arrangement));
         if (total && (!m_total || *total < *m_total)) {
@@ -106,22 +105,17 @@ std::optional<double> OrderSearch::Try(const Arrangement& arrangement) {
     }
 }
 
-OrderSearch::Merit OrderSearch::MeritOf(const Arrangement& arrangement) {
-    const double total = Try(arrangement).value_or(kNone);
-    std::vector<std::uint32_t> weighed = m_targets;
-    std::ranges::stable_sort(weighed, std::greater<>{},
+void OrderSearch::CountOne() {
+    RequireGoingOn(*m_stop);
+    m_effort->count(++m_judged);
+}
+
+/// Searches on from an arrangement, to come nearer to the largest of the smaller sets.
+void OrderSearch::Stand(const Arrangement& arrangement) {
+    std::vector<std::uint32_t> targets = m_targets;
+    std::ranges::stable_sort(targets, std::greater<>{},
                              [&](std::uint32_t target) { return m_judge->TotalOf(target); });
-    weighed.resize(std::min(weighed.size(), kMostTargetsWeighed));
-    double missing = kNone;
-    try {
-        const ProfileFigures& figures = m_judge->FiguresOf(arrangement);
-        for (const std::uint32_t target : weighed) {
-            missing = std::min(missing, -m_judge->MarginOf(target, figures).value_or(-kNone));
-        }
-    } catch (const RaisedError&) {
-        return {kNone, kNone};
-    }
-    return {total, missing};
+    m_margins.Stand(arrangement, std::move(targets), kMostTargetsWeighed);
 }
 
 /// The items that may start next.
@@ -187,7 +181,7 @@ void OrderSearch::TryGroup(Arrangement& begun, const StepFigures& before, std::v
     }
     begun.push_back(group);
     if (group.size() == left) {
-        (void)Try(begun);
+        Try(begun);
     } else {
         for (const std::uint32_t item : group) {
             started[item] = true;
@@ -207,31 +201,50 @@ void OrderSearch::Explore() {
         Improve(present);
     }
     Improve(BySurplus());
+    for (Arrangement& start : StartsAtRandom()) {
+        Improve(std::move(start));
+    }
+}
+
+/// Of many arrangements at random those that come nearest to a smaller set, the nearest first.
+std::vector<Arrangement> OrderSearch::StartsAtRandom() {
     std::vector<std::pair<double, Arrangement>> starts;
+    Stand({});
     for (int i = 0; i < kRandomStarts && !Proven() && !m_gaveUp; ++i) {
         Arrangement start = AtRandom();
-        const double total = Try(start).value_or(kNone);
-        starts.emplace_back(total, std::move(start));
+        CountOne();
+        const double least = starts.size() < kImprovedStarts ? OrderMargins::kHopeless : starts.back().first;
+        const OrderMargins::Nearness nearness = m_margins.Judge(start, least);
+        if (nearness.mayDo && Try(start)) {
+            Stand({});
+        }
+        if (nearness.margin > least) {
+            starts.resize(std::min(starts.size(), kImprovedStarts - 1));
+            const auto place = std::ranges::upper_bound(starts, nearness.margin, std::greater<>{},
+                                                        &std::pair<double, Arrangement>::first);
+            starts.emplace(place, nearness.margin, std::move(start));
+        }
         m_gaveUp = IsOver();
     }
-    std::ranges::stable_sort(starts, {}, &std::pair<double, Arrangement>::first);
-    starts.resize(std::min<std::size_t>(starts.size(), kImprovedStarts));
-    for (const auto& [total, start] : starts) {
-        Improve(start);
+    std::vector<Arrangement> nearest;
+    for (auto& [margin, start] : starts) {
+        nearest.push_back(std::move(start));
     }
+    return nearest;
 }
 
 void OrderSearch::Improve(Arrangement arrangement) {
     if (Proven() || m_gaveUp) {
         return;
     }
-    Merit merit = MeritOf(arrangement);
-    while (!Proven() && !m_gaveUp && ImproveOnce(arrangement, merit)) {
+    Try(arrangement);
+    Stand(arrangement);
+    while (!Proven() && !m_gaveUp && ImproveOnce(arrangement)) {
     }
 }
 
 /// Takes the first move or exchange that makes an arrangement better.
-bool OrderSearch::ImproveOnce(Arrangement& arrangement, Merit& merit) {
+bool OrderSearch::ImproveOnce(Arrangement& arrangement) {
     const std::size_t steps = arrangement.size();
     for (std::size_t from = 0; from < steps; ++from) {
         for (const std::uint32_t item : ItemGroup(arrangement[from])) {
@@ -240,14 +253,14 @@ bool OrderSearch::ImproveOnce(Arrangement& arrangement, Merit& merit) {
             for (std::size_t to = 0; to < steps; ++to) {
                 Arrangement moved = lifted;
                 moved[to] = With(moved[to], item);
-                if (to != from && TakeIfBetter(arrangement, merit, std::move(moved))) {
+                if (to != from && TakeIfBetter(arrangement, std::move(moved))) {
                     return true;
                 }
             }
             for (std::size_t to = 0; to <= steps; ++to) {
                 Arrangement moved = lifted;
                 moved.insert(moved.begin() + static_cast<std::ptrdiff_t>(to), {item});
-                if (TakeIfBetter(arrangement, merit, std::move(moved))) {
+                if (TakeIfBetter(arrangement, std::move(moved))) {
                     return true;
                 }
             }
@@ -256,7 +269,7 @@ bool OrderSearch::ImproveOnce(Arrangement& arrangement, Merit& merit) {
                     Arrangement exchanged = lifted;
                     exchanged[to] = With(Without(exchanged[to], other), item);
                     exchanged[from] = With(exchanged[from], other);
-                    if (TakeIfBetter(arrangement, merit, std::move(exchanged))) {
+                    if (TakeIfBetter(arrangement, std::move(exchanged))) {
                         return true;
                     }
                 }
@@ -266,18 +279,23 @@ bool OrderSearch::ImproveOnce(Arrangement& arrangement, Merit& merit) {
     return false;
 }
 
-bool OrderSearch::TakeIfBetter(Arrangement& arrangement, Merit& merit, Arrangement changed) {
+bool OrderSearch::TakeIfBetter(Arrangement& arrangement, Arrangement changed) {
     DropEmpty(changed);
     m_gaveUp = m_gaveUp || IsOver();
     if (m_gaveUp || !m_items->Permits(changed)) {
         return false;
     }
-    const Merit other = MeritOf(changed);
-    if (!other.IsBetter(merit)) {
+    CountOne();
+    const OrderMargins::Nearness nearness = m_margins.Judge(changed, m_margins.Margin());
+    const std::optional<double> total = m_total;
+    if (nearness.mayDo) {
+        Try(changed);
+    }
+    if (m_total == total && !(nearness.margin > m_margins.Margin())) {
         return false;
     }
     arrangement = std::move(changed);
-    merit = other;
+    Stand(arrangement);
     return true;
 }
 

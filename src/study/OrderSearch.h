@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "OrderJudge.h"
+#include "OrderMargins.h"
 
 namespace genvara {
 
@@ -31,33 +32,26 @@ class OrderSearch {
     [[nodiscard]] bool Proven() const noexcept { return m_triedAll || m_targets.empty(); }
 
   private:
-    /// How good an arrangement is: its total, then how little misses for a smaller one.
-    struct Merit {
-        double total;
-        double missing;
-
-        [[nodiscard]] bool IsBetter(const Merit& other) const noexcept {
-            return total < other.total || (total == other.total && missing < other.missing);
-        }
-    };
-
     void Keep(const Arrangement& arrangement, double total);
-    [[nodiscard]] std::optional<double> Try(const Arrangement& arrangement);
-    [[nodiscard]] Merit MeritOf(const Arrangement& arrangement);
+    std::optional<double> Try(const Arrangement& arrangement);
+    void CountOne();
+    void Stand(const Arrangement& arrangement);
     void TryAll(Arrangement& begun, const StepFigures& before, std::vector<bool>& started, std::size_t left,
                 const std::vector<std::uint32_t>& targets);
     void TryGroup(Arrangement& begun, const StepFigures& before, std::vector<bool>& started, std::size_t left,
                   const std::vector<std::uint32_t>& targets, const ItemGroup& group);
     [[nodiscard]] ItemGroup Startable(const std::vector<bool>& started) const;
     void Explore();
+    [[nodiscard]] std::vector<Arrangement> StartsAtRandom();
     void Improve(Arrangement arrangement);
-    [[nodiscard]] bool ImproveOnce(Arrangement& arrangement, Merit& merit);
-    [[nodiscard]] bool TakeIfBetter(Arrangement& arrangement, Merit& merit, Arrangement changed);
+    [[nodiscard]] bool ImproveOnce(Arrangement& arrangement);
+    [[nodiscard]] bool TakeIfBetter(Arrangement& arrangement, Arrangement changed);
     [[nodiscard]] Arrangement BySurplus();
     [[nodiscard]] Arrangement AtRandom();
     [[nodiscard]] bool IsOver();
 
     OrderJudge* m_judge;
+    OrderMargins m_margins;  ///< of the smaller sets, with the arrangement that is improved
     const OrderItems* m_items;
     const SearchEffort* m_effort;
     const StopFlag* m_stop;

@@ -10,6 +10,7 @@
 
 #include "InOrder.h"
 #include "NumberText.h"
+#include "VariedProject.h"
 
 namespace genvara {
 namespace {
@@ -123,7 +124,7 @@ SweepAxis ParseAxis(std::string_view text, StudyProject& project) {
 class PointSizer {
   public:
     PointSizer(const StudyProject& project, const std::vector<SweepAxis>& axes, const StudyTables& tables)
-        : m_project(&project), m_axes(&axes), m_tables(&tables), m_sizer(tables) {}
+        : m_axes(&axes), m_project(project, tables.rules), m_sizer(tables) {}
 
     [[nodiscard]] SweepPoint At(std::vector<PropertyValue> values, DesignSearch::Goal goal) {
         SweepPoint point;
@@ -133,7 +134,7 @@ class PointSizer {
             changes.push_back({(*m_axes)[i].path, point.at[i]});
         }
         try {
-            point.sizing = m_sizer.Size(Changed(*m_project, changes, m_tables->rules), goal);
+            point.sizing = m_sizer.Size(m_project.With(changes), goal);
         } catch (const RaisedError& failure) {
             point.error = failure;
         }
@@ -141,9 +142,8 @@ class PointSizer {
     }
 
   private:
-    const StudyProject* m_project;
     const std::vector<SweepAxis>* m_axes;
-    const StudyTables* m_tables;
+    VariedProject m_project;
     ProjectSizer m_sizer;
 };
 

@@ -64,8 +64,14 @@ StudyProject Reopened(const StudyProject& project, const EntryRules& rules) {
     StudyProject opened{.project = project.project,
                         .powerSystem = project.powerSystem,
                         .loadProfile = {},
-                        .limits = project.limits,
-                        .format = project.format};
+                        .limits = project.limits};
+    ReopenInto(project, rules, opened);
+    return opened;
+}
+
+void ReopenInto(const StudyProject& project, const EntryRules& rules, StudyProject& opened) {
+    opened.limits = project.limits;
+    opened.format = project.format;
     opened.powerSystem.ResetDefaults();
     const ProjectView from{project.project, project.powerSystem, project.loadProfile};
     const ProjectModel into{opened.project, opened.powerSystem, opened.loadProfile, rules.motors.conversions};
@@ -77,7 +83,6 @@ StudyProject Reopened(const StudyProject& project, const EntryRules& rules) {
     if (const auto phases = rules.phasesOf(opened.powerSystem.ConnectCode())) {
         opened.powerSystem.Phases(*phases);
     }
-    return opened;
 }
 
 StudyProject Changed(const StudyProject& project, std::span<const MemberValue> changes,

@@ -48,6 +48,10 @@ void Change(StudyProject& project, const MemberValue& change, const EntryRules& 
 /// @throws RaisedError of the reader; 0 with a sentence for a project whose file could not be read in full.
 [[nodiscard]] StudyProject Reopened(const StudyProject& project, const EntryRules& rules);
 
+/// The same into a project at hand, of which nothing is kept but its defaults.
+/// @throws RaisedError as `Reopened`; the project at hand is then of no use.
+void ReopenInto(const StudyProject& project, const EntryRules& rules, StudyProject& opened);
+
 /// The project with some members changed, in the order given, saved and opened again.
 /// @throws RaisedError as the two above.
 [[nodiscard]] StudyProject Changed(const StudyProject& project, std::span<const MemberValue> changes,

@@ -100,8 +100,9 @@ class Order(StudyCase):
 
     def test_it_is_the_best_of_all_orders(self):
         gained = 0
-        for seed in range(60 if LONG else 6):
-            records = project(seed, loads=4, steps=3)
+        # In the last of the few a step's limit decides.
+        for seed in range(300) if LONG else (*range(5), 43, 74):
+            records = project(seed, loads=3 + seed % 4 if LONG and seed > 100 else 4, steps=3)
             result = self.order(records)
             steps = len(records["LoadProfile"])
             every = partitions(list(itertools.chain(*places(records))), steps)
@@ -113,9 +114,9 @@ class Order(StudyCase):
         self.assertGreater(gained, 0)
 
     def test_it_is_the_best_of_all_orders_that_keep_to_constraints(self):
-        for seed in range(100, 140 if LONG else 105):
+        for seed in range(100, 200 if LONG else 105):
             dice = random.Random(seed)
-            records = project(seed, loads=5 if LONG else 4, steps=3)
+            records = project(seed, loads=4 + seed % 3 if LONG else 4, steps=3)
             loads = list(itertools.chain(*places(records)))
             first, second, third = dice.sample(loads, 3)
             before, together = [(first, second)], [(second, third)]
@@ -196,6 +197,17 @@ class Order(StudyCase):
         self.assertIn("Best: MV27L of 27 kW", done.stdout)
         self.assertIn("No permitted order does with a smaller set.", done.stdout)
 
+    def test_the_cold_store_starts_its_compressor_too_late(self):
+        """Its 199 kW and 632 kvar come on top of 240 kW and 46 kvar, 808 kVA at once; before fans and heaters on top of
+        65 kW and 23 kvar, 706 kVA, which a smaller alternator starts."""
+        sample = SOURCE / "samples/cold-store.prj"
+        result = self.order(sample)
+        self.assertTrue(result["Proven"])
+        self.assertLess(rating(result["Best"]), rating(result["Now"]))
+        place = {load: step for step, loads in enumerate(result["Steps"]) for load in loads}
+        self.assertLess(place["Step[5].Load[1]"], place["Step[4].Load[1]"])
+        self.assertLess(place["Step[5].Load[1]"], place["Step[3].Load[1]"])
+
     # --- what is off
 
     def test_what_is_wrong_with_the_arguments_is_told(self):
@@ -217,7 +229,8 @@ class Order(StudyCase):
     def test_control_c_leaves_no_half_written_file(self):
         project_file = self.written(project(311, loads=14, steps=6), "long.json")
         for verb, options in (("order", ["-o"]), ("advise", ["--pairs", "--apply", "0", "-o"])):
-            for moment in (0.0, 0.01, 0.03, 0.1, 0.3):
+            dice = random.Random()
+            for moment in [dice.uniform(0, 0.4) ** 2 * 2 for _ in range(200 if LONG else 6)]:
                 new = self.folder / f"{verb}-{moment}.json"
                 running = subprocess.Popen([PROGRAM, verb, "--db", self.database, project_file, *options, new],
                                            stdout=subprocess.PIPE, stderr=subprocess.PIPE)
