@@ -37,6 +37,7 @@ class AllDialogs : public WindowTest {
         return {{"frmOptions", [this] { Run("mnuToolsOptions"); }},
                 {"frmDefaults", [this] { Run("mnuToolsDefaults"); }},
                 {"frmAbout", [this] { Run("mnuHelpAbout"); }},
+                {"frmRecover", [this] { Run("mnuFileRecover"); }},
                 {"frmAddStep", onTheProfile("cmdAddStep")},
                 {"frmEditStep", onTheProfile("cmdEdit")},
                 {"frmAddLoad", onTheProfile("cmdAddLoad")}};
