@@ -240,6 +240,7 @@ std::vector<KeptProject> DroppedProjects(const fs::path& folder) {
 }
 
 std::vector<KeptProject> TakeOverLost(const fs::path& folder) {
+    RemoveAbandonedFiles(folder);
     std::vector<KeptProject> lost;
     for (const fs::path& lock : Files(folder, kRunning, kLock)) {
         const std::optional<RunningClaim> claim = RunningClaim::TakeOver(lock);

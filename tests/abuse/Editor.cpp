@@ -73,6 +73,7 @@ class Editor {
 };
 
 int TellLost(CApplication& application) {
+    application.LoadMotorConversions();  // as the window does
     for (const KeptProject& kept : TakeOverLost(application.StateFolder() / "recovery")) {
         const KeptWords words = WordsOf(kept, application.Defaults(), application.Catalogue());
         fmt::print("{}\t{}\t{}\n", words.name, kept.origin.file, words.fault);

@@ -148,6 +148,7 @@ TEST_F(RecoveryTest, WhatAKilledProgramLeftIsTakenOverOnceAndStaysInTheList) {
 TEST_F(RecoveryTest, AProgramThatWasKilledBeforeItKeptAnythingLeavesNothingToOffer) {
     std::filesystem::create_directories(state);
     WriteBytes(state / "running-aaaaaa.lock", "");
+    WriteBytes(state / ".genvara-0badcafe-Killed", "half a proj");
     EXPECT_THAT(TakeOverLost(state), IsEmpty());
     EXPECT_TRUE(std::filesystem::is_empty(state));
 }

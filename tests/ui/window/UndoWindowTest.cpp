@@ -7,6 +7,8 @@
 #include <QRadioButton>
 #include <QStatusBar>
 #include <QTest>
+#include <array>
+#include <random>
 
 #include "ChoiceBox.h"
 #include "EntryField.h"
@@ -337,6 +339,78 @@ TEST_F(UndoInTheWindow, WhatABadFieldHoldsKeepsOthersFromChangingTheProject) {
     Window().ChangeProject("Apply Advice", [&] { ran = true; });
     EXPECT_FALSE(ran);
     EXPECT_THAT(platform.TakeMessage().text, HasSubstr("Invalid altitude entered"));
+}
+
+TEST_F(UndoInTheWindow, WhateverIsPressedLeadsBackToTheFirstProjectAndOnToTheLast) {
+    constexpr int kDeeds = 150;
+    constexpr std::array<const char*, 4> kButtons{"cmdDeleteStep", "cmdDeleteLoad", "cmdMoveUp",
+                                                  "cmdMoveDown"};
+    for (const unsigned seed : {1U, 2U, 3U}) {
+        SCOPED_TRACE(seed);
+        std::mt19937 dice(seed);
+        const auto below = [&](int count) { return std::uniform_int_distribution<int>(0, count - 1)(dice); };
+        g_ProjectDirty = false;
+        Open(Sample(seed == 1 ? "hospital.prj" : "datacentre.prj"));
+        for (const int panel : {1, 2}) {
+            Bar(panel);  // figures are from here on as they are shown
+        }
+        const std::string first = Bytes();
+        const std::vector<std::function<void()>> deeds{
+            [&] {
+                if (Tree().topLevelItemCount() > 0) {
+                    const int step = 1 + below(Tree().topLevelItemCount());
+                    Select(step, below(Node(step).childCount() + 1));
+                }
+            },
+            [&] { Button(kButtons.at(static_cast<std::size_t>(below(4)))).click(); },
+            [&] {
+                InNextDialog([](QDialog& dialog) { Click(dialog, "cmdOK"); });
+                Button("cmdAddStep").click();
+            },
+            [&] {
+                Bar(1);
+                EntryField& altitude = Field("panPwrSys", "txtAltitude");
+                altitude.setFocus();
+                altitude.selectAll();
+                QTest::keyClicks(&altitude, QString::number(below(9) * 1000));
+            },
+            [&] {
+                Bar(1);
+                Control<ChoiceBox>("panPwrSys", "cboConn").setFocus();
+                Key(below(2) == 0 ? Qt::Key_Up : Qt::Key_Down, {});
+            },
+            [&] {
+                Bar(0);
+                QTest::keyClicks(&Control<QPlainTextEdit>("panProject", "txtDescription"), "x");
+            },
+            [&] { Run("mnuEditUndo"); },
+            [&] { Run("mnuEditRedo"); },
+            [&] { Bar(below(3)); },
+        };
+        for (int deed = 0; deed < kDeeds; ++deed) {
+            deeds.at(static_cast<std::size_t>(below(static_cast<int>(deeds.size()))))();
+            ASSERT_EQ(Shown(), Stored()) << deed;
+        }
+        Bar(2);
+        while (Enabled("mnuEditRedo")) {
+            Run("mnuEditRedo");
+        }
+        const std::string last = Bytes();
+        int changes = 0;
+        while (Enabled("mnuEditUndo")) {
+            Run("mnuEditUndo");
+            ASSERT_EQ(Shown(), Stored());
+            ++changes;
+        }
+        EXPECT_GT(changes, 10);
+        EXPECT_EQ(Bytes(), first);
+        while (Enabled("mnuEditRedo")) {
+            Run("mnuEditRedo");
+        }
+        EXPECT_EQ(Bytes(), last);
+        EXPECT_EQ(Shown(), Stored());
+        platform.Take();
+    }
 }
 
 }  // namespace
