@@ -5,9 +5,10 @@
 
 #include <fmt/format.h>
 
+#include <QAction>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
-#include <QTest>
 #include <QTimer>
 #include <cstdio>
 #include <filesystem>
@@ -52,7 +53,10 @@ class Editor {
     static void Type(QLineEdit& field, const std::string& text) {
         field.setFocus();
         field.selectAll();
-        QTest::keyClicks(&field, QString::fromStdString(text));
+        for (const char letter : text) {
+            QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, QString(QChar(letter)));
+            QApplication::sendEvent(&field, &key);
+        }
     }
     void ChangeProfile() {
         CLoadProfile& profile = m_application->LoadProfile();

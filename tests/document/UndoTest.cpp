@@ -286,7 +286,9 @@ TEST_F(UndoTest, KnowsWhetherLoadsAreOthersWhereverTheyStand) {
     const auto differs = [&](const std::function<void()>& change) {
         document->Change("Change", change);
         const bool other = HasOtherLoads(before, document->Moment());
-        document->Undo();
+        if (document->UndoName() == "Change") {
+            document->Undo();
+        }
         return other;
     };
     const auto first = [this]() -> Load& { return *Profile().LoadStep(1).begin(); };

@@ -168,6 +168,9 @@ TEST_F(AllDialogs, EscapeClosesWithoutWriting) {
 
 TEST_F(AllDialogs, EnterIsOk) {
     ForEach([](QDialog& dialog) {
+        if (dialog.objectName() == "frmRecover") {
+            return;  // there is nothing to restore
+        }
         bool pressed = false;
         auto& ok = Find<QPushButton>(dialog, "cmdOK");
         EXPECT_TRUE(ok.isDefault());
