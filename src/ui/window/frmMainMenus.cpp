@@ -95,7 +95,9 @@ void frmMain::AddCommand(const MenuCommand& command) {
         if (*command.picture != '\0') {
             action->setIcon(Picture(command.picture));
         }
-        action->setShortcuts(QKeySequence::listFromString(command.shortcut));
+        if (*command.shortcut != '\0') {
+            action->setShortcuts(QKeySequence::listFromString(command.shortcut));
+        }
         const std::string name = command.name;
         connect(action, &QAction::triggered, this, Event([this, name] { Run(name); }));
     }
