@@ -13,6 +13,7 @@
 #include "DateTime.h"
 #include "Document.h"
 #include "SettingsFile.h"
+#include "StateFolder.h"
 #include "clsTRX_HelpFile.h"
 #include "clsTRX_Registry.h"
 
@@ -25,6 +26,7 @@ namespace genvara {
 struct StartConditions {
     std::filesystem::path programFolder = ProgramFolder();
     std::filesystem::path settingsFile = SettingsFile::DefaultPath();
+    std::filesystem::path stateFolder = genvara::StateFolder();
     std::int32_t brandLabel = BuiltBrand();
     Clock clock = LocalTime;
 };
@@ -70,6 +72,10 @@ class CApplication {
 
     /// Tells the present time.
     [[nodiscard]] const Clock& Now() const noexcept { return m_conditions.clock; }
+    /// Folder for what has to outlive a failed run.
+    [[nodiscard]] const std::filesystem::path& StateFolder() const noexcept {
+        return m_conditions.stateFolder;
+    }
     /// Folder of the program and what it brings along.
     [[nodiscard]] const std::filesystem::path& Folder() const noexcept { return m_conditions.programFolder; }
 

@@ -20,6 +20,7 @@ namespace {
 
 constexpr std::string_view kSource = "AtomicFile";
 constexpr mode_t kNewFileMode = 0666;
+constexpr std::string_view kTemporary = ".genvara-";
 
 /// The mode that a new file gets under the user's mask.
 mode_t DefaultMode() {
@@ -46,7 +47,7 @@ std::string TemporaryPrefix(const std::filesystem::path& target) {
     for (const char byte : name.native()) {
         hash = (hash ^ static_cast<std::uint8_t>(byte)) * 16777619U;
     }
-    return fmt::format(".genvara-{:08x}-", hash);
+    return fmt::format("{}{:08x}-", kTemporary, hash);
 }
 
 /// Deletes a temporary file whose saver was ended on its way. One that is at work holds a lock; where the
@@ -64,7 +65,7 @@ void RemoveIfAbandoned(const std::filesystem::path& file) {
     close(descriptor);
 }
 
-void RemoveAbandoned(const std::filesystem::path& folder, const std::string& prefix) {
+void RemoveAbandoned(const std::filesystem::path& folder, std::string_view prefix) {
     std::error_code failure;
     std::filesystem::directory_iterator entry(folder, failure);
     for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
@@ -85,6 +86,10 @@ bool Claim(int descriptor) {
 }
 
 }  // namespace
+
+void RemoveAbandonedFiles(const std::filesystem::path& folder) {
+    RemoveAbandoned(folder, kTemporary);
+}
 
 void RaiseSystemError(int systemError, std::string_view source, std::string_view description) {
     const std::int32_t number = systemError == ENOENT ? errors::kFileNotFound : systemError;

@@ -39,6 +39,9 @@ class AtomicFile {
     int m_descriptor = -1;
 };
 
+/// Deletes the temporary files of a folder whose programs were killed while they wrote, whatever they wrote.
+void RemoveAbandonedFiles(const std::filesystem::path& folder);
+
 /// Raises the failure of a system call: 53 where no such file exists, else the system's number as it is.
 /// @param systemError an errno value.
 /// @param description if empty, the system's own text for the number.

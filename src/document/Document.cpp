@@ -37,7 +37,9 @@ Document::Document(const CDefaults& defaults, Catalogue& catalogue, GensetSource
       m_clock(std::move(clock)),
       m_project(defaults, m_clock),
       m_powerSystem(defaults),
-      m_designer(gensets, m_powerSystem, m_loadProfile) {}
+      m_designer(gensets, m_powerSystem, m_loadProfile) {
+    BeginHistory();
+}
 
 void Document::New(ProjectReadObserver& observer) {
     m_file.clear();
@@ -49,18 +51,24 @@ void Document::New(ProjectReadObserver& observer) {
     m_loadProfile.DeleteAllLoadSteps();
     observer.StepsCleared();
     m_designer.ForgetRun();
-    m_changed = false;
+    StampFile({}, std::nullopt);
+    BeginHistory();
+    TellMoment();
 }
 
 ReadResult Document::Read(const std::filesystem::path& file, ProjectReadObserver& observer) {
     m_unread.push_back(file);  // until it has been read
+    // Before it is read: what another program writes meanwhile is then found at the next save.
+    const std::optional<FileStamp> stamp = StampOf(file);
     const ReadResult result = ReadProjectFile(file, Model(), observer);
     if (result == ReadResult::Done) {
         ForgetUnread(file);
         m_designer.ForgetRun();
-        m_changed = false;
         FailureRegion region;  // without a list of connections the site keeps its phases
         region.Run([this] { FollowConnection(); });
+        StampFile(file.string(), stamp);
+        BeginHistory();
+        TellMoment();
     }
     return result;
 }
@@ -68,7 +76,11 @@ ReadResult Document::Read(const std::filesystem::path& file, ProjectReadObserver
 std::size_t Document::Write(const std::function<void()>& opened) {
     const std::size_t lost = WriteProjectFile(m_file, Model(), kProgramVersion, m_clock, opened);
     ForgetUnread(m_file);
-    m_changed = false;
+    Settle();
+    m_saved = m_history.Now();
+    m_touched = false;
+    StampFile(m_file, StampOf(m_file));
+    TellMoment();
     return lost;
 }
 
@@ -88,20 +100,30 @@ bool Document::ReplacesUnread(const std::filesystem::path& file) const {
     return std::ranges::any_of(m_unread, [&](const auto& unread) { return IsSameFile(unread, file); });
 }
 
-void Document::ForgetUnread(const std::filesystem::path& file) {
-    std::erase_if(m_unread, [&](const auto& unread) { return IsSameFile(unread, file); });
+void Document::Recover(const std::filesystem::path& kept, const std::string& file,
+                       const std::optional<FileStamp>& stamp, ProjectReadObserver& observer) {
+    ReadProjectFile(kept, Model(), observer);
+    m_designer.ForgetRun();
+    FailureRegion region;  // without a list of connections the site keeps its phases
+    region.Run([this] { FollowConnection(); });
+    m_file = file;
+    StampFile(file, stamp);
+    BeginHistory();
+    m_saved.reset();
+    TellMoment();
 }
 
-std::filesystem::path Document::Rescue(const std::filesystem::path& folder) {
-    std::filesystem::create_directories(folder);
-    std::string moment = RenderIso(m_clock());
-    std::erase(moment, ':');
-    std::filesystem::path file;
-    for (int number = 1; file.empty() || std::filesystem::exists(file); ++number) {
-        file = folder / ("rescued-" + moment + (number == 1 ? "" : "-" + std::to_string(number)) + ".prj");
-    }
-    WriteProjectFile(file, Model(), kProgramVersion, m_clock);
-    return file;
+bool Document::ReplacesAnothers(const std::filesystem::path& file) const {
+    return m_stamp && IsSameFile(file, m_stampedFile) && HoldsOtherBytes(file, *m_stamp);
+}
+
+void Document::StampFile(const std::string& file, const std::optional<FileStamp>& stamp) {
+    m_stampedFile = file;
+    m_stamp = stamp;
+}
+
+void Document::ForgetUnread(const std::filesystem::path& file) {
+    std::erase_if(m_unread, [&](const auto& unread) { return IsSameFile(unread, file); });
 }
 
 void Document::FollowConnection() {

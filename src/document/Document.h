@@ -14,10 +14,13 @@
 #include "CPwrSys.h"
 #include "Catalogue.h"
 #include "DateTime.h"
+#include "FileStamp.h"
 #include "ProjectFile.h"
+#include "ProjectMoment.h"
 #include "ReportFiller.h"
 #include "RunCulprit.h"
 #include "SiteChoice.h"
+#include "UndoHistory.h"
 
 namespace genvara {
 
@@ -76,15 +79,67 @@ class Document {
     /// somebody may keep something else there.
     [[nodiscard]] bool ReplacesUnread(const std::filesystem::path& file) const;
 
-    /// Notes that something was entered that the document's file does not hold.
-    void Touch() noexcept { m_changed = true; }
-    /// Whether something was entered since the document was begun, read or saved.
-    [[nodiscard]] bool IsChanged() const noexcept { return m_changed; }
+    // Changes. The document keeps the moment behind each, so that it can be taken back and made again. A new
+    // project and one that has been read have nothing to take back; a save leaves what there is.
+    /// Runs a change of the records, and keeps it under its name: "Delete Step 2". One within another is
+    /// part of it. What was written into the records before, beside any change, belongs to no change.
+    /// @throws whatever the change throws; what it had done by then is kept all the same.
+    void Change(std::string name, const std::function<void()>& change);
+    /// Keeps what has been written into the records since the last moment as a change of its own.
+    /// @return false if nothing has.
+    bool Keep(std::string name);
+    /// Takes what has been written into the records since the last moment for part of that moment: what a
+    /// panel stores without anything having been entered is no change.
+    void Settle();
 
-    /// Writes the records to a new file of a folder, which is created if need be; the document keeps its own
-    /// file.
-    /// @throws RaisedError with the system's number; std::filesystem::filesystem_error for the folder.
-    [[nodiscard]] std::filesystem::path Rescue(const std::filesystem::path& folder);
+    /// Name of the change that can be taken back, or made again; nothing if there is none.
+    [[nodiscard]] std::optional<std::string> UndoName() const { return m_history.UndoName(); }
+    [[nodiscard]] std::optional<std::string> RedoName() const { return m_history.RedoName(); }
+
+    /// A change that has been taken back or made again, and where it is to be seen.
+    struct Undone {
+        std::string name;
+        bool project = false;      ///< the project's texts have changed
+        bool powerSystem = false;  ///< the site has
+        bool loadProfile = false;  ///< steps or loads have
+        ProfilePlace place;        ///< what to select of the profile, if anything
+    };
+    /// Takes the last change back; nothing where there is none.
+    std::optional<Undone> Undo();
+    /// Makes the last change that was taken back again; nothing where there is none.
+    std::optional<Undone> Redo();
+
+    /// Who tells what of the profile is selected, for taking a change back to it.
+    void SelectionTeller(std::function<ProfilePlace()> teller) { m_selection = std::move(teller); }
+
+    /// The records as they stood behind the last change; threads may look at it.
+    [[nodiscard]] const ProjectMoment& Moment() const noexcept { return m_history.Now(); }
+    /// Who is told when the document came to another moment: by a change, one taken back or made again, a new
+    /// project, a file read or written.
+    void MomentTeller(std::function<void()> teller) { m_momentTeller = std::move(teller); }
+
+    /// Fills the records from what was kept of a project that was lost. Its file is the document's own again,
+    /// and holds something else.
+    /// @param stamp of that file when it was read or written last.
+    /// @throws RaisedError as `ReadProjectFile`; the document is then as before.
+    void Recover(const std::filesystem::path& kept, const std::string& file,
+                 const std::optional<FileStamp>& stamp, ProjectReadObserver& observer);
+
+    /// Whether a save under a name would replace what another program wrote into the document's file since it
+    /// was read or written.
+    [[nodiscard]] bool ReplacesAnothers(const std::filesystem::path& file) const;
+    /// The file that the document was read from or saved to last; empty for none.
+    [[nodiscard]] const std::string& StampedFile() const noexcept { return m_stampedFile; }
+    /// What that file was like then.
+    [[nodiscard]] const std::optional<FileStamp>& Stamp() const noexcept { return m_stamp; }
+
+    /// Notes that something is being entered that no change holds yet.
+    void Touch() noexcept { m_touched = true; }
+    /// Whether the document holds something else than it did when it was begun, read or saved last, or
+    /// something is being entered.
+    [[nodiscard]] bool IsChanged() const {
+        return m_touched || !m_saved || !HoldSame(m_history.Now(), *m_saved);
+    }
 
     /// Gives the site the phases of its connection; one that the catalogue does not know leaves them.
     /// @throws RaisedError of `Catalogue::FollowConnection`.
@@ -121,6 +176,13 @@ class Document {
   private:
     [[nodiscard]] ProjectModel Model() noexcept;
     void ForgetUnread(const std::filesystem::path& file);
+    [[nodiscard]] ProjectMoment Now();
+    bool Add(std::string name, ProfilePlace place);
+    /// The document holds what its file holds, or nothing yet.
+    void BeginHistory();
+    void StampFile(const std::string& file, const std::optional<FileStamp>& stamp);
+    void TellMoment() const;
+    [[nodiscard]] Undone GoTo(const UndoHistory::Passed& passed);
 
     Catalogue* m_catalogue;
     Clock m_clock;
@@ -130,7 +192,14 @@ class Document {
     CDesigner m_designer;
     std::string m_file;
     std::vector<std::filesystem::path> m_unread;  ///< files that could not be read as projects
-    bool m_changed = false;
+    UndoHistory m_history;
+    std::optional<ProjectMoment> m_saved;  ///< as the file has it, or as the project was begun
+    std::function<void()> m_momentTeller;
+    std::string m_stampedFile;
+    std::optional<FileStamp> m_stamp;
+    std::function<ProfilePlace()> m_selection;
+    bool m_changing = false;
+    bool m_touched = false;
 };
 
 /// Sentence for a document without anything to size.

@@ -129,4 +129,8 @@ std::vector<std::string> CAirCondLoad::GetProps() const {
     return rows;
 }
 
+bool CAirCondLoad::HoldsSame(const Load& other) const {
+    return SameKind(*this, other);
+}
+
 }  // namespace genvara

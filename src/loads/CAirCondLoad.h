@@ -1,5 +1,7 @@
 #pragma once
 
+#include <tuple>
+
 #include "CMtrLoad.h"
 #include "Load.h"
 
@@ -31,6 +33,7 @@ class CAirCondLoad final : public Load {
         return std::make_unique<CAirCondLoad>(*this);
     }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kAirConditioning; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override;
     [[nodiscard]] std::string Summary() const override;
 
     /// Compressor horsepower [hp]; above 0 up to 1000, default not given.
@@ -85,6 +88,12 @@ class CAirCondLoad final : public Load {
     [[nodiscard]] std::vector<std::string> GetProps() const override;
 
   private:
+    friend class Load;
+    [[nodiscard]] auto Inputs() const noexcept {
+        return std::tie(m_hp, m_btu, m_tonnage, m_dataEntryMethod, m_runningRealPower, m_runningAppPower,
+                        m_startingAppPower, m_startingPF);
+    }
+
     double m_hp = kNotGiven;
     double m_btu = kNotGiven;
     double m_tonnage = kNotGiven;

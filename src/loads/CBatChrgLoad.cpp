@@ -110,4 +110,8 @@ double CBatChrgLoad::SmallChargerEfficiency() const {
     return output * kEfficiencySlope + kEfficiencyOffset;
 }
 
+bool CBatChrgLoad::HoldsSame(const Load& other) const {
+    return SameKind(*this, other);
+}
+
 }  // namespace genvara

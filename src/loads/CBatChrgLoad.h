@@ -1,5 +1,7 @@
 #pragma once
 
+#include <tuple>
+
 #include "Load.h"
 
 namespace genvara {
@@ -26,6 +28,7 @@ class CBatChrgLoad final : public Load {
         return std::make_unique<CBatChrgLoad>(*this);
     }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kBatteryCharger; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override;
     [[nodiscard]] std::string Summary() const override;
 
     /// Code of `charger_type`; default 1, industrial.
@@ -58,6 +61,11 @@ class CBatChrgLoad final : public Load {
     [[nodiscard]] std::vector<std::string> GetProps() const override;
 
   private:
+    friend class Load;
+    [[nodiscard]] auto Inputs() const noexcept {
+        return std::tie(m_chargerType, m_chargerInput, m_batteryVoltage, m_chargeCurrent);
+    }
+
     [[nodiscard]] double Efficiency() const;
     [[nodiscard]] double PowerFactor() const noexcept;
     [[nodiscard]] double SmallChargerEfficiency() const;

@@ -112,4 +112,8 @@ double CLightLoad::BallastPower(std::int32_t phase, std::int32_t kind) const noe
     return Phases() == phase ? m_runningRealPower : 0.0;
 }
 
+bool CLightLoad::HoldsSame(const Load& other) const {
+    return SameKind(*this, other);
+}
+
 }  // namespace genvara

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <tuple>
+
 #include "Load.h"
 
 namespace genvara {
@@ -27,6 +29,7 @@ class CLightLoad final : public Load {
 
     [[nodiscard]] std::unique_ptr<Load> Clone() const override { return std::make_unique<CLightLoad>(*this); }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kLighting; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override;
     [[nodiscard]] std::string Summary() const override;
 
     /// Code of `light_type`; any value, default 0.
@@ -68,6 +71,12 @@ class CLightLoad final : public Load {
     [[nodiscard]] std::vector<std::string> GetProps() const override;
 
   private:
+    friend class Load;
+    [[nodiscard]] auto Inputs() const noexcept {
+        return std::tie(m_lightType, m_ballast, m_runningRealPower, m_runningPowerFactor, m_startingRealPower,
+                        m_startingPowerFactor);
+    }
+
     [[nodiscard]] double BallastPower(std::int32_t phase, std::int32_t kind) const noexcept;
 
     std::int32_t m_lightType = light_type::kIncandescent;

@@ -30,4 +30,8 @@ std::vector<std::string> CMedEquipLoad::GetProps() const {
     return rows;
 }
 
+bool CMedEquipLoad::HoldsSame(const Load& other) const {
+    return SameKind(*this, other);
+}
+
 }  // namespace genvara

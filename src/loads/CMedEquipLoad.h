@@ -1,5 +1,7 @@
 #pragma once
 
+#include <tuple>
+
 #include "Load.h"
 
 namespace genvara {
@@ -22,6 +24,7 @@ class CMedEquipLoad final : public Load {
         return std::make_unique<CMedEquipLoad>(*this);
     }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kMedicalImaging; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override;
     [[nodiscard]] std::string Summary() const override { return "Medical Imaging Equipment"; }
 
     /// Voltage dip that the equipment tolerates during the peak [percent]; default 6.
@@ -58,6 +61,12 @@ class CMedEquipLoad final : public Load {
     [[nodiscard]] std::vector<std::string> GetProps() const override;
 
   private:
+    friend class Load;
+    [[nodiscard]] auto Inputs() const noexcept {
+        return std::tie(m_maxPeakDemandVoltDip, m_peakPowerFactor, m_contPowerFactor, m_peakVA, m_contVA,
+                        m_inputType);
+    }
+
     std::int32_t m_maxPeakDemandVoltDip = 6;
     double m_peakPowerFactor = 0.9;
     double m_contPowerFactor = 0.9;

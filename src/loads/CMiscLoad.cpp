@@ -36,4 +36,8 @@ std::vector<std::string> CMiscLoad::GetProps() const {
     return rows;
 }
 
+bool CMiscLoad::HoldsSame(const Load& other) const {
+    return SameKind(*this, other);
+}
+
 }  // namespace genvara

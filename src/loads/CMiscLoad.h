@@ -1,5 +1,7 @@
 #pragma once
 
+#include <tuple>
+
 #include "Load.h"
 
 namespace genvara {
@@ -11,6 +13,7 @@ class CMiscLoad final : public Load {
 
     [[nodiscard]] std::unique_ptr<Load> Clone() const override { return std::make_unique<CMiscLoad>(*this); }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kMiscellaneous; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override;
     [[nodiscard]] std::string Summary() const override;
 
     /// Real power [W]; 0 to 2,000,000, default 0.
@@ -32,6 +35,9 @@ class CMiscLoad final : public Load {
     [[nodiscard]] std::vector<std::string> GetProps() const override;
 
   private:
+    friend class Load;
+    [[nodiscard]] auto Inputs() const noexcept { return std::tie(m_runningRealPower, m_runningPowerFactor); }
+
     double m_runningRealPower = 0.0;
     double m_runningPowerFactor = 1.0;
 };

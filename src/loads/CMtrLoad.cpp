@@ -205,4 +205,8 @@ void CMtrLoad::AddEntryRows(std::vector<std::string>& rows) const {
     }
 }
 
+bool CMtrLoad::HoldsSame(const Load& other) const {
+    return SameKind(*this, other);
+}
+
 }  // namespace genvara

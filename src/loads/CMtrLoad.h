@@ -1,5 +1,7 @@
 #pragma once
 
+#include <tuple>
+
 #include "Load.h"
 
 namespace genvara {
@@ -43,6 +45,7 @@ class CMtrLoad final : public Load {
 
     [[nodiscard]] std::unique_ptr<Load> Clone() const override { return std::make_unique<CMtrLoad>(*this); }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kMotor; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override;
     [[nodiscard]] std::string Summary() const override;
 
     /// Whether the motor starts under load; default true.
@@ -115,6 +118,13 @@ class CMtrLoad final : public Load {
     [[nodiscard]] std::vector<std::string> GetProps() const override;
 
   private:
+    friend class Load;
+    [[nodiscard]] auto Inputs() const noexcept {
+        return std::tie(m_startsLoaded, m_startingMethod, m_codeLetter, m_firePump, m_dataEntryMethod, m_hp,
+                        m_runningRealPower, m_runningAppPower, m_runningAmps, m_startingAmps,
+                        m_startingAppPower, m_startingPF, m_solidStateCurrentLimit);
+    }
+
     void AddEntryRows(std::vector<std::string>& rows) const;
 
     bool m_startsLoaded = true;

@@ -77,4 +77,8 @@ std::vector<std::string> COfficeLoad::GetProps() const {
     return rows;
 }
 
+bool COfficeLoad::HoldsSame(const Load& other) const {
+    return SameKind(*this, other);
+}
+
 }  // namespace genvara

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <tuple>
+
 #include "Load.h"
 
 namespace genvara {
@@ -15,6 +17,7 @@ class COfficeLoad final : public Load {
         return std::make_unique<COfficeLoad>(*this);
     }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kOffice; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override;
     [[nodiscard]] std::string Summary() const override;
 
     /// Desktop computers; 0 or more, default 0.
@@ -49,6 +52,11 @@ class COfficeLoad final : public Load {
     [[nodiscard]] std::vector<std::string> GetProps() const override;
 
   private:
+    friend class Load;
+    [[nodiscard]] auto Inputs() const noexcept {
+        return std::tie(m_numPCs, m_numPrinters, m_numFaxes, m_numCopiers);
+    }
+
     std::int32_t m_numPCs = 0;
     std::int32_t m_numPrinters = 0;
     std::int32_t m_numFaxes = 0;

@@ -89,4 +89,8 @@ std::vector<std::string> CUPSLoad::GetProps() const {
     return rows;
 }
 
+bool CUPSLoad::HoldsSame(const Load& other) const {
+    return SameKind(*this, other);
+}
+
 }  // namespace genvara

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <tuple>
+
 #include "Load.h"
 
 namespace genvara {
@@ -35,6 +37,7 @@ class CUPSLoad final : public Load {
 
     [[nodiscard]] std::unique_ptr<Load> Clone() const override { return std::make_unique<CUPSLoad>(*this); }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kUPS; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override;
     [[nodiscard]] std::string Summary() const override;
 
     /// Code of `ups_family`; any value, default 0.
@@ -82,6 +85,11 @@ class CUPSLoad final : public Load {
     [[nodiscard]] std::vector<std::string> GetProps() const override;
 
   private:
+    friend class Load;
+    [[nodiscard]] auto Inputs() const noexcept {
+        return std::tie(m_family, m_inputType, m_outputRating, m_loading, m_charging, m_inputFilterInstalled);
+    }
+
     [[nodiscard]] bool IsThreePhase(std::int32_t inputType) const noexcept {
         return Phases() == 0 && m_inputType == inputType;
     }

@@ -88,4 +88,8 @@ std::vector<std::string> CVFDLoad::GetProps() const {
     return rows;
 }
 
+bool CVFDLoad::HoldsSame(const Load& other) const {
+    return SameKind(*this, other);
+}
+
 }  // namespace genvara

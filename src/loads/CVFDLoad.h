@@ -1,5 +1,7 @@
 #pragma once
 
+#include <tuple>
+
 #include "CUPSLoad.h"
 #include "Load.h"
 #include "MotorConversions.h"
@@ -21,6 +23,7 @@ class CVFDLoad final : public Load {
 
     [[nodiscard]] std::unique_ptr<Load> Clone() const override { return std::make_unique<CVFDLoad>(*this); }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kVFD; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override;
     [[nodiscard]] std::string Summary() const override;
 
     /// Code of `input_type`; any value, default 0.
@@ -65,6 +68,11 @@ class CVFDLoad final : public Load {
     [[nodiscard]] std::vector<std::string> GetProps() const override;
 
   private:
+    friend class Load;
+    [[nodiscard]] auto Inputs() const noexcept {
+        return std::tie(m_motors, m_inputType, m_mtrRating, m_efficiency, m_kvaLimit, m_inputFilterInstalled);
+    }
+
     [[nodiscard]] bool IsThreePhase(std::int32_t inputType) const noexcept {
         return Phases() == 0 && m_inputType == inputType;
     }

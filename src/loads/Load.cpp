@@ -32,6 +32,11 @@ void Load::Phases(std::int32_t code) {
     m_phases = code;
 }
 
+bool Load::SharesInputs(const Load& left, const Load& right) noexcept {
+    return left.m_quantity == right.m_quantity && left.m_phases == right.m_phases &&
+           left.m_name == right.m_name && left.m_description == right.m_description;
+}
+
 std::vector<std::string> Load::CommonProps(std::string_view balancedText) const {
     const std::string_view phases =
         m_phases == 0 ? balancedText : kPhaseTexts.at(static_cast<std::size_t>(m_phases - 1));

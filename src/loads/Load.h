@@ -46,6 +46,9 @@ class Load {
 
     [[nodiscard]] virtual std::int32_t LoadType() const noexcept = 0;
 
+    /// Whether another load is of the same kind and holds the same, whatever the two IDs are.
+    [[nodiscard]] virtual bool HoldsSame(const Load& other) const = 0;
+
     /// One line for the load profile's list.
     [[nodiscard]] virtual std::string Summary() const = 0;
 
@@ -101,10 +104,20 @@ class Load {
     Load(const Load&) = default;
     Load(Load&&) = default;
 
+    /// `HoldsSame` of a kind, whose `Inputs` tie what it holds itself.
+    template <typename Kind>
+    [[nodiscard]] static bool SameKind(const Kind& load, const Load& other) {
+        return other.LoadType() == load.LoadType() && SharesInputs(load, other) &&
+               load.Inputs() == static_cast<const Kind&>(other).Inputs();
+    }
+
     /// The rows "ID", "Name", "Qty" and "Phases"; `balancedText` is what phases code 0 reads as.
     [[nodiscard]] std::vector<std::string> CommonProps(std::string_view balancedText = "3") const;
 
   private:
+    /// Whether two loads hold the same of what all kinds have.
+    [[nodiscard]] static bool SharesInputs(const Load& left, const Load& right) noexcept;
+
     CommonSources m_sources;
     std::int32_t m_id = 0;
     std::string m_name;

@@ -82,6 +82,20 @@ void CLoadProfile::LowerLoadStep(std::int32_t number) {
     }
 }
 
+void CLoadProfile::Restore(const Moment& moment) {
+    Steps restored;
+    for (const std::shared_ptr<const CLoadStep>& then : moment) {
+        const std::int32_t id = then->StepID();
+        std::unique_ptr<CLoadStep> step =
+            m_steps.Take([id](const CLoadStep& now) { return now.StepID() == id; });
+        if (step == nullptr || !step->IsSameMoment(*then)) {
+            step = std::make_unique<CLoadStep>(*then);
+        }
+        restored.Insert(restored.Size(), std::move(step));
+    }
+    m_steps = std::move(restored);
+}
+
 std::size_t CLoadProfile::RequireIndex(std::int32_t number, const char* source) const {
     if (number < 1 || number > NumLoadSteps()) {
         throw RaisedError(kStepError, source, kStepNumberText);

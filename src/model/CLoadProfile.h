@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "CLoadStep.h"
 #include "OwnedList.h"
@@ -50,6 +52,12 @@ class CLoadProfile {
     /// Moves the step at a position one place towards the start; the first one stays.
     /// @throws RaisedError 0x80040064 as `RaiseLoadStep`.
     void LowerLoadStep(std::int32_t number);
+
+    /// Steps as they stood at an earlier or later moment of the profile's life, in their order.
+    using Moment = std::vector<std::shared_ptr<const CLoadStep>>;
+    /// Becomes what it was at a moment. A step that was the same then stays the object that it is; new steps
+    /// go on counting where the profile stands, since an ID is never given twice.
+    void Restore(const Moment& moment);
 
     // The steps, positions ascending.
     [[nodiscard]] Steps::iterator begin() noexcept { return m_steps.begin(); }

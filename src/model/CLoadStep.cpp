@@ -134,6 +134,19 @@ void CLoadStep::MaxVoltageDipOverride(std::int32_t percent) {
     m_maxVoltageDipOverride = percent;
 }
 
+bool CLoadStep::HoldsSame(const CLoadStep& other) const {
+    return m_description == other.m_description && m_maxVoltageDipOverride == other.m_maxVoltageDipOverride &&
+           std::equal(begin(), end(), other.begin(), other.end(),
+                      [](const Load& left, const Load& right) { return left.HoldsSame(right); });
+}
+
+bool CLoadStep::IsSameMoment(const CLoadStep& other) const {
+    return m_stepId == other.m_stepId && m_nextLoadId == other.m_nextLoadId &&
+           std::equal(begin(), end(), other.begin(), other.end(),
+                      [](const Load& left, const Load& right) { return left.ID() == right.ID(); }) &&
+           HoldsSame(other);
+}
+
 std::vector<std::string> CLoadStep::GetProps() const {
     return {PropertyRow("Step ID", fmt::format("{}", m_stepId)),
             PropertyRow("Description", m_description),

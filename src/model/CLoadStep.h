@@ -69,6 +69,13 @@ class CLoadStep {
     void MaxVoltageDipOverride(std::int32_t percent);
     [[nodiscard]] std::int32_t MaxVoltageDipOverride() const noexcept { return m_maxVoltageDipOverride; }
 
+    /// Whether another step holds the same, as a file of the two would: description, dip and loads in their
+    /// order, whatever the IDs are.
+    [[nodiscard]] bool HoldsSame(const CLoadStep& other) const;
+    /// Whether another step is the same one and as it is now: what it holds, every ID, and the count of
+    /// additions.
+    [[nodiscard]] bool IsSameMoment(const CLoadStep& other) const;
+
     /// Seven rows: label, tab, value; powers in kW and kVA.
     [[nodiscard]] std::vector<std::string> GetProps() const;
 

@@ -1,5 +1,6 @@
 #include "CProject.h"
 
+#include <tuple>
 #include <utility>
 
 #include "DisplayCount.h"
@@ -52,6 +53,14 @@ void CProject::SetCreationTime() {
 
 void CProject::SetModifyTime() {
     m_lastModified = m_clock();
+}
+
+bool CProject::HoldsSame(const CProject& other) const noexcept {
+    const auto held = [](const CProject& project) {
+        return std::tie(project.m_projName, project.m_customer, project.m_description, project.m_userName,
+                        project.m_created, project.m_lastModified);
+    };
+    return held(*this) == held(other);
 }
 
 }  // namespace genvara

@@ -51,6 +51,9 @@ class CProject {
     /// this.
     void SetModifyTime();
 
+    /// Whether another record holds the same.
+    [[nodiscard]] bool HoldsSame(const CProject& other) const noexcept;
+
   private:
     const CDefaults* m_defaults;
     Clock m_clock;

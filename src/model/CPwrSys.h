@@ -107,7 +107,12 @@ class CPwrSys {
     /// `Phases` becomes 3 whatever the default connection is: it follows the connection at the next store.
     void ResetDefaults();
 
+    /// Whether another record holds the same, and takes its defaults from the same source.
+    [[nodiscard]] bool HoldsSame(const CPwrSys& other) const noexcept { return *this == other; }
+
   private:
+    bool operator==(const CPwrSys&) const = default;
+
     const CDefaults* m_defaults;
     std::int32_t m_phases = 3;
     std::int32_t m_freq = 60;

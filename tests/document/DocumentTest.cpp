@@ -250,16 +250,6 @@ TEST_F(DocumentTest, AsksForTheRecordsOnlyOnceItsFileIsOpen) {
     EXPECT_EQ(other.Project().ProjName(), "late");
 }
 
-TEST_F(DocumentTest, RescuesToAFileOfItsOwnEachTime) {
-    document->ProjectFile("/mine.prj");
-    const auto first = document->Rescue(folder / "new/state");
-    const auto second = document->Rescue(folder / "new/state");
-    EXPECT_EQ(first, folder / "new/state/rescued-2026-03-04T050607.prj");
-    EXPECT_EQ(second, folder / "new/state/rescued-2026-03-04T050607-2.prj");
-    EXPECT_TRUE(std::filesystem::exists(first) && std::filesystem::exists(second));
-    EXPECT_EQ(document->ProjectFile(), "/mine.prj");
-}
-
 TEST_F(DocumentTest, HandsReportsItsOwnRecords) {
     const ReportSources sources = document->Sources(true);
     EXPECT_EQ(&sources.project, &document->Project());

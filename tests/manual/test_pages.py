@@ -101,7 +101,7 @@ class Pages(unittest.TestCase):
                     for name, number, caption, _ in commands}
         # This key has no entry in a menu; it does what this one does.
         captions["helpContents"] = captions["mnuHelpTopics"]
-        expected = [[key, captions[name]] for name, _, _, key in commands if key]
+        expected = [[key.replace("; ", ", "), captions[name]] for name, _, _, key in commands if key]
         entries = re.findall(r'\{"\w+", (\d+), "\w+", "([^"]+)"\}', table)
         self.assertEqual(len(entries), 4)
         expected += [[key, strings[int(number)]] for number, key in entries]

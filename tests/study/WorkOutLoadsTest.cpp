@@ -22,6 +22,7 @@ class NoApparentStart final : public Load {
         return std::make_unique<NoApparentStart>(*this);
     }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return load_type::kMiscellaneous; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override { return this == &other; }
     [[nodiscard]] std::string Summary() const override { return {}; }
     [[nodiscard]] double RunningRealPower() const override { return 1000.0; }
     [[nodiscard]] double RunningAppPower() const override { return 1000.0; }

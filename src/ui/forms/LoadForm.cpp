@@ -129,7 +129,12 @@ void LoadForm::ConfirmEdit() {
     // A store that fails half-way must not leave its first half in a load that Cancel then promises to have
     // let alone: it is tried on another load first.
     const std::unique_ptr<Load> trial = NewLoad();
-    if (StoreInLoad(*trial) && CanBeWorkedOut(*trial) && StoreInLoad(*m_load)) {
+    if (!StoreInLoad(*trial) || !CanBeWorkedOut(*trial)) {
+        return;
+    }
+    bool stored = false;
+    m_services.host.Change("Edit Load " + trial->name(), [&] { stored = StoreInLoad(*m_load); });
+    if (stored) {
         CloseStored();
     }
 }
@@ -197,7 +202,9 @@ std::unique_ptr<Load> LoadForm::TryNewLoad() {
 bool LoadForm::AddToStep(std::unique_ptr<Load> load, std::int32_t& stepNumber, std::int32_t& loadId) {
     try {
         stepNumber = m_numbers.Integer(m_stepNum->Content());
-        loadId = Project().profile.LoadStep(stepNumber).AddLoad(std::move(load));
+        const std::string name = "Add Load " + load->name();
+        m_services.host.Change(
+            name, [&] { loadId = Project().profile.LoadStep(stepNumber).AddLoad(std::move(load)); });
         return true;
     } catch (const RaisedError& failure) {
         m_stepNum->ShowError(SentenceOn(*m_stepNum, failure.Description()));

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string>
 
 #include "CLoadProfile.h"
 #include "CPwrSys.h"
@@ -29,6 +31,8 @@ class LoadFormHost {
     [[nodiscard]] virtual std::int32_t Phases() const = 0;
     /// Shows a load that a step has just taken. May raise.
     virtual void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) = 0;
+    /// Runs a change of the project, so that it can be taken back under its name.
+    virtual void Change(const std::string& /*name*/, const std::function<void()>& change) { change(); }
     /// A load was added or changed.
     virtual void ProjectChanged() = 0;
 };

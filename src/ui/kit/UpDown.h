@@ -21,6 +21,9 @@ class UpDown : public QWidget {
 
     [[nodiscard]] const Range& Bounds() const noexcept { return m_range; }
 
+    /// The field beside the arrows.
+    [[nodiscard]] EntryField* Buddy() const noexcept { return m_buddy; }
+
   signals:
     /// The arrows have changed the buddy's text.
     void Stepped(std::int32_t value);

@@ -13,7 +13,7 @@ struct MenuCommand {
     std::int32_t string;   ///< 0 for a caption of its own
     const char* caption;   ///< "" for a string of the table; null for a separator
     const char* picture;   ///< "" for none
-    const char* shortcut;  ///< "" for none
+    const char* shortcut;  ///< "" for none; several with "; " between
 };
 
 /// A menu of the menu bar.
@@ -29,7 +29,7 @@ inline constexpr MenuCommand Separator(const char* name, const char* menu) {
     return {name, menu, 0, nullptr, "", ""};
 }
 
-inline constexpr std::array<MenuCommand, 31> kMenuCommands{{
+inline constexpr std::array<MenuCommand, 35> kMenuCommands{{
     {"mnuFileNew", "mnuFile", 51, "", "new", "Ctrl+N"},
     {"mnuFileOpen", "mnuFile", 52, "", "open", "Ctrl+O"},
     {"mnuFileSave", "mnuFile", 53, "", "save", "Ctrl+S"},
@@ -43,6 +43,7 @@ inline constexpr std::array<MenuCommand, 31> kMenuCommands{{
     {"mnuFilePrintSetup", "mnuFile", 56, "", "", ""},
     Separator("mnuFileSep3", "mnuFile"),
     {"mnuFileSendMail", "mnuFileSend", 58, "", "", ""},
+    {"mnuFileRecover", "mnuFile", 0, "Reco&ver...", "", ""},
     Separator("mnuFileSep4", "mnuFile"),
     {"mnuFileMRU0", "mnuFile", 0, "", "", ""},
     {"mnuFileMRU1", "mnuFile", 0, "", "", ""},
@@ -53,6 +54,9 @@ inline constexpr std::array<MenuCommand, 31> kMenuCommands{{
     {"mnuEditCut", "mnuEdit", 71, "", "cut", ""},
     {"mnuEditCopy", "mnuEdit", 72, "", "copy", ""},
     {"mnuEditPaste", "mnuEdit", 73, "", "paste", ""},
+    Separator("mnuEditSep1", "mnuEdit"),
+    {"mnuEditUndo", "mnuEdit", 0, "&Undo", "", "Ctrl+Z"},
+    {"mnuEditRedo", "mnuEdit", 0, "&Redo", "", "Ctrl+Shift+Z; Ctrl+Y"},
     {"mnuToolsDefaults", "mnuTools", 76, "", "", ""},
     {"mnuToolsOptions", "mnuTools", 77, "", "", ""},
     {"mnuHelpTopics", "mnuHelp", 86, "", "help", ""},

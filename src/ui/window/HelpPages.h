@@ -12,7 +12,7 @@ struct HelpPage {
     std::string_view place;  ///< page, and where on it
 };
 
-inline constexpr std::array<HelpPage, 17> kHelpPages{{{"frmAbout", "index.html"},
+inline constexpr std::array<HelpPage, 18> kHelpPages{{{"frmAbout", "index.html"},
                                                       {"frmAddLoad", "loads.html#common"},
                                                       {"frmAddStep", "loads.html#common"},
                                                       {"frmAirCondLoad", "loads.html#air"},
@@ -26,6 +26,7 @@ inline constexpr std::array<HelpPage, 17> kHelpPages{{{"frmAbout", "index.html"}
                                                       {"frmMtrLoad", "loads.html#motor"},
                                                       {"frmOfficeLoad", "loads.html#office"},
                                                       {"frmOptions", "site.html#defaults"},
+                                                      {"frmRecover", "files.html#rescued"},
                                                       {"frmSSCurrentLimit", "loads.html#motor"},
                                                       {"frmUPSLoad", "loads.html#ups"},
                                                       {"frmVFDLoad", "loads.html#vfd"}}};

@@ -55,21 +55,31 @@ Panel::Panel(const QString& name, const QString& title, const QString& nameLabel
 }
 
 void Panel::WatchEdits() {
-    for (const auto* field : findChildren<QLineEdit*>()) {
-        connect(field, &QLineEdit::textEdited, this, &Panel::Edited);
+    const auto watch = [this](auto* sender, auto signal, QWidget* control) {
+        connect(sender, signal, this, [this, control] { NoteEdit(control); });
+    };
+    for (auto* field : findChildren<QLineEdit*>()) {
+        watch(field, &QLineEdit::textEdited, field);
     }
-    for (const auto* text : findChildren<QPlainTextEdit*>()) {
-        connect(text, &QPlainTextEdit::textChanged, this, &Panel::Edited);
+    for (auto* text : findChildren<QPlainTextEdit*>()) {
+        watch(text, &QPlainTextEdit::textChanged, text);
     }
-    for (const auto* list : findChildren<QComboBox*>()) {
-        connect(list, &QComboBox::activated, this, &Panel::Edited);
+    for (auto* list : findChildren<QComboBox*>()) {
+        watch(list, &QComboBox::activated, list);
     }
-    for (const auto* button : findChildren<QAbstractButton*>()) {
-        connect(button, &QAbstractButton::clicked, this, &Panel::Edited);
+    for (auto* arrows : findChildren<UpDown*>()) {
+        watch(arrows, &UpDown::Stepped, arrows->Buddy());
     }
-    for (const auto* arrows : findChildren<UpDown*>()) {
-        connect(arrows, &UpDown::Stepped, this, &Panel::Edited);
+    for (auto* button : findChildren<QAbstractButton*>()) {
+        if (qobject_cast<UpDown*>(button->parentWidget()) == nullptr) {
+            watch(button, &QAbstractButton::clicked, button);
+        }
     }
+}
+
+void Panel::NoteEdit(QWidget* control) {
+    m_lastEdited = control;
+    emit Edited();
 }
 
 void Panel::Heading(const QString& projectName) {

@@ -24,6 +24,9 @@ class Panel : public QWidget {
     /// Keeps saying something at the top of the panel; an empty text ends it.
     void Notice(const QString& text) { m_notice->Text(text); }
 
+    /// The control in which something was entered last; null for what is done by buttons of a panel's own.
+    [[nodiscard]] QWidget* LastEdited() const { return m_lastEdited; }
+
   signals:
     /// Something was entered, chosen or changed by the user.
     void Edited();
@@ -41,6 +44,7 @@ class Panel : public QWidget {
 
   private:
     void FollowFocus(QWidget* now);
+    void NoteEdit(QWidget* control);
     void ShowHeading();
 
     QLabel* m_heading;
@@ -48,6 +52,7 @@ class Panel : public QWidget {
     QVBoxLayout* m_content;
     QString m_projectName;
     QWidget* m_activeControl = nullptr;
+    QWidget* m_lastEdited = nullptr;
 };
 
 }  // namespace genvara

@@ -83,6 +83,14 @@ void StepDialog::MaxVoltDip(std::int32_t percent) {
     m_txtDip->setText(QString::number(percent));
 }
 
+void StepDialog::Change(const std::string& name, const std::function<void()>& change) const {
+    if (m_changer) {
+        m_changer(name, change);
+    } else {
+        change();
+    }
+}
+
 void StepDialog::OkClicked() {
     // A number out of bounds gets its message; what is no number has none of its own.
     if (HoldsOk() || (!m_txtDip->HoldsInteger() && m_txtDip->RefuseOutOfBounds())) {

@@ -2,7 +2,9 @@
 
 #include <QDialog>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "CPwrSys.h"
 #include "EntryField.h"
@@ -26,6 +28,11 @@ class StepDialog : public QDialog {
     [[nodiscard]] std::int32_t MaxVoltDip() const;
     void MaxVoltDip(std::int32_t percent);
 
+    /// Runs a change of the project, so that it can be taken back under its name.
+    using Changer = std::function<void(const std::string& name, const std::function<void()>& change)>;
+    /// Who runs what OK changes; without one it is just done.
+    void ChangesThrough(Changer changer) { m_changer = std::move(changer); }
+
   protected:
     /// @param descriptionField object name of the description.
     StepDialog(PlatformServices& platform, const CPwrSys& site, const QString& caption,
@@ -39,6 +46,9 @@ class StepDialog : public QDialog {
     /// dialog stays.
     virtual void Apply() = 0;
 
+    /// Runs what OK changes.
+    void Change(const std::string& name, const std::function<void()>& change) const;
+
     [[nodiscard]] PlatformServices& Platform() const noexcept { return *m_platform; }
 
   private:
@@ -46,6 +56,7 @@ class StepDialog : public QDialog {
 
     PlatformServices* m_platform;
     const CPwrSys* m_site;
+    Changer m_changer;
     EntryField* m_txtDip;
     UpDown* m_updDip;
     EntryField* m_txtDescription;

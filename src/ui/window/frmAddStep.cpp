@@ -41,7 +41,10 @@ bool frmAddStep::HoldsOk() {
 
 void frmAddStep::Apply() {
     const std::int32_t number = EntryNumbers().Integer(m_txtStepNum->Content());
-    const std::int32_t id = m_profile->AddLoadStep(Description(), MaxVoltDip(), number);
+    const std::int32_t position = number == 0 ? m_profile->NumLoadSteps() + 1 : number;
+    std::int32_t id = 0;
+    Change("Add Step " + std::to_string(position),
+           [&] { id = m_profile->AddLoadStep(Description(), MaxVoltDip(), number); });
     m_display(number, id);
 }
 

@@ -9,8 +9,10 @@ frmEditStep::frmEditStep(PlatformServices& platform, const CPwrSys& site, QWidge
 }
 
 void frmEditStep::Apply() {
-    m_step->MaxVoltageDipOverride(MaxVoltDip());  // first, since it may be refused
-    m_step->Description(Description());
+    Change("Edit Step " + std::to_string(m_stepNum), [this] {
+        m_step->MaxVoltageDipOverride(MaxVoltDip());  // first, since it may be refused
+        m_step->Description(Description());
+    });
 }
 
 }  // namespace genvara

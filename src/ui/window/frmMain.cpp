@@ -51,7 +51,8 @@ frmMain::frmMain(CApplication& application, PlatformServices& platform)
       m_platform(&platform),
       m_log(application.Folder()),
       m_recent(application.Registry(), CApplication::BaseRegistrySubkey()),
-      m_place(application.Registry(), CApplication::BaseRegistrySubkey() + "Window") {
+      m_place(application.Registry(), CApplication::BaseRegistrySubkey() + "Window"),
+      m_recovery(application.StateFolder() / "recovery", application.Motors()) {
     setObjectName("frmMain");
     application.HelpFile().HelpViewer([this](std::int32_t, const std::string& file, std::int32_t command) {
         return command == help_command::kQuit ? m_platform->CloseHelp()
@@ -66,6 +67,8 @@ frmMain::frmMain(CApplication& application, PlatformServices& platform)
 
 frmMain::~frmMain() {
     m_application->HelpFile().HelpViewer({});
+    m_application->Document().SelectionTeller({});
+    m_application->Document().MomentTeller({});
 }
 
 bool frmMain::Load() {
@@ -129,6 +132,11 @@ void frmMain::showEvent(QShowEvent* event) {
     const auto behind = [this] {
         m_splash.reset();
         RunEvent([this] { TellWhatIsMissing(); });
+        bool restored = false;
+        RunEvent([&] { restored = OfferLost(); });
+        if (restored) {
+            m_appeared = {};  // a file to open would drop it again
+        }
         if (const auto appeared = std::exchange(m_appeared, {})) {
             RunEvent(appeared);
         }
@@ -208,12 +216,13 @@ void frmMain::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) {
 
 void frmMain::ProjectChanged() {
     g_ProjectDirty = true;
-    Touch();
+    ShowFileStatus();
 }
 
 void frmMain::SideBarClicked(std::int32_t index) {
     m_panProject->Store(m_application->Project());
     m_panPwrSys->Store(m_application->PowerSystem());
+    KeepStored();
     ShowCaption();
     const std::string name = m_panProject->ProjectName();
     if (index == kProject) {
@@ -328,9 +337,12 @@ void frmMain::closeEvent(QCloseEvent* event) {
                                                    .icon = MessageIcon::Question,
                                                    .title = ProductName(),
                                                    .buttons = MessageButtons::YesNo}) == MessageAnswer::Yes;
+            m_letGo = leave;
         }
     });
     if (leave) {
+        KeepDropped(WhatIsDropped());
+        m_recovery.Forget();
         m_place.Keep(*this);
         m_errLog.reset();
         m_platform->CloseHelp();

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <array>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +19,7 @@
 #include "LoadForms.h"
 #include "PlatformServices.h"
 #include "RecentFiles.h"
+#include "Recovery.h"
 #include "SiteNotice.h"
 #include "WindowPlace.h"
 
@@ -24,6 +27,7 @@ class QAction;
 class QDialog;
 class QMenu;
 class QStackedWidget;
+class QTimer;
 class QToolBar;
 
 namespace genvara {
@@ -60,6 +64,11 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     /// @param appeared called when the window is there.
     void Appear(std::function<void()> appeared);
 
+    /// Runs a change of the project that can be taken back under its name ("Apply Advice"), and shows what it
+    /// has made of it. Does nothing but show the bad field where the panels cannot be stored.
+    /// @throws whatever the change throws, behind showing what it has done.
+    void ChangeProject(const QString& name, const std::function<void()>& change);
+
     /// Shows the other unit system on the power system panel.
     void PwrSysUnitsChanged(bool metric);
 
@@ -71,14 +80,16 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     /// Opens a project file that the desktop hands over; tells why it cannot be read.
     void OpenFile(const std::string& file);
 
-    /// Writes what is on screen to a new file of a folder, which is created if need be.
+    /// Keeps what is on screen for the next start, which offers it.
+    /// @return its file.
     /// @throws RaisedError with the system's number.
-    std::filesystem::path Rescue(const std::filesystem::path& folder);
+    std::filesystem::path Rescue();
 
     // What the entry forms ask.
     [[nodiscard]] std::int32_t SelectedStep() const override;
     [[nodiscard]] std::int32_t Phases() const override;
     void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) override;
+    void Change(const std::string& name, const std::function<void()>& change) override;
     void ProjectChanged() override;
 
     /// The side bar's item click: stores the panels and shows one of them.
@@ -154,14 +165,59 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     /// Notes which choices of the site no list offers, before a store takes others in their place.
     void NoteUnoffered(ChoicesFrom from);
     void ShowNotices();
-    /// Notes that something was entered.
-    void Touch();
+    // What must not get lost: `frmMainRecovery.cpp`.
+    /// The project as the panels show it, whether it was stored or not.
+    [[nodiscard]] ProjectMoment MomentOnScreen() const;
+    [[nodiscard]] KeptOrigin Origin() const;
+    /// Has what is on screen kept, unless the project's file holds it all.
+    void FeedRecovery();
+    /// What a command is about to drop without having asked.
+    struct Dropped {
+        ProjectMoment moment;
+        KeptOrigin origin;
+    };
+    [[nodiscard]] std::optional<Dropped> WhatIsDropped() const;
+    void KeepDropped(const std::optional<Dropped>& dropped);
+    /// The user said that what is entered may go, for as long as the command runs.
+    class LetGo;
+    /// Offers what was kept of programs that did not end.
+    /// @return whether a project was restored.
+    bool OfferLost();
+    void RecoverProject();
+    bool ChooseKept(std::vector<KeptProject> kept, bool lost);
+    /// @return false if it cannot be read; that has been told.
+    bool RestoreKept(const KeptProject& kept);
+
+    // Taking changes back: `frmMainChanges.cpp`.
+    /// Notes that something was entered on a panel: a choice is a change at once, a text when it is left.
+    void NoteEdit(const Panel& panel);
+    /// Keeps what is being entered as a change.
+    void KeepEdits();
+    void KeepEditsBehind(const QWidget* next);
+    /// Keeps what the panels have just stored: what was being entered as a change, all else as no change.
+    void KeepStored();
+    void Undo();
+    void Redo();
+    /// Whether a text that no record has taken was given up for what the record holds.
+    bool GaveUpEdit();
+    void ShowUndone(const char* done, const Document::Undone& undone);
+    /// Shows records on their panels anew.
+    void ShowRecords(const Document::Undone& changed);
+    void ShowPanelOf(const Document::Undone& changed);
+    void RefreshRecommendation();
+    /// Shows what can be taken back and made again in the Edit menu.
+    void ShowUndo();
+    /// Whether the key of Undo or Redo goes to the project, since the text field at hand has nothing of its
+    /// own.
+    bool GoesBeforeOwnUndo(QObject* watched, QEvent& event);
     void OpenRecent(std::size_t index);
     void AddRecent();
     void RebuildRecentMenu();
     /// File of an item of the recent list; empty for one that shows none.
     [[nodiscard]] std::string RecentName(std::size_t index) const;
     void SendMail();
+    /// Ending of the format that the project's file has.
+    [[nodiscard]] const char* ProjectEnding() const;
     /// A name for a file of the project, from its name; empty if it has none.
     [[nodiscard]] std::string SuggestedName(const char* extension) const;
     /// Whether nothing may be written to a file, since it is an input; the user is told.
@@ -210,6 +266,10 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     panPwrSys* m_panPwrSys = nullptr;
     panLoadProfile* m_panLoadProfile = nullptr;
     panRecommend* m_panRecommend = nullptr;
+    Recovery m_recovery;
+    QTimer* m_recoveryTimer = nullptr;  ///< runs while something is typed that was not kept yet
+    bool m_letGo = false;
+    QPointer<QWidget> m_edited;  ///< text field whose entry no change holds yet
     std::unique_ptr<CEditMenu> m_editMenu;
     std::unique_ptr<EditWatch> m_editWatch;  ///< goes before what it tells
     std::unique_ptr<frmSplash> m_splash;

@@ -74,6 +74,9 @@ void frmMain::Run(const std::string& name) {
         {"mnuFileSaveReportPdf", &frmMain::SaveReportAsPdf},
         {"mnuHelpAbout", &frmMain::ShowAbout},
         {"helpContents", &frmMain::HelpContents},
+        {"mnuFileRecover", &frmMain::RecoverProject},
+        {"mnuEditUndo", &frmMain::Undo},
+        {"mnuEditRedo", &frmMain::Redo},
     };
     if (const auto found = commands.find(name); found != commands.end()) {
         (this->*found->second)();
@@ -115,6 +118,7 @@ void frmMain::RefreshEditMenu() {
     enable("mnuEditCut", "butCut", any && m_editMenu->CanCut());
     enable("mnuEditCopy", "butCopy", any && m_editMenu->CanCopy());
     enable("mnuEditPaste", "butPaste", any && m_editMenu->CanPaste());
+    ShowUndo();
 }
 
 void frmMain::RunEdit(const std::string& name) {
@@ -154,6 +158,9 @@ void frmMain::HelpOn(QDialog& dialog) {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (GoesBeforeOwnUndo(watched, *event)) {
+        return true;
+    }
     if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());

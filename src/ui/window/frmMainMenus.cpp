@@ -1,12 +1,14 @@
 // The main window's menus, toolbar, side bar and panels, made from the command tables.
 
 #include <QAction>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -93,7 +95,9 @@ void frmMain::AddCommand(const MenuCommand& command) {
         if (*command.picture != '\0') {
             action->setIcon(Picture(command.picture));
         }
-        action->setShortcut(QKeySequence(QString(command.shortcut)));
+        if (*command.shortcut != '\0') {
+            action->setShortcuts(QKeySequence::listFromString(command.shortcut));
+        }
         const std::string name = command.name;
         connect(action, &QAction::triggered, this, Event([this, name] { Run(name); }));
     }
@@ -145,7 +149,7 @@ void frmMain::BuildPanels() {
          std::initializer_list<Panel*>{m_panProject, m_panPwrSys, m_panLoadProfile, m_panRecommend}) {
         MarkMnemonics(*panel, kMenuKeys);
         m_panels->addWidget(panel);
-        connect(panel, &Panel::Edited, this, [this] { Touch(); });
+        connect(panel, &Panel::Edited, this, [this, panel] { NoteEdit(*panel); });
     }
     auto* centre = new QWidget;
     auto* line = new QHBoxLayout(centre);
@@ -159,6 +163,16 @@ void frmMain::BuildPanels() {
                     SwitchTo(index);
                 }
             }));
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { KeepEditsBehind(now); });
+    connect(m_panLoadProfile, &panLoadProfile::Deleted, this, [this](const QString& what) {
+        statusBar()->showMessage(tr("Deleted %1. Ctrl+Z brings it back.").arg(what));
+    });
+    m_recoveryTimer = new QTimer(this);
+    m_recoveryTimer->setSingleShot(true);
+    connect(m_recoveryTimer, &QTimer::timeout, this, [this] { FeedRecovery(); });
+    m_application->Document().MomentTeller([this] { FeedRecovery(); });
+    m_application->Document().SelectionTeller([this] { return m_panLoadProfile->SelectedPlace(); });
     connect(m_panProject, &panProject::ProjectNameChanged, this, [this] { ShowCaption(); });
     connect(m_panPwrSys, &panPwrSys::Chosen, this, [this](SiteChoice choice) {
         std::erase_if(m_unoffered, [choice](const UnofferedChoice& made) { return made.choice == choice; });

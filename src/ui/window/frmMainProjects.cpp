@@ -13,12 +13,14 @@
 #include "ProgramVersion.h"
 #include "ProjectFile.h"
 #include "ProjectFormat.h"
+#include "ShownProject.h"
 #include "StringTable.h"
 #include "Texts.h"
 #include "WaitCursor.h"
 #include "WriteObstacle.h"
 #include "frmErrLog.h"
 #include "frmMain.h"
+#include "frmMainLetGo.h"
 #include "frmSplash.h"
 #include "panLoadProfile.h"
 #include "panProject.h"
@@ -53,43 +55,6 @@ std::string ReasonOf(const RaisedError& failure, const std::string& file) {
                          end == std::string::npos ? words : words.substr(end + kBreak.size()));
 }
 
-/// Shows each part of a project on its panel as soon as it has been read or begun.
-class Shown final : public ProjectReadObserver {
-  public:
-    Shown(CApplication& application, panProject& project, panPwrSys& site, panLoadProfile& profile)
-        : m_application(&application), m_project(&project), m_site(&site), m_profile(&profile) {
-        m_profile->HoldDrawing(true);
-    }
-    ~Shown() override { m_profile->HoldDrawing(false); }
-    Shown(const Shown&) = delete;
-    Shown& operator=(const Shown&) = delete;
-    Shown(Shown&&) = delete;
-    Shown& operator=(Shown&&) = delete;
-
-    void ProjectRead() override { m_application->Project().Display(*m_project); }
-    void PowerSystemRead() override {
-        m_site->ProjectName(m_application->Project().ProjName());
-        m_application->PowerSystem().Display(*m_site, m_application->IsMetric());
-    }
-    void StepsCleared() override { m_profile->ClearAllLoads(); }
-    void StepAdded(std::int32_t stepId) override {
-        m_profile->DisplayNewStep(m_application->LoadProfile().NumLoadSteps(), stepId);
-    }
-    void LoadAdded(std::int32_t stepNumber, std::int32_t loadId) override {
-        m_profile->DisplayNewLoad(stepNumber, loadId);
-    }
-    void Skipped(const SkippedItem& /*item*/) override { ++m_skipped; }
-
-    [[nodiscard]] int CountSkipped() const noexcept { return m_skipped; }
-
-  private:
-    CApplication* m_application;
-    panProject* m_project;
-    panPwrSys* m_site;
-    panLoadProfile* m_profile;
-    int m_skipped = 0;
-};
-
 }  // namespace
 
 bool frmMain::SaveBeforeLeaving() {
@@ -121,16 +86,19 @@ void frmMain::FileNew() {
     const MessageAnswer answer = g_ProjectDirty ? AskForChanges() : MessageAnswer::No;
     // A save dialog that the user cancels is no failure: the project is dropped all the same.
     if (answer == MessageAnswer::No || (answer == MessageAnswer::Yes && SaveBeforeLeaving())) {
+        const LetGo wish(*this, g_ProjectDirty && answer == MessageAnswer::No);
         NewProject();
     }
 }
 
 void frmMain::NewProject() {
+    const auto dropped = WhatIsDropped();
     g_ProjectDirty = false;
     {
-        Shown shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
+        ShownProject shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
         m_application->Document().New(shown);
     }
+    m_edited = nullptr;
     NoteUnoffered(ChoicesFrom::Defaults);
     ShowHeadings();
     m_panRecommend->ClearReport();
@@ -138,6 +106,7 @@ void frmMain::NewProject() {
     m_notSaved.clear();
     ShowFileStatus();
     statusBar()->clearMessage();
+    KeepDropped(dropped);
 }
 
 void frmMain::FileOpen() {
@@ -147,6 +116,7 @@ void frmMain::FileOpen() {
     try {
         const MessageAnswer answer = g_ProjectDirty ? AskForChanges() : MessageAnswer::No;
         if (answer == MessageAnswer::No) {
+            const LetGo wish(*this, g_ProjectDirty);
             SideBarClicked(0);
             OpenProject();
         } else if (answer == MessageAnswer::Yes && SaveBeforeLeaving()) {
@@ -197,11 +167,12 @@ void frmMain::OpenProject() {
 }
 
 ReadResult frmMain::ReadProjectFile(const std::string& file) {
+    const auto dropped = WhatIsDropped();
     ReadResult result = ReadResult::Done;
     int skipped = 0;
     try {
         const WaitCursor busy;
-        Shown shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
+        ShownProject shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
         result = m_application->Document().Read(file, shown);
         skipped = shown.CountSkipped();
     } catch (const RaisedError&) {
@@ -214,6 +185,8 @@ ReadResult frmMain::ReadProjectFile(const std::string& file) {
         Tell("This project file is not compatible with " + label, MessageIcon::Exclamation, label);
         return result;
     }
+    KeepDropped(dropped);
+    m_edited = nullptr;
     NoteUnoffered(ChoicesFrom::File);
     ShowProjectPanel();
     m_notSaved.clear();
@@ -244,6 +217,8 @@ void frmMain::OpenRecent(std::size_t index) {
             if (answer == MessageAnswer::Yes) {
                 FileOpen();
             }
+        } else if (failure.Number() == 0 && !failure.Description().empty()) {
+            TellWhyNotOpened(failure);  // a JSON project with faults
         } else if (failure.Number() != 0) {
             Tell("ERROR: " + std::to_string(failure.Number()) + "\r\n" + failure.Description(),
                  MessageIcon::Stop, kErrorTitle);
@@ -278,11 +253,15 @@ void frmMain::SaveProject() {
     AddRecent();
 }
 
+const char* frmMain::ProjectEnding() const {
+    return FormatOfName(ProjectFile()) == ProjectFormat::Json ? ".json" : ".prj";
+}
+
 void frmMain::SaveProjectAs() {
     std::string file;
     try {
         file = m_platform->SaveFileName(this, {.title = Text(kSaveProjectString),
-                                               .initialName = SuggestedName(".prj"),
+                                               .initialName = SuggestedName(ProjectEnding()),
                                                .initialFolder = m_application->ProjectPath(),
                                                .defaultExtension = ".prj",
                                                .filter = kProjectFilter});
@@ -320,12 +299,17 @@ void frmMain::RequireSaveable(const std::string& file) {
         throw RaisedError(kFileAccessError, "frmMain::WriteProjectFile",
                           "Error opening " + file + std::string(kBreak) + *obstacle);
     }
-    if (document.ReplacesUnread(file) &&
-        m_platform->ShowMessage(
-            this, {.text = file + " could not be read as a project. Replace it with the project on screen?",
-                   .icon = MessageIcon::Question,
-                   .title = ProductName(),
-                   .buttons = MessageButtons::YesNo}) != MessageAnswer::Yes) {
+    const char* reason = nullptr;
+    if (document.ReplacesUnread(file)) {
+        reason = " could not be read as a project.";
+    } else if (document.ReplacesAnothers(file)) {
+        reason = " was changed by another program since it was read.";
+    }
+    if (reason != nullptr &&
+        m_platform->ShowMessage(this, {.text = file + reason + " Replace it with the project on screen?",
+                                       .icon = MessageIcon::Question,
+                                       .title = ProductName(),
+                                       .buttons = MessageButtons::YesNo}) != MessageAnswer::Yes) {
         throw RaisedError(errors::kDialogCancelled, "frmMain::WriteProjectFile", "Cancel was selected.");
     }
 }
@@ -338,6 +322,7 @@ void frmMain::WriteProjectFile() {
         m_panPwrSys->FillEmptied();
         region.Run([this] { m_panProject->Store(m_application->Project()); });
         region.Run([this] { m_panPwrSys->Store(m_application->PowerSystem()); });
+        KeepStored();
         if (FormatOfName(ProjectFile()) != ProjectFormat::Json) {
             quotes = MakeQuotesTypographic();
         }
@@ -366,31 +351,20 @@ void frmMain::WriteProjectFile() {
 
 /// Rids the project, and what shows it, of double quotes, which nobody can enter and a JSON project may hold.
 std::size_t frmMain::MakeQuotesTypographic() {
-    CLoadProfile& profile = m_application->LoadProfile();
-    const std::size_t changed = ReplaceDoubleQuotes(m_application->Project(), profile);
-    if (changed == 0) {
-        return 0;
+    std::size_t changed = 0;
+    m_application->Document().Change("Replace Double Quotes", [&] {
+        changed = ReplaceDoubleQuotes(m_application->Project(), m_application->LoadProfile());
+    });
+    if (changed > 0) {
+        ShowRecords({.name = {}, .project = true, .powerSystem = false, .loadProfile = true, .place = {}});
     }
-    {
-        Shown shown(*m_application, *m_panProject, *m_panPwrSys, *m_panLoadProfile);
-        shown.ProjectRead();
-        shown.StepsCleared();
-        std::int32_t number = 0;
-        for (const CLoadStep& step : profile) {
-            m_panLoadProfile->DisplayNewStep(++number, step.StepID());
-            for (const auto& load : step) {
-                shown.LoadAdded(number, load.ID());
-            }
-        }
-    }
-    ShowHeadings();
-    m_panLoadProfile->ShowBeginning();
     return changed;
 }
 
 void frmMain::ShowFileStatus() {
     m_fileStatus->Show(ProjectFile(), m_application->Document().IsChanged());
     m_fileStatus->NotSaved(m_notSaved);
+    ShowUndo();
 }
 
 void frmMain::NoteUnoffered(ChoicesFrom from) {
@@ -403,20 +377,6 @@ void frmMain::ShowNotices() {
     const QString text = SiteNotice(m_unoffered, m_choicesFrom, *m_panPwrSys);
     m_panPwrSys->Notice(text);
     m_panRecommend->Notice(text);
-}
-
-void frmMain::Touch() {
-    m_application->Document().Touch();
-    ShowFileStatus();
-}
-
-std::filesystem::path frmMain::Rescue(const std::filesystem::path& folder) {
-    FailureRegion region;
-    m_panPwrSys->FillEmptied();
-    region.Run([this] { m_panProject->Store(m_application->Project()); });
-    region.Run([this] { m_panPwrSys->Store(m_application->PowerSystem()); });
-    region.Run([this] { (void)ReplaceDoubleQuotes(m_application->Project(), m_application->LoadProfile()); });
-    return m_application->Document().Rescue(folder);
 }
 
 std::string frmMain::RecentName(std::size_t index) const {

@@ -25,16 +25,6 @@
 namespace genvara {
 namespace {
 
-/// Folder for what has to outlive a failed run.
-std::filesystem::path StateFolder() {
-    const char* state = std::getenv("XDG_STATE_HOME");
-    if (state != nullptr && *state == '/') {
-        return std::filesystem::path(state) / "genvara";
-    }
-    const char* home = std::getenv("HOME");
-    return std::filesystem::path(home == nullptr ? "." : home) / ".local/state/genvara";
-}
-
 /// The main window, with the handler of failures that nobody else handles, for as long as the window lives.
 class MainWindow {
   public:
@@ -47,7 +37,7 @@ class MainWindow {
 
     void LoadAndShow(CApplication& application, const std::string& project) {
         m_window = std::make_unique<frmMain>(application, *m_platform);
-        SetLastChance(*m_platform, [this] { return m_window->Rescue(StateFolder()); });
+        SetLastChance(*m_platform, [this] { return m_window->Rescue(); });
         m_loaded = m_window->Load();
         if (m_loaded) {
             m_window->Appear([this, project] {
@@ -71,7 +61,7 @@ void Describe(QCommandLineParser& line) {
     line.setApplicationDescription("Sizes electric generator sets for a site and its load profile.");
     line.addHelpOption();
     line.addVersionOption();
-    line.addPositionalArgument("project", "Project file to open.", "[PROJECT.prj]");
+    line.addPositionalArgument("project", "Project file to open, .prj or .json.", "[PROJECT]");
 }
 
 /// Whether the arguments ask for nothing but words, which need no screen.

@@ -11,6 +11,7 @@
 #include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
+#include "ProfileFollower.h"
 #include "ProfileTree.h"
 #include "PropertyRows.h"
 #include "Texts.h"
@@ -157,6 +158,37 @@ void panLoadProfile::ClearAllLoads() {
     m_cmdAddStep->setEnabled(true);
 }
 
+ProfilePlace panLoadProfile::SelectedPlace() const {
+    const QTreeWidgetItem* node = m_tree->Selected();
+    if (node == nullptr) {
+        return {};
+    }
+    return ProfileTree::IsStep(*node) ? ProfilePlace{.stepId = ProfileTree::StepID(*node)}
+                                      : ProfilePlace{.stepId = ProfileTree::StepID(*node->parent()),
+                                                     .loadId = ProfileTree::LoadID(*node)};
+}
+
+void panLoadProfile::ShowProfile(ProfilePlace place) {
+    {
+        const QSignalBlocker quiet(m_tree);
+        const ProfilePlace selected = place ? place : SelectedPlace();
+        FollowProfile(*m_tree, m_project.profile);
+        if (QTreeWidgetItem* node = FindPlace(*m_tree, selected)) {
+            m_tree->setCurrentItem(node);
+            m_tree->scrollToItem(node);
+        }
+    }
+    SelectionChanged();
+    m_cmdAddStep->setEnabled(true);
+    LimitSteps();
+}
+
+StepDialog::Changer panLoadProfile::Changer() const {
+    return [host = m_host](const std::string& name, const std::function<void()>& change) {
+        host->Change(name, change);
+    };
+}
+
 void panLoadProfile::SelectionChanged() {
     const QTreeWidgetItem* node = m_tree->Selected();
     m_selectedStep = node == nullptr ? 0 : m_tree->StepPosition(*node);
@@ -221,6 +253,7 @@ void panLoadProfile::RefreshProperties() {
 
 void panLoadProfile::AddStep() {
     frmAddStep dialog(*m_platform, m_project.profile, m_project.site, window());
+    dialog.ChangesThrough(Changer());
     dialog.Show([this](std::int32_t number, std::int32_t id) {
         DisplayNewStep(number, id);
         emit Edited();
@@ -251,25 +284,34 @@ void panLoadProfile::DeleteStep() {
     if (node == nullptr) {
         return;
     }
-    region.Run([&] { m_project.profile.DeleteLoadStep(ProfileTree::StepID(*node)); });
+    const std::int32_t position = m_tree->StepPosition(*node);
+    const QString what = tr("step %1, \"%2\"").arg(position).arg(node->text(profile_column::kText));
+    region.Run([&] {
+        m_host->Change("Delete Step " + std::to_string(position),
+                       [&] { m_project.profile.DeleteLoadStep(ProfileTree::StepID(*node)); });
+    });
     m_tree->Remove(*node);
     SelectionChanged();
     if (m_project.profile.NumLoadSteps() < kMostSteps) {
         m_cmdAddStep->setEnabled(true);
     }
     m_host->ProjectChanged();
+    emit Deleted(what);
 }
 
 void panLoadProfile::DeleteLoad() {
     QTreeWidgetItem* node = m_tree->Selected();
+    const QString name = node->text(profile_column::kText);
     FailureRegion region;
     region.Run([&] {
-        m_project.profile.LoadStep(m_tree->StepPosition(*node)).DeleteLoad(ProfileTree::LoadID(*node));
+        CLoadStep& step = m_project.profile.LoadStep(m_tree->StepPosition(*node));
+        m_host->Change("Delete Load " + FromQt(name), [&] { step.DeleteLoad(ProfileTree::LoadID(*node)); });
     });
     if (!region.Pending()) {
         m_tree->Remove(*node);
         SelectionChanged();
         m_host->ProjectChanged();
+        emit Deleted(tr("load \"%1\"").arg(name));
     }
 }
 
@@ -312,6 +354,7 @@ void panLoadProfile::EditLoadNode(QTreeWidgetItem& node) {
 void panLoadProfile::EditStepNode(QTreeWidgetItem& node) {
     CLoadStep& step = m_project.profile.LoadStep(m_tree->StepPosition(node));
     frmEditStep dialog(*m_platform, m_project.site, window());
+    dialog.ChangesThrough(Changer());
     dialog.StepNum(m_tree->StepPosition(node));
     dialog.Description(step.Description());
     dialog.MaxVoltDip(step.MaxVoltageDipOverride());
@@ -346,11 +389,13 @@ void panLoadProfile::Move(int by) {
 
 void panLoadProfile::MoveStep(QTreeWidgetItem& node, int by) {
     const std::int32_t position = m_tree->StepPosition(node);
-    if (by < 0) {
-        m_project.profile.LowerLoadStep(position);
-    } else {
-        m_project.profile.RaiseLoadStep(position);
-    }
+    m_host->Change("Move Step " + std::to_string(position), [&] {
+        if (by < 0) {
+            m_project.profile.LowerLoadStep(position);
+        } else {
+            m_project.profile.RaiseLoadStep(position);
+        }
+    });
     const QSignalBlocker quiet(m_tree);
     const bool expanded = node.isExpanded();
     m_tree->takeTopLevelItem(position - 1);
@@ -372,7 +417,8 @@ void panLoadProfile::MoveLoad(QTreeWidgetItem& node, int by) {
     const std::int32_t position = m_tree->StepPosition(node);
     CLoadStep& from = m_project.profile.LoadStep(position);
     CLoadStep& to = m_project.profile.LoadStep(position + by);
-    ProfileTree::LoadID(node, to.AddLoad(from.TakeLoad(ProfileTree::LoadID(node))));
+    m_host->Change("Move Load " + FromQt(node.text(profile_column::kText)),
+                   [&] { ProfileTree::LoadID(node, to.AddLoad(from.TakeLoad(ProfileTree::LoadID(node)))); });
     const QSignalBlocker quiet(m_tree);
     QTreeWidgetItem* other = m_tree->topLevelItem(position - 1 + by);
     node.parent()->removeChild(&node);

@@ -9,6 +9,8 @@
 #include "LoadForms.h"
 #include "Panel.h"
 #include "PlatformServices.h"
+#include "ProjectMoment.h"
+#include "StepDialog.h"
 
 class QPushButton;
 class QTreeWidget;
@@ -43,12 +45,22 @@ class panLoadProfile final : public Panel {
     void ClearAllLoads();
     /// Selects a load of the step at a position.
     void SelectLoad(std::int32_t stepNumber, std::int32_t loadId);
+    /// What is selected; nothing without a selection.
+    [[nodiscard]] ProfilePlace SelectedPlace() const;
+    /// Shows the profile as it has become, with as few nodes anew as can be.
+    /// @param place what to select, if it is there; otherwise the selection stays, or goes to a neighbour.
+    void ShowProfile(ProfilePlace place);
     /// Selects the first step, as a project that has just been opened shows it.
     void ShowBeginning();
 
     /// Keeps the lists from being drawn, and the properties from being worked out, while many nodes are
     /// added.
     void HoldDrawing(bool hold);
+
+  signals:
+    /// A step or a load was deleted.
+    /// @param what "step 2, \"Pumps\"".
+    void Deleted(const QString& what);
 
   private:
     QPushButton* AddButton(const char* name, const QString& caption, void (panLoadProfile::*command)());
@@ -59,6 +71,9 @@ class panLoadProfile final : public Panel {
     void LimitSteps();
     void RefreshProperties();
     [[nodiscard]] std::vector<std::string> PropertiesOf(const QTreeWidgetItem& node) const;
+
+    /// Who runs what a dialog of a step changes.
+    [[nodiscard]] StepDialog::Changer Changer() const;
 
     void AddStep();
     [[nodiscard]] LoadFormServices FormServices(QWidget* owner) const;

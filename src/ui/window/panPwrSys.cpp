@@ -325,38 +325,44 @@ double panPwrSys::Stored(SiteFigure figure, const std::string& text) const {
     return InSI(figure, EntryNumbers().Number(text), m_metricShown);
 }
 
+template <typename Runner>
+void panPwrSys::StoreSite(CPwrSys& site, Runner store) const {
+    store([&] { site.Altitude(InSI(SiteFigure::Altitude, Altitude(), m_metricShown)); });
+    store([&] { site.AmbTemp(InSI(SiteFigure::AmbTemp, AmbTemp(), m_metricShown)); });
+    store([&] { site.Freq(Freq()); });
+    store([&] { site.Fuel(Fuel()); });
+    store([&] { site.GensetsInParallel(GensetsInParallel()); });
+    store([&] { site.MaxFreqDip(MaxFreqDip()); });
+    store([&] { site.MaxFreqDipEnabled(MaxFreqDipEnabled()); });
+    store([&] { site.MaxHarmonics(MaxHarmonics()); });
+    store([&] { site.MaxHarmonicsEnabled(MaxHarmonicsEnabled()); });
+    store([&] { site.MaxVoltageDip(MaxVoltageDip()); });
+    const bool connected = m_cboConn->currentIndex() >= 0;
+    if (connected) {
+        store([&] { site.Phases(Phases()); });
+    }
+    if (m_cboAltTempRise->currentIndex() >= 0) {
+        store([&] { site.RiseDutyCode(RiseDuty()); });
+    }
+    if (m_cboVolts->currentIndex() >= 0) {
+        store([&] { site.Voltage(Voltage()); });
+    }
+    if (connected) {
+        store([&] { site.ConnectCode(ConnectionCode()); });
+    }
+}
+
 void panPwrSys::Store(CPwrSys& site) const {
     try {
-        StoreSite(site);
+        StoreSite(site, [](const auto& statement) { statement(); });
     } catch (const RaisedError& failure) {
         throw failure.WithSource("panPwrSys::Store");
     }
 }
 
-void panPwrSys::StoreSite(CPwrSys& site) const {
-    site.Altitude(InSI(SiteFigure::Altitude, Altitude(), m_metricShown));
-    site.AmbTemp(InSI(SiteFigure::AmbTemp, AmbTemp(), m_metricShown));
-    site.Freq(Freq());
-    site.Fuel(Fuel());
-    site.GensetsInParallel(GensetsInParallel());
-    site.MaxFreqDip(MaxFreqDip());
-    site.MaxFreqDipEnabled(MaxFreqDipEnabled());
-    site.MaxHarmonics(MaxHarmonics());
-    site.MaxHarmonicsEnabled(MaxHarmonicsEnabled());
-    site.MaxVoltageDip(MaxVoltageDip());
-    const bool connected = m_cboConn->currentIndex() >= 0;
-    if (connected) {
-        site.Phases(Phases());
-    }
-    if (m_cboAltTempRise->currentIndex() >= 0) {
-        site.RiseDutyCode(RiseDuty());
-    }
-    if (m_cboVolts->currentIndex() >= 0) {
-        site.Voltage(Voltage());
-    }
-    if (connected) {
-        site.ConnectCode(ConnectionCode());
-    }
+void panPwrSys::StoreWhatHolds(CPwrSys& site) const {
+    FailureRegion region;
+    StoreSite(site, [&region](const auto& statement) { region.Run(statement); });
 }
 
 }  // namespace genvara

@@ -88,6 +88,9 @@ class panPwrSys final : public Panel, public PwrSysDisplay {
     /// @throws RaisedError of the fields and setters, from "panPwrSys::Store".
     void Store(CPwrSys& site) const;
 
+    /// Writes what of the fields can be stored into the record, as `Store`, and leaves out the rest.
+    void StoreWhatHolds(CPwrSys& site) const;
+
     /// Shows SI or English units, and converts what is shown; a text that is no number becomes empty.
     void MetricUnits(bool metric) override;
 
@@ -119,7 +122,9 @@ class panPwrSys final : public Panel, public PwrSysDisplay {
     void ConnectionClicked();
     void FreqDipClicked();
     void HarmonicsClicked();
-    void StoreSite(CPwrSys& site) const;
+    /// @param store runs a statement that stores one value.
+    template <typename Runner>
+    void StoreSite(CPwrSys& site, Runner store) const;
     /// One sentence on why a field's text is refused.
     [[nodiscard]] QString SentenceOn(const EntryField& field) const;
     /// A figure's text in SI.

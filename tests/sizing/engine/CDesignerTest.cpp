@@ -329,6 +329,7 @@ class PhaseControlled final : public Load {
         return std::make_unique<PhaseControlled>(*this);
     }
     [[nodiscard]] std::int32_t LoadType() const noexcept override { return 0; }
+    [[nodiscard]] bool HoldsSame(const Load& other) const override { return this == &other; }
     [[nodiscard]] std::string Summary() const override { return {}; }
     [[nodiscard]] double RunningRealPower() const override { return 6000.0; }
     [[nodiscard]] double RunningAppPower() const override { return 6000.0; }

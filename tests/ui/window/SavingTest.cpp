@@ -344,7 +344,14 @@ TEST_F(Saving, MarksWhateverIsEnteredAndNothingThatIsShown) {
         {"dip by key",
          [this] { QTest::keyClick(&Control<EntryField>("panPwrSys", "txtMaxVoltDip"), Qt::Key_Up); }},
         {"step moved", onStep("cmdMoveDown")},
-        {"step edited", inDialog(onStep("cmdEdit"))},
+        {"step edited",
+         [&] {
+             InNextDialog([](QDialog& dialog) {
+                 Find<EntryField>(dialog, "txtDescription").setText("another name");
+                 Click(dialog, "cmdOK");
+             });
+             onStep("cmdEdit")();
+         }},
         {"step added", inDialog(onStep("cmdAddStep"))},
         {"step deleted", onStep("cmdDeleteStep")},
     };

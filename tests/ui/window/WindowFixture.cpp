@@ -27,12 +27,13 @@ void WindowTest::Start() {
     m_application = std::make_unique<CApplication>(
         StartConditions{.programFolder = folder / "program",
                         .settingsFile = folder / "settings.json",
+                        .stateFolder = folder / "state",
                         .brandLabel = m_brandLabel,
                         .clock = [] { return DateTime{2026, 3, 4, 15, 6, 7}; }});
     g_App = m_application.get();
     const bool started = m_application->Run([this](CApplication& application) {
         m_window = std::make_unique<frmMain>(application, platform);
-        SetLastChance(platform, [this] { return m_window->Rescue(folder / "state"); });
+        SetLastChance(platform, [this] { return m_window->Rescue(); });
         ASSERT_TRUE(m_window->Load());
         m_window->show();
         QApplication::setActiveWindow(m_window.get());
