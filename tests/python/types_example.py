@@ -19,3 +19,17 @@ def study(path: str) -> list[str]:
     tightest = result.explain()[0].tightest
     margin: float = tightest.margin if tightest else 0.0
     return [one.model for one in result.recommended] + [f"{fuel.name} {margin}"]
+
+
+def ask(path: str) -> None:
+    catalogue = genvara.Catalogue()
+    project = genvara.new(catalogue)
+    pump = project.add_step("Pumps", 20).add_load("Motor", hp=50.0)
+    pump.delete()
+    advice = project.advise(catalogue, kinds=["starter"])
+    text: str = advice[0].text + advice[0].project.proj_name
+    steps: list[list[str]] = project.order(catalogue, max_steps=4, before=[("Step[1].Load[1]", "Step[2].Load[1]")]).steps
+    frame = genvara.sweep(project, catalogue, {"PowerSystem.Altitude": range(0, 3001, 250)}).to_pandas()
+    pdf: bytes = project.size(catalogue).report(format="pdf")
+    project.size(catalogue).report(format="doc")  # type: ignore[arg-type]
+    print(text, steps, frame, pdf)
