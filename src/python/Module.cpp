@@ -57,6 +57,7 @@ PYBIND11_MODULE(_core, module) {
     BindRecords(module);
     BindStudies(module);
     BindSweep(module);
+    BindTrials(module);
     BindDescribe(module);
     for (const char* name : {"Project", "Result", "PowerSystem", "Step", "Load", "ChosenSet", "ExplainedSet",
                              "Test", "Tightest", "Advice", "AdviceList", "Order", "SweepPoint", "Sweep"}) {

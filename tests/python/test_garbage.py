@@ -78,6 +78,7 @@ def test_functions(first, second, third):
     tried(project.advise, CATALOGUE, pairs=first, kinds=second, jobs=third)
     tried(genvara.sweep, project, CATALOGUE, {"PowerSystem.Altitude": first})
     tried(genvara.sweep, project, CATALOGUE, first, most_points=50)
+    tried(genvara._core._Trials, project, CATALOGUE, {}, ["PowerSystem.Altitude"], [first])
 
 
 @settings(max_examples=100, deadline=None)

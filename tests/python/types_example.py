@@ -2,6 +2,7 @@
 import datetime
 
 import genvara
+from genvara import fleet
 
 
 def study(path: str) -> list[str]:
@@ -32,4 +33,8 @@ def ask(path: str) -> None:
     frame = genvara.sweep(project, catalogue, {"PowerSystem.Altitude": range(0, 3001, 250)}).to_pandas()
     pdf: bytes = project.size(catalogue).report(format="pdf")
     project.size(catalogue).report(format="doc")  # type: ignore[arg-type]
-    print(text, steps, frame, pdf)
+    study = fleet.chances(project, {"PowerSystem.AmbTemp": fleet.normal(35.0, 4.0)}, runs=1000, seed=7)
+    share: float = study.of_set("MV900D").low
+    fleet.size([path, project], out="sites.db", max_loading=80).to_csv("sites.csv")
+    fleet.chances(project, {"PowerSystem.AmbTemp": 35.0}, runs=1, seed=1)  # type: ignore[dict-item]
+    print(text, steps, frame, pdf, share)
