@@ -3,7 +3,7 @@
 # everything is there.
 set -euo pipefail
 build="g++ cmake ninja-build ccache libfmt-dev nlohmann-json3-dev libsqlite3-dev libsqlitecpp-dev libcli11-dev libcsv-dev qt6-base-dev libqt6svg6 qt6-svg-dev fonts-liberation"
-test="dpkg-dev lintian desktop-file-utils appstream man-db locales clang clang-format clang-tidy codespell libclang-rt-14-dev libgtest-dev libgmock-dev librapidcheck-dev python3 python3-jsonschema python3-dev pybind11-dev python3-pytest python3-hypothesis mypy"
+test="dpkg-dev lintian desktop-file-utils appstream man-db locales clang clang-format clang-tidy codespell libclang-rt-14-dev libgtest-dev libgmock-dev librapidcheck-dev python3 python3-jsonschema python3-dev pybind11-dev python3-pytest python3-hypothesis python3-pandas python3-distributed mypy"
 
 wanted=$build
 [ "${1:-build}" = test ] && wanted="$build $test"

@@ -7,6 +7,10 @@ namespace genvara::python {
 
 void BindCatalogue(pybind11::module_& module);
 void BindProject(pybind11::module_& module);
+void BindRecords(pybind11::module_& module);
+void BindStudies(pybind11::module_& module);
+void BindSweep(pybind11::module_& module);
+void BindTrials(pybind11::module_& module);
 void BindResult(pybind11::module_& module);
 void BindExplanation(pybind11::module_& module);
 void BindDescribe(pybind11::module_& module);

@@ -22,12 +22,6 @@ struct TestOfStep {
     Verdict verdict;
 };
 
-struct TightestTest {
-    std::string name;
-    std::int32_t stepNumber;
-    double margin;
-};
-
 struct SetWithReason {
     ExplainedSet explained;
     std::string reason;
@@ -45,13 +39,7 @@ std::vector<std::vector<TestOfStep>> StepsOf(const SetWithReason& set) {
 }
 
 std::optional<TightestTest> TightestOf(const SetWithReason& set) {
-    const std::optional<Tightest>& tightest = set.explained.tightest;
-    if (!tightest) {
-        return std::nullopt;
-    }
-    return TightestTest{.name = std::string(kStepTests[tightest->test].name),
-                        .stepNumber = tightest->stepNumber,
-                        .margin = tightest->margin};
+    return NamedTightest(set.explained.tightest);
 }
 
 std::vector<SetWithReason> ExplainedBy(const SizingResult& result, bool all,

@@ -54,12 +54,17 @@ PYBIND11_MODULE(_core, module) {
     BindResult(module);
     BindExplanation(module);
     BindProject(module);
+    BindRecords(module);
+    BindStudies(module);
+    BindSweep(module);
+    BindTrials(module);
     BindDescribe(module);
     for (const char* name : {"Project", "Result", "PowerSystem", "Step", "Load", "ChosenSet", "ExplainedSet",
-                             "Test", "Tightest"}) {
+                             "Test", "Tightest", "Advice", "AdviceList", "Order", "SweepPoint", "Sweep"}) {
         ForbidNew(module.attr(name));
     }
     module.attr("__all__") = PublicNames(module);
+    module.attr("__version__") = kProgramVersionText;
 }
 
 }  // namespace genvara::python

@@ -16,14 +16,16 @@
 namespace genvara::python {
 namespace {
 
-/// Keeps what a reader passed over.
-class SkippedItems final : public ProjectReadObserver {
+/// Keeps the format that a reader found, and what it passed over.
+class ReadNotes final : public ProjectReadObserver {
   public:
-    explicit SkippedItems(std::vector<SkippedItem>& items) : m_items(&items) {}
+    ReadNotes(ProjectFormat& format, std::vector<SkippedItem>& items) : m_format(&format), m_items(&items) {}
 
+    void FormatFound(ProjectFormat format) override { *m_format = format; }
     void Skipped(const SkippedItem& item) override { m_items->push_back(item); }
 
   private:
+    ProjectFormat* m_format;
     std::vector<SkippedItem>* m_items;
 };
 
@@ -62,7 +64,7 @@ PythonProject::PythonProject(std::shared_ptr<PythonCatalogue> catalogue)
       m_powerSystem(FactoryDefaults()) {}
 
 void PythonProject::Read(const std::filesystem::path& file) {
-    SkippedItems observer(m_skipped);
+    ReadNotes observer(m_format, m_skipped);
     if (ReadProjectFile(file, Model(), observer) == ReadResult::Incompatible) {
         throw RaisedError(0, "frmMain::ReadProjectFile",
                           fmt::format("{} is no project file of a compatible version.", file.string()));
@@ -71,7 +73,7 @@ void PythonProject::Read(const std::filesystem::path& file) {
 }
 
 void PythonProject::ReadJson(std::string_view text, std::string_view name) {
-    SkippedItems observer(m_skipped);
+    ReadNotes observer(m_format, m_skipped);
     MemorySource source(text);
     ReadJsonProject(source, name, Model(), observer);
     m_catalogue->Data().FollowConnection(m_powerSystem);

@@ -40,6 +40,9 @@ class PythonProject {
     [[nodiscard]] CLoadProfile& LoadProfile() noexcept { return m_loadProfile; }
     [[nodiscard]] const CLoadProfile& LoadProfile() const noexcept { return m_loadProfile; }
     [[nodiscard]] const std::shared_ptr<PythonCatalogue>& Tables() const noexcept { return m_catalogue; }
+    /// The format that it was read in.
+    [[nodiscard]] ProjectFormat Format() const noexcept { return m_format; }
+    void Format(ProjectFormat format) noexcept { m_format = format; }
     /// What of the file could not be used.
     [[nodiscard]] const std::vector<SkippedItem>& Skipped() const noexcept { return m_skipped; }
 
@@ -50,6 +53,7 @@ class PythonProject {
     CProject m_project;
     CPwrSys m_powerSystem;
     CLoadProfile m_loadProfile;
+    ProjectFormat m_format = ProjectFormat::Json;
     std::vector<SkippedItem> m_skipped;
 };
 

@@ -35,6 +35,18 @@ std::int32_t TypeOf(const std::string& name) {
     return found->type;
 }
 
+/// A report of rich text in the format that was asked for.
+py::object InFormat(const std::string& format, const SizingResult& result, const std::string& richText) {
+    if (format == "rtf") {
+        return py::bytes(richText);
+    }
+    if (format != "pdf") {
+        throw py::value_error(fmt::format("there is no format \"{}\": it is \"rtf\" or \"pdf\"", format));
+    }
+    return py::module_::import("genvara._pdf")
+        .attr("drawn")(py::bytes(richText), result.ProjectRecord().ProjName());
+}
+
 ReportedList ListOf(bool undersized) {
     return undersized ? ReportedList::Undersized : ReportedList::Recommended;
 }
@@ -161,14 +173,19 @@ void BindResult(py::module_& module) {
         .def(
             "report",
             [](const SizingResult& self, const std::string& type, std::int32_t set, bool undersized,
-               bool metric) { return py::bytes(self.Report(TypeOf(type), ListOf(undersized), set, metric)); },
+               bool metric, const std::string& format) {
+                return InFormat(format, self, self.Report(TypeOf(type), ListOf(undersized), set, metric));
+            },
             py::arg("type") = "sizing", py::kw_only(), py::arg("set") = 0, py::arg("undersized") = false,
-            py::arg("metric") = false, "A report of rich text on a set: \"sizing\" or \"summary\".")
+            py::arg("metric") = false, py::arg("format") = "rtf",
+            "A report on a set, \"sizing\" or \"summary\": the bytes of rich text, \"rtf\", or \"pdf\".")
         .def(
             "no_match_report",
-            [](const SizingResult& self, bool metric) { return py::bytes(self.NoMatchReport(metric)); },
-            py::kw_only(), py::arg("metric") = false,
-            "The report of rich text that stands where no set was found.")
+            [](const SizingResult& self, bool metric, const std::string& format) {
+                return InFormat(format, self, self.NoMatchReport(metric));
+            },
+            py::kw_only(), py::arg("metric") = false, py::arg("format") = "rtf",
+            "The report that stands where no set was found, as \"rtf\" or \"pdf\".")
         .def(
             "spec",
             [](const SizingResult& self, std::int32_t set, bool undersized) {

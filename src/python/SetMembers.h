@@ -3,11 +3,32 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
+#include <cstdint>
+#include <optional>
+#include <string>
+
 #include "CodeEnums.h"
 #include "DesignResults.h"
+#include "Margins.h"
 #include "Properties.h"
 
 namespace genvara::python {
+
+/// The tightest test of a set, by its name.
+struct TightestTest {
+    std::string name;
+    std::int32_t stepNumber;
+    double margin;
+};
+
+[[nodiscard]] inline std::optional<TightestTest> NamedTightest(const std::optional<Tightest>& tightest) {
+    if (!tightest) {
+        return std::nullopt;
+    }
+    return TightestTest{.name = std::string(kStepTests[tightest->test].name),
+                        .stepNumber = tightest->stepNumber,
+                        .margin = tightest->margin};
+}
 
 /// Gives a class of Python the members of a set as a run found it.
 /// @param setOf answers `(const Owner&)` with a `const ChosenSet&`.

@@ -33,7 +33,8 @@ void RequireIndex(std::int32_t index, std::int32_t count, std::string_view list)
 
 SizingResult::SizingResult(const PythonProject& project, std::shared_ptr<PythonCatalogue> catalogue,
                            const DesignLimits& limits)
-    : m_tables(project.Tables()),
+    : m_format(project.Format()),
+      m_tables(project.Tables()),
       m_catalogue(std::move(catalogue)),
       m_document(FactoryDefaults(), m_catalogue->Data(), m_catalogue->Gensets()) {
     m_document.Project() = project.Project();
@@ -128,6 +129,7 @@ std::shared_ptr<PythonProject> SizingResult::Project() const {
     copy->Project() = m_document.Project();
     copy->PowerSystem() = m_document.PowerSystem();
     copy->LoadProfile() = m_document.LoadProfile();
+    copy->Format(m_format);
     return copy;
 }
 

@@ -44,6 +44,7 @@ class SizingResult {
     [[nodiscard]] std::string Spec(ReportedList list, std::int32_t index, bool metric) const;
 
     [[nodiscard]] const CDesigner& Designer() const noexcept { return m_document.Designer(); }
+    [[nodiscard]] const CProject& ProjectRecord() const noexcept { return m_document.Project(); }
     [[nodiscard]] const CLoadProfile& LoadProfile() const noexcept { return m_document.LoadProfile(); }
     [[nodiscard]] const std::shared_ptr<PythonCatalogue>& Catalogue() const noexcept { return m_catalogue; }
     /// A copy of the project as it was sized.
@@ -54,6 +55,7 @@ class SizingResult {
     [[nodiscard]] std::string Made(Make make) const;
     void Fill(CReports& reports, ReportedList list, std::int32_t index, bool metric) const;
 
+    ProjectFormat m_format;
     std::shared_ptr<PythonCatalogue> m_tables;  ///< whose motor tables the loads refer to
     std::shared_ptr<PythonCatalogue> m_catalogue;
     Document m_document;

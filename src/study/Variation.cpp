@@ -101,16 +101,22 @@ bool Sizing::IsSameRow(const Sizing& other) const noexcept {
     return row == other.row && !(filter < other.filter) && !(other.filter < filter);
 }
 
-Sizing ProjectSizer::Size(const StudyProject& project, DesignSearch::Goal goal) {
-    const CPwrSys& site = project.powerSystem;
-    const CLoadProfile& profile = project.loadProfile;
-    if (!m_tables->rules.phasesOf(site.ConnectCode())) {
-        throw RaisedError(
-            0, "", fmt::format("The connection code {} is not in the genset database.", site.ConnectCode()));
+void RequireSizable(const StudyProject& project, const EntryRules& rules) {
+    const std::int32_t connection = project.powerSystem.ConnectCode();
+    if (!rules.phasesOf(connection)) {
+        throw RaisedError(0, "",
+                          fmt::format("The connection code {} is not in the genset database.", connection));
     }
+    const CLoadProfile& profile = project.loadProfile;
     if (profile.NumLoadSteps() == 0 || profile.LoadStep(1).NumLoads() == 0) {
         throw RaisedError(0, "", kNoLoads);
     }
+}
+
+Sizing ProjectSizer::Size(const StudyProject& project, DesignSearch::Goal goal) {
+    RequireSizable(project, m_tables->rules);
+    const CPwrSys& site = project.powerSystem;
+    const CLoadProfile& profile = project.loadProfile;
     Sizing sizing;
     sizing.filter = FilterOf(site);
     const auto candidates = m_tables->candidates.Of(sizing.filter);

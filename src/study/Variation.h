@@ -57,6 +57,10 @@ void ReopenInto(const StudyProject& project, const EntryRules& rules, StudyProje
 [[nodiscard]] StudyProject Changed(const StudyProject& project, std::span<const MemberValue> changes,
                                    const EntryRules& rules);
 
+/// Makes sure that there is something to size, at a connection that the catalogue knows.
+/// @throws RaisedError 0 with a sentence.
+void RequireSizable(const StudyProject& project, const EntryRules& rules);
+
 /// What sizing a project comes to.
 struct Sizing {
     std::optional<ChosenSet> set;      ///< the first recommended one

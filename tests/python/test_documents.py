@@ -7,13 +7,13 @@ import pytest
 from conftest import SOURCE
 
 
-@pytest.mark.parametrize("name", ["python.md"])
-def test_examples(name, tmp_path, monkeypatch):
+@pytest.mark.parametrize("name, number", [("python.md", 10), ("fleet.md", 3)])
+def test_examples(name, number, tmp_path, monkeypatch):
     for sample in (SOURCE / "samples").glob("*.prj"):
         shutil.copy(sample, tmp_path)
     monkeypatch.chdir(tmp_path)
     examples = re.findall(r"```python\n(.*?)```", (SOURCE / "docs" / name).read_text(encoding="utf-8"), re.DOTALL)
-    assert len(examples) >= 5
+    assert len(examples) == number
     known = {}
     for example in examples:
         exec(compile(example, name, "exec"), known)

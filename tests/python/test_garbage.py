@@ -15,7 +15,8 @@ garbage = st.recursive(
     lambda inner: st.lists(inner) | st.tuples(inner, inner) | st.dictionaries(st.text(), inner), max_leaves=5)
 
 # What a caller has to expect of a wrong argument.
-EXPECTED = (genvara.RaisedError, TypeError, ValueError, OverflowError, AttributeError, LookupError, OSError)
+EXPECTED = (genvara.RaisedError, TypeError, ValueError, OverflowError, AttributeError, LookupError, OSError,
+            ReferenceError)
 PROJECT = SOURCE / "samples/hospital.prj"
 CATALOGUE = genvara.Catalogue()
 
@@ -69,6 +70,33 @@ def test_functions(first, second, third):
     tried(result.report, first, set=second, undersized=third)
     tried(result.explain, all=first, models=second)
     tried(project.steps[0].total_running_real_power, first)
+    tried(project.steps[0].add_load, first, quantity=second)
+    tried(project.steps[0].add_load, "Motor", hp=first, name=second, code_letter=third)
+    tried(project.steps[0].move, first)
+    tried(project.add_step, first, second, before=third)
+    tried(project.order, CATALOGUE, max_steps=1, before=first, together=second, seconds=third)
+    tried(project.advise, CATALOGUE, pairs=first, kinds=second, jobs=third)
+    tried(genvara.sweep, project, CATALOGUE, {"PowerSystem.Altitude": first})
+    tried(genvara.sweep, project, CATALOGUE, first, most_points=50)
+    tried(genvara._core._Trials, project, CATALOGUE, {}, ["PowerSystem.Altitude"], [first])
+
+
+@settings(max_examples=100, deadline=None)
+@given(st.lists(st.integers(0, 30), min_size=1, max_size=12))
+def test_records_that_come_and_go(moves):
+    """Whatever is deleted, added and moved, what is held of it is told or still there."""
+    project = genvara.read(PROJECT)
+    held = records(project)[2:]
+    for move in moves:
+        record = held[move % len(held)]
+        act = (lambda: record.delete(), lambda: project.add_step("New", 20, before=record if move % 2 else None),
+               lambda: record.add_load("Lighting"), lambda: record.move(1))[move % 4]
+        made = tried(act)
+        held += [] if made is None else [made]
+        for one in held:
+            tried(lambda: (repr(one), one.number, one.path))
+    tried(project.size, CATALOGUE)
+    assert genvara.loads(project.dumps()).dumps() == project.dumps()
 
 
 @settings(max_examples=100, deadline=None)

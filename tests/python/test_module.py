@@ -315,6 +315,43 @@ def test_reports_are_those_of_the_console(hospital, catalogue, tmp_path):
     assert result.spec() == file.read_bytes()
 
 
+def pages_of(pdf):
+    return int(re.search(rb"/Count (\d+)", pdf).group(1))
+
+
+def test_reports_as_pdf_are_those_of_the_console(hospital, catalogue, tmp_path):
+    result = hospital.size(catalogue)
+    for type_ in ("sizing", "summary"):
+        file = tmp_path / "report.pdf"
+        subprocess.run([CLI, "report", "--type", type_, "--set", "1", "-o", str(file), SOURCE / "samples/hospital.prj"], check=True)
+        ours, told = result.report(type_, set=1, format="pdf"), file.read_bytes()
+        assert ours.startswith(b"%PDF-") and ours.rstrip().endswith(b"%%EOF")
+        # Title and number of pages are the same; the time of printing differs.
+        assert pages_of(ours) == pages_of(told) > 0
+        title = re.search(rb"/Title \(.*?\)\n/", ours, re.DOTALL).group()
+        assert title in told and len(title) > 20
+    assert result.no_match_report(format="pdf").startswith(b"%PDF-")
+    with pytest.raises(ValueError, match="\"doc\""):
+        result.report(format="doc")
+
+
+def test_a_pdf_without_the_program_that_draws_it(hospital, catalogue, monkeypatch):
+    from genvara import _pdf
+
+    result = hospital.size(catalogue)
+    monkeypatch.setattr(_pdf, "_HELPER", "genvara-none")
+    with pytest.raises(genvara.RaisedError, match="genvara-none is missing"):
+        result.report(format="pdf")
+    with pytest.raises(genvara.RaisedError, match="failed: .*no rich text"):
+        monkeypatch.undo()
+        _pdf.drawn(b"Hello", "name")
+
+
+def test_version():
+    told = subprocess.run([CLI, "--version"], capture_output=True, text=True, check=True).stdout
+    assert genvara.__version__ in told and genvara.__version__[0].isdigit()
+
+
 def without_date(report):
     """A report without the line that tells when it was printed."""
     return re.sub(rb"[A-Z][a-z]+ \d{1,2}, 20\d\d|\d\d:\d\d:\d\d [AP]M", b"", report)

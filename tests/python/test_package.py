@@ -13,10 +13,13 @@ BUILD, SOURCE = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
 SKIPPED = 77
 NEEDED = ("cpack", "dpkg-deb", "dpkg-shlibdeps", "lintian")
 FILES = ["./usr/lib/python3/dist-packages/genvara/" + name
-         for name in ("Genvara.db", "__init__.py", "__init__.pyi", "_copies.py", "_errors.py", "py.typed")]
+         for name in ("Genvara.db", "__init__.py", "__init__.pyi", "_copies.py", "_errors.py", "_pdf.py", "py.typed",
+                      "fleet/__init__.py", "fleet/_workers.py")]
 SCRIPT = """
 import genvara
+from genvara import fleet
 result = genvara.read("hospital.prj").size(genvara.Catalogue())
+assert fleet.size(["hospital.prj"])[0]["model_num"] == result.recommended[0].model
 print(genvara.__file__, result.recommended[0].model)
 """
 
@@ -45,6 +48,7 @@ def check(folder):
     listed = run("dpkg-deb", "-c", package)
     for file in FILES:
         expect(file in listed, f"{file} is missing:\n{listed}")
+    expect("__pycache__" not in listed, f"compiled files are in it:\n{listed}")
     expect("./usr/bin" not in listed, f"a program is in it:\n{listed}")
     run("lintian", "--fail-on", "error", "--allow-root", package)
 

@@ -1,29 +1,13 @@
 """The module says what `genvara-cli size --json` and `explain --json` say, to the last bit."""
 import json
-import subprocess
 import warnings
 
 import pytest
 import random_projects
 
 import genvara
-from conftest import CLI, SOURCE
-
-SET = {"ModelNum": "model_num", "AltNum": "alt_num", "EngineNum": "engine_num", "FuelType": "fuel_type",
-       "NominalRating": "nominal_rating", "DeratedRating": "derated_rating", "StartKVA35": "start_kva35",
-       "VoltageDips": "voltage_dips", "FreqDips": "freq_dips", "StepVTHD_A": "step_vthd_a", "StepVTHD_B": "step_vthd_b",
-       "StepVTHD_C": "step_vthd_c", "MaxStepVoltDip": "max_step_volt_dip", "MaxStepFreqDip": "max_step_freq_dip",
-       "MaxStepVTHD": "max_step_vthd", "FreqDipAvail": "freq_dip_avail"}
-
-
-def told_by(*arguments):
-    done = subprocess.run([CLI, *map(str, arguments)], capture_output=True, text=True, timeout=600)
-    return [json.loads(line) for line in done.stdout.splitlines()]
-
-
-def set_of(chosen):
-    return {name: getattr(chosen, attribute) for name, attribute in SET.items()}
-
+from conftest import SOURCE
+from told import set_of, tightest_of, told_by
 
 def answer(result):
     """What both tell, in the form of the console's JSON."""
@@ -99,9 +83,7 @@ def test_explanations(catalogue, file):
     sets = result.explain(all=True)
     assert len(sets) == len(line["Sets"])
     for found, expected in zip(sets, line["Sets"]):
-        tightest = found.tightest and {"Name": found.tightest.name, "StepNumber": found.tightest.step_number,
-                                       "Margin": found.tightest.margin}
-        assert (found.model, found.verdict, found.transient_class, found.loading, tightest) == tuple(
+        assert (found.model, found.verdict, found.transient_class, found.loading, tightest_of(found.tightest)) == tuple(
             expected[name] for name in ("ModelNum", "Verdict", "Class", "Loading", "Tightest"))
         for tests, step in zip(found.steps, expected["Steps"], strict=True):
             for test, row in zip(tests, step["Tests"], strict=True):

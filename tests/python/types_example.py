@@ -2,6 +2,7 @@
 import datetime
 
 import genvara
+from genvara import fleet
 
 
 def study(path: str) -> list[str]:
@@ -19,3 +20,21 @@ def study(path: str) -> list[str]:
     tightest = result.explain()[0].tightest
     margin: float = tightest.margin if tightest else 0.0
     return [one.model for one in result.recommended] + [f"{fuel.name} {margin}"]
+
+
+def ask(path: str) -> None:
+    catalogue = genvara.Catalogue()
+    project = genvara.new(catalogue)
+    pump = project.add_step("Pumps", 20).add_load("Motor", hp=50.0)
+    pump.delete()
+    advice = project.advise(catalogue, kinds=["starter"])
+    text: str = advice[0].text + advice[0].project.proj_name
+    steps: list[list[str]] = project.order(catalogue, max_steps=4, before=[("Step[1].Load[1]", "Step[2].Load[1]")]).steps
+    frame = genvara.sweep(project, catalogue, {"PowerSystem.Altitude": range(0, 3001, 250)}).to_pandas()
+    pdf: bytes = project.size(catalogue).report(format="pdf")
+    project.size(catalogue).report(format="doc")  # type: ignore[arg-type]
+    study = fleet.chances(project, {"PowerSystem.AmbTemp": fleet.normal(35.0, 4.0)}, runs=1000, seed=7)
+    share: float = study.of_set("MV900D").low
+    fleet.size([path, project], out="sites.db", max_loading=80).to_csv("sites.csv")
+    fleet.chances(project, {"PowerSystem.AmbTemp": 35.0}, runs=1, seed=1)  # type: ignore[dict-item]
+    print(text, steps, frame, pdf, share)

@@ -5,9 +5,9 @@
 
 #include "Advise.h"
 #include "CLightLoad.h"
-#include "EngineFixture.h"
 #include "Order.h"
 #include "RaisedErrorMatcher.h"
+#include "StudyFixture.h"
 
 namespace genvara {
 namespace {
@@ -16,41 +16,9 @@ using testing::ElementsAre;
 
 constexpr double kLeastStep = 1e-3;
 
-/// A project in memory, sized against candidates in memory. Its loads are the fixture's.
-struct Studied {
-    EngineFixture fixture;
-    MotorConversions motors{.MotorHP = {1, 10, 1000},
-                            .MotorRunningKW = {0.8, 8, 800},
-                            .MotorRunningKVA = {1, 10, 1000},
-                            .MotorStartPF = {0.4, 0.4, 0.4}};
-    std::vector<CodeLetterRecord> letters{{"G", 6}};
-    std::vector<double> multipliers{1, 0.64, 0.42, 0.7, 0.33};
-    CandidateStore store{fixture.gensets};
-    StudyTables tables{.rules = {.motors = {motors, letters, multipliers},
-                                 .phasesOf = [](std::int32_t) { return std::optional(3); }},
-                       .candidates = store};
-    StopFlag stop{false};
-
-    Studied() {
-        for (const double rating : {50.0, 100.0, 150.0, 200.0}) {
-            const std::string model = "M" + std::to_string(static_cast<int>(rating));
-            fixture.gensets.rows.push_back(MakeRow({.model = model.c_str(),
-                                                    .rating = rating,
-                                                    .startKVA35 = 10 * rating,
-                                                    .startingPower = rating}));
-        }
-    }
-    [[nodiscard]] StudyProject Project() {
-        return {.project = CProject(fixture.defaults, LocalTime),
-                .powerSystem = fixture.site,
-                .loadProfile = fixture.profile,
-                .limits = fixture.designer,
-                .format = ProjectFormat::Records};
-    }
-    [[nodiscard]] SweepAxis Axis(const std::string& text) {
-        return ParseAxes({text}, Project(), tables.rules).front();
-    }
-};
+[[nodiscard]] SweepAxis AxisOf(Studied& studied, const std::string& text) {
+    return ParseAxes({text}, studied.Project(), studied.tables.rules).front();
+}
 
 std::string ModelOf(const Sizing& sizing) {
     return sizing.set ? sizing.set->ModelNum : "none";
@@ -72,7 +40,7 @@ TEST(Sweep, SizesEachPointOfTheGrid) {
     // 40 kW each: 1, 2 and 3 of them want ratings of 40, 80 and 120 kW.
     Studied studied;
     studied.fixture.AddKilowatts(40);
-    const auto axes = std::vector{studied.Axis("Step[1].Load[1].Quantity=1:3:1")};
+    const auto axes = std::vector{AxisOf(studied, "Step[1].Load[1].Quantity=1:3:1")};
     EXPECT_EQ(PointCount(axes), 3);
     std::vector<std::string> models;
     Sweep(studied.Project(), axes, studied.tables, 2, studied.stop,
@@ -84,7 +52,7 @@ TEST(Sweep, FindsWhereTheAnswerChanges) {
     // A site above 1000 m takes 1 % for each 100 m: 97 kW of 100 are there up to 1300 m.
     Studied studied;
     studied.fixture.AddKilowatts(97);
-    const auto stretches = FindBreaks(studied.Project(), studied.Axis("PowerSystem.Altitude=0:2000:1"),
+    const auto stretches = FindBreaks(studied.Project(), AxisOf(studied, "PowerSystem.Altitude=0:2000:1"),
                                       studied.tables, 1, studied.stop, [](std::int64_t) {});
     ASSERT_EQ(stretches.size(), 2U);
     EXPECT_EQ(ModelOf(stretches[0].point.sizing), "M100");
@@ -100,7 +68,7 @@ TEST(Sweep, KeepsAPointThatFails) {
     studied.tables.rules.phasesOf = [](std::int32_t code) {
         return code == 1 ? std::optional(3) : std::nullopt;
     };
-    const auto axes = std::vector{studied.Axis("PowerSystem.ConnectCode=1,9")};
+    const auto axes = std::vector{AxisOf(studied, "PowerSystem.ConnectCode=1,9")};
     std::vector<bool> failed;
     Sweep(studied.Project(), axes, studied.tables, 1, studied.stop,
           [&](std::int64_t, const SweepPoint& point) { failed.push_back(point.error.has_value()); });

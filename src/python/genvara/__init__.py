@@ -11,6 +11,7 @@ Names are those of the program's model, in snake case. `describe()` lists every 
 
 from ._core import *
 from ._core import __all__ as _names
+from ._core import __version__
 from ._errors import RaisedError
 
 __all__ = [*_names, "RaisedError"]

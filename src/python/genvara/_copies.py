@@ -7,8 +7,8 @@ def catalogue(file, digest):
     return _core._catalogue(file, digest)
 
 
-def project(tables, text, powers):
-    return _core._project(tables, text, powers)
+def project(tables, text, powers, is_json):
+    return _core._project(tables, text, powers, is_json)
 
 
 def result(project, catalogue, limits):
