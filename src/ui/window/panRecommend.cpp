@@ -11,7 +11,7 @@
 #include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
-#include "PrinterLayout.h"
+#include "ReportSheets.h"
 #include "ReportView.h"
 #include "SpecExport.h"
 #include "Texts.h"
