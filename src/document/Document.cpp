@@ -104,6 +104,11 @@ std::filesystem::path Document::Rescue(const std::filesystem::path& folder) {
     return file;
 }
 
+void Document::Change(std::string /*name*/, const std::function<void()>& change) {
+    change();
+    Touch();
+}
+
 void Document::FollowConnection() {
     m_catalogue->FollowConnection(m_powerSystem);
 }

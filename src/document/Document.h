@@ -76,6 +76,10 @@ class Document {
     /// somebody may keep something else there.
     [[nodiscard]] bool ReplacesUnread(const std::filesystem::path& file) const;
 
+    /// Runs a change of the records and notes that something was changed.
+    /// @param name of the change, as in "Apply Advice".
+    void Change(std::string name, const std::function<void()>& change);
+
     /// Notes that something was entered that the document's file does not hold.
     void Touch() noexcept { m_changed = true; }
     /// Whether something was entered since the document was begun, read or saved.

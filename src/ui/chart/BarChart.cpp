@@ -11,8 +11,8 @@ namespace genvara {
 namespace {
 
 constexpr int kMostTicks = 6;
-constexpr double kBarShare = 0.64;    ///< of the room for a bar
-constexpr double kWidestBar = 5.0;    ///< heights of a line
+constexpr double kBarShare = 0.64;     ///< of the room for a bar
+constexpr double kWidestBar = 5.0;     ///< heights of a line
 constexpr double kRoomForNames = 4.0;  ///< heights of a line
 
 /// Draws the bars of a chart into its frame.
@@ -43,7 +43,8 @@ class BarPainter {
                 painter.fillRect(shape, QBrush(colours.ground, Qt::BDiagPattern));
             }
             if (selected || bar.fails) {
-                painter.setPen(QPen(selected ? colours.selected : colours.fails.darker(), selected ? 2.0 : 1.0));
+                painter.setPen(
+                    QPen(selected ? colours.selected : colours.fails.darker(), selected ? 2.0 : 1.0));
                 painter.setBrush(Qt::NoBrush);
                 painter.drawRect(shape);
             }
@@ -108,8 +109,9 @@ class BarPainter {
         QPainter& painter = m_frame->Painter();
         const QPointF place(centre - width / 2, top - letters.descent());
         // On its ground, so that a limit that crosses it does not cross it out.
-        painter.fillRect(QRectF(place - QPointF(1.0, letters.ascent()), QSizeF(width + 2.0, letters.height())),
-                         m_frame->Colours().ground);
+        painter.fillRect(
+            QRectF(place - QPointF(1.0, letters.ascent()), QSizeF(width + 2.0, letters.height())),
+            m_frame->Colours().ground);
         painter.setPen(m_frame->Colours().text);
         painter.drawText(place, text);
     }

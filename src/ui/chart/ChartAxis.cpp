@@ -12,8 +12,8 @@ double RoundStep(double range, int most) {
     constexpr std::array<double, 4> kRound{1.0, 2.0, 5.0, 10.0};
     const double rough = range / std::max(1, most - 1);
     const double power = std::pow(10.0, std::floor(std::log10(rough)));
-    const auto* const found = std::ranges::find_if(
-        kRound, [&](double digit) { return digit * power >= rough * (1.0 - 1e-9); });
+    const auto* const found =
+        std::ranges::find_if(kRound, [&](double digit) { return digit * power >= rough * (1.0 - 1e-9); });
     return (found == kRound.end() ? kRound.back() : *found) * power;
 }
 

@@ -89,9 +89,8 @@ void ChartFrame::DrawHeights(const AxisTicks& ticks, const QString& unit) const 
                             text);
     }
     m_painter->setPen(m_colours->faint);
-    m_painter->drawText(QPointF(right - m_letters.horizontalAdvance(unit),
-                                m_plot.top() - m_letters.height() * 0.75),
-                        unit);
+    m_painter->drawText(
+        QPointF(right - m_letters.horizontalAdvance(unit), m_plot.top() - m_letters.height() * 0.75), unit);
     m_painter->restore();
 }
 
@@ -131,7 +130,8 @@ void ChartFrame::DrawEndLabels(std::vector<EndLabel> labels) const {
         const QString shown =
             m_letters.elidedText(labels[i].text, Qt::ElideRight, m_area.right() - m_gap / 2 - left);
         m_painter->setPen(labels[i].colour);
-        m_painter->drawText(QPointF(left, middles[i] + (m_letters.ascent() - m_letters.descent()) / 2), shown);
+        m_painter->drawText(QPointF(left, middles[i] + (m_letters.ascent() - m_letters.descent()) / 2),
+                            shown);
     }
 }
 

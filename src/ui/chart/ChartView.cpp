@@ -117,8 +117,8 @@ bool ChartView::viewportEvent(QEvent* event) {
         const auto* help = static_cast<QHelpEvent*>(event);
         const QModelIndex index = indexAt(help->pos());
         if (index.isValid()) {
-            QToolTip::showText(help->globalPos(), TipOf(index.row()).toHtmlEscaped().replace('\n', "<br>"), this,
-                               visualRect(index));
+            QToolTip::showText(help->globalPos(), TipOf(index.row()).toHtmlEscaped().replace('\n', "<br>"),
+                               this, visualRect(index));
         } else {
             QToolTip::hideText();
         }

@@ -157,9 +157,8 @@ QByteArray ExhibitDesk::Pdf(const QString& title, std::vector<FlowBlock> blocks)
     QStringList titles{m_around.projectName().simplified(), title};
     titles.removeAll(QString());
     const QByteArray pdf =
-        PaintedPdf(pages.Paper(), titles.join(" \u2013 "), m_around.clock(), [&](QPagedPaintDevice& device) {
-            return pages.Paint(device, 0, pages.PageCount() - 1);
-        });
+        PaintedPdf(pages.Paper(), titles.join(" \u2013 "), m_around.clock(),
+                   [&](QPagedPaintDevice& device) { return pages.Paint(device, 0, pages.PageCount() - 1); });
     if (pdf.isEmpty()) {
         throw RaisedError(kPrinterError, "ExhibitDesk::Pdf", "The pages cannot be made.");
     }

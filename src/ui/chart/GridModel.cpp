@@ -48,8 +48,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         case Qt::TextAlignmentRole:
             return static_cast<int>(
                 Qt::AlignVCenter |
-                (m_grid.columns[static_cast<std::size_t>(index.column() + Aside())].isNumber ? Qt::AlignRight
-                                                                                            : Qt::AlignLeft));
+                (m_grid.columns[static_cast<std::size_t>(index.column() + Aside())].isNumber
+                     ? Qt::AlignRight
+                     : Qt::AlignLeft));
         case Qt::FontRole: {
             if (!cell.isBold) {
                 return {};
@@ -78,7 +79,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
             return name == nullptr ? QVariant(section + 1) : QVariant(name->text);
         }
         return role == Qt::ToolTipRole && name != nullptr && !name->tip.isEmpty() ? QVariant(name->tip)
-                                                                                 : QVariant();
+                                                                                  : QVariant();
     }
     const GridColumn& column = m_grid.columns[static_cast<std::size_t>(section + Aside())];
     if (role == Qt::DisplayRole) {

@@ -140,8 +140,8 @@ void GridSheet::DrawRow(QPainter& painter, const QPointF& place, const Group& gr
         painter.drawText(QRectF(left + m_padding, place.y() + m_padding / 2, width, height),
                          Alignment(column) | Qt::TextWordWrap, cell.text);
         if (cell.bar) {
-            const QRectF track(left + m_padding, place.y() + height - m_padding / 2 - line * kBarHeight, width,
-                               line * kBarHeight);
+            const QRectF track(left + m_padding, place.y() + height - m_padding / 2 - line * kBarHeight,
+                               width, line * kBarHeight);
             DrawCellBar(painter, track, *cell.bar, colours);
         }
         left += m_widths[column];

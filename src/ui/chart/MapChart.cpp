@@ -42,7 +42,8 @@ class MapPainter {
         const std::size_t rows = m_figures->rows.size();
         const QRectF& plot = m_frame->Plot();
         const QRectF place(plot.left() + m_width * static_cast<double>(index / rows),
-                           plot.bottom() - m_height * static_cast<double>(index % rows + 1), m_width, m_height);
+                           plot.bottom() - m_height * static_cast<double>(index % rows + 1), m_width,
+                           m_height);
         QPainter& painter = m_frame->Painter();
         const ChartColours& colours = m_frame->Colours();
         QColor ground = colours.ground;
@@ -67,8 +68,8 @@ class MapPainter {
         const int columnStride = LabelStride(static_cast<int>(m_figures->columns.size()), m_width,
                                              Widest(m_figures->columns) + m_frame->Gap());
         for (std::size_t i = 0; i < m_figures->columns.size(); i += static_cast<std::size_t>(columnStride)) {
-            m_frame->DrawBelow(plot.left() + m_width * (static_cast<double>(i) + 0.5), m_width * columnStride, 0,
-                               m_figures->columns[i]);
+            m_frame->DrawBelow(plot.left() + m_width * (static_cast<double>(i) + 0.5), m_width * columnStride,
+                               0, m_figures->columns[i]);
         }
         m_frame->DrawBelow(plot.center().x(), plot.width(), 1, m_figures->across);
         const int rowStride =
@@ -119,7 +120,8 @@ class MapPainter {
   private:
     void DrawLabel(const MapChart::Cell& cell, const QRectF& place, const QColor& ground) const {
         const QFontMetricsF& letters = m_frame->Letters();
-        if (letters.horizontalAdvance(cell.label) + 4.0 > place.width() || letters.height() > place.height()) {
+        if (letters.horizontalAdvance(cell.label) + 4.0 > place.width() ||
+            letters.height() > place.height()) {
             return;
         }
         m_frame->Painter().setPen(cell.value ? TextOn(ground) : m_frame->Colours().text);
@@ -150,7 +152,8 @@ std::vector<QRectF> MapChart::Draw(QPainter& painter, const QRectF& area, const 
         return places;
     }
     painter.setPen(colours.faint);
-    painter.drawText(QPointF(frame.Plot().left(), frame.Plot().top() + frame.Letters().ascent()), m_figures.up);
+    painter.drawText(QPointF(frame.Plot().left(), frame.Plot().top() + frame.Letters().ascent()),
+                     m_figures.up);
     const MapPainter measure(m_figures, frame);
     const AxisTicks none{.least = 0.0, .greatest = 1.0, .values = {}};
     frame.ReserveLeft(none, QString());

@@ -21,8 +21,8 @@ class MapChart final : public Chart {
         QString up;      ///< of the vertical one
         std::vector<QString> columns;
         std::vector<QString> rows;  ///< from the bottom
-        std::vector<Cell> cells;    ///< column by column from the left, each from the bottom; rows of the table
-        QString note{};             ///< stands in place of the map
+        std::vector<Cell> cells;  ///< column by column from the left, each from the bottom; rows of the table
+        QString note{};           ///< stands in place of the map
     };
 
     /// @param table a row for each cell.

@@ -39,8 +39,7 @@ QFont GridFont() {
 PageFlow::PageFlow(std::vector<FlowBlock> blocks, const RichPage& paper, QString name)
     : m_blocks(std::move(blocks)), m_paper(paper), m_name(std::move(name)), m_y(paper.top) {
     for (std::size_t i = 0; i < m_blocks.size(); ++i) {
-        const bool leadsTo =
-            i + 1 < m_blocks.size() && !std::holds_alternative<FlowText>(m_blocks[i + 1]);
+        const bool leadsTo = i + 1 < m_blocks.size() && !std::holds_alternative<FlowText>(m_blocks[i + 1]);
         std::visit(
             [&](const auto& block) {
                 if constexpr (std::is_same_v<std::decay_t<decltype(block)>, FlowText>) {
@@ -67,9 +66,8 @@ void PageFlow::Require(double height) {
 void PageFlow::Put(double height, std::function<void(QPainter&, const QPointF&)> draw) {
     Require(height);
     const QPointF place(m_paper.left, m_y);
-    m_pieces.push_back({m_pages - 1, [draw = std::move(draw), place](QPainter& painter) {
-                            draw(painter, place);
-                        }});
+    m_pieces.push_back(
+        {m_pages - 1, [draw = std::move(draw), place](QPainter& painter) { draw(painter, place); }});
     m_y += height;
 }
 
@@ -88,7 +86,8 @@ void PageFlow::Add(const FlowText& text, double wantedBehind) {
     Put(height, [font, width, height, words = text.text](QPainter& painter, const QPointF& place) {
         painter.setFont(font);
         painter.setPen(Qt::black);
-        painter.drawText(QRectF(place, QSizeF(width, height + 1.0)), static_cast<int>(Qt::TextWordWrap), words);
+        painter.drawText(QRectF(place, QSizeF(width, height + 1.0)), static_cast<int>(Qt::TextWordWrap),
+                         words);
     });
     m_y += isBody ? kGap / 3 : kGap / 2;
 }

@@ -100,7 +100,8 @@ class StairPainter {
     [[nodiscard]] double Middle(std::size_t before) const {
         return (X(m_figures->stretches[before].to) + X(m_figures->stretches[before + 1].from)) / 2;
     }
-    /// The thin line to the stretch before: it slants where it is not known at which value the answer changes.
+    /// The thin line to the stretch before: it slants where it is not known at which value the answer
+    /// changes.
     void DrawRise(std::size_t index, double y) const {
         if (index == 0 || !m_figures->stretches[index - 1].height) {
             return;

@@ -19,8 +19,8 @@ class StairChart final : public Chart {
         bool fails = false;            ///< there is no answer because of a failure
     };
     struct Figures {
-        QString across;  ///< name and unit of the horizontal axis
-        QString unit;    ///< of the heights
+        QString across;                  ///< name and unit of the horizontal axis
+        QString unit;                    ///< of the heights
         std::vector<Stretch> stretches;  ///< rising
         std::vector<double> marks{};     ///< where the answer changes, as far as it is known exactly
         std::optional<double> level{};   ///< a line across, for comparison

@@ -7,9 +7,11 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "AnalysisHost.h"
 #include "CApplication.h"
 #include "CEditMenu.h"
 #include "EditWatch.h"
@@ -31,6 +33,7 @@ namespace genvara {
 class FileStatus;
 class Panel;
 class ctlSideBar;
+class frmAnalysis;
 class frmErrLog;
 class frmSplash;
 class panLoadProfile;
@@ -43,7 +46,7 @@ struct MenuCommand;
 ///
 /// Event routines without a handler of their own let failures pass to the last-chance handler; the toolbar
 /// swallows them.
-class frmMain final : public QMainWindow, public LoadFormHost {
+class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHost {
     Q_OBJECT
 
   public:
@@ -80,6 +83,13 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     [[nodiscard]] std::int32_t Phases() const override;
     void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) override;
     void ProjectChanged() override;
+
+    /// Runs a change of the project under its name, and brings what is shown up to date.
+    void ChangeProject(const QString& name, const std::function<void()>& change);
+
+    // What the analysis asks.
+    [[nodiscard]] std::optional<StudyProject> ProjectAsItStands() override;
+    void TakeVariation(const QString& name, const StudyProject& varied) override;
 
     /// The side bar's item click: stores the panels and shows one of them.
     /// @throws RaisedError of a panel that does not store, and of the sizing run.
@@ -179,6 +189,11 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void ShowAbout();
     void ShowDefaults();
     void ShowOptions();
+    void ShowAnalysis();
+    /// Tells the analysis that the project, or what it is sized with, has changed.
+    void RefreshAnalysis();
+    /// Shows the records on their panels.
+    void ShowRecords();
     void RefreshEditMenu();
     void RunEdit(const std::string& name);
     /// Runs a command on a file; a failure other than the user's cancel is told in one sentence.
@@ -212,6 +227,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     std::unique_ptr<EditWatch> m_editWatch;  ///< goes before what it tells
     std::unique_ptr<frmSplash> m_splash;
     std::unique_ptr<frmErrLog> m_errLog;
+    std::unique_ptr<frmAnalysis> m_analysis;  ///< goes before what it asks
 };
 
 }  // namespace genvara

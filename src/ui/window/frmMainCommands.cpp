@@ -18,6 +18,7 @@
 #include "ReportView.h"
 #include "Texts.h"
 #include "frmAbout.h"
+#include "frmAnalysis.h"
 #include "frmDefaults.h"
 #include "frmErrLog.h"
 #include "frmMain.h"
@@ -59,21 +60,14 @@ void frmMain::Run(const std::string& name) {
         return;
     }
     static const std::map<std::string, void (frmMain::*)()> commands{
-        {"mnuFileNew", &frmMain::FileNew},
-        {"mnuFileOpen", &frmMain::FileOpen},
-        {"mnuFileSave", &frmMain::FileSave},
-        {"mnuFileSaveAs", &frmMain::FileSaveAs},
-        {"mnuFileExport", &frmMain::ExportSpec},
-        {"mnuFileSaveReport", &frmMain::SaveReport},
-        {"mnuFilePrint", &frmMain::PrintReport},
-        {"mnuFilePrintSetup", &frmMain::PrintSetup},
-        {"mnuFileSendMail", &frmMain::SendMail},
-        {"mnuToolsDefaults", &frmMain::ShowDefaults},
-        {"mnuToolsOptions", &frmMain::ShowOptions},
-        {"mnuHelpTopics", &frmMain::HelpTopics},
-        {"mnuFileSaveReportPdf", &frmMain::SaveReportAsPdf},
-        {"mnuHelpAbout", &frmMain::ShowAbout},
-        {"helpContents", &frmMain::HelpContents},
+        {"mnuFileNew", &frmMain::FileNew},          {"mnuFileOpen", &frmMain::FileOpen},
+        {"mnuFileSave", &frmMain::FileSave},        {"mnuFileSaveAs", &frmMain::FileSaveAs},
+        {"mnuFileExport", &frmMain::ExportSpec},    {"mnuFileSaveReport", &frmMain::SaveReport},
+        {"mnuFilePrint", &frmMain::PrintReport},    {"mnuFilePrintSetup", &frmMain::PrintSetup},
+        {"mnuFileSendMail", &frmMain::SendMail},    {"mnuToolsDefaults", &frmMain::ShowDefaults},
+        {"mnuToolsOptions", &frmMain::ShowOptions}, {"mnuToolsAnalysis", &frmMain::ShowAnalysis},
+        {"mnuHelpTopics", &frmMain::HelpTopics},    {"mnuFileSaveReportPdf", &frmMain::SaveReportAsPdf},
+        {"mnuHelpAbout", &frmMain::ShowAbout},      {"helpContents", &frmMain::HelpContents},
     };
     if (const auto found = commands.find(name); found != commands.end()) {
         (this->*found->second)();
@@ -183,6 +177,7 @@ void frmMain::ShowOptions() {
     frmOptions(
         *m_platform, *m_application, [this](bool metric) { PwrSysUnitsChanged(metric); }, this)
         .exec();
+    RefreshAnalysis();
 }
 
 }  // namespace genvara

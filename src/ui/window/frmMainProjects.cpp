@@ -351,6 +351,7 @@ void frmMain::WriteProjectFile() {
 void frmMain::ShowFileStatus() {
     m_fileStatus->Show(ProjectFile(), m_application->Document().IsChanged());
     m_fileStatus->NotSaved(m_notSaved);
+    RefreshAnalysis();
 }
 
 void frmMain::NoteUnoffered(ChoicesFrom from) {
