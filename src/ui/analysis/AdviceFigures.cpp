@@ -35,11 +35,16 @@ QString LoadName(const StudyProject& project, const LoadPlace& place) {
 std::vector<GridCell> RowOf(const MemberDifference& difference, const StudyProject& project) {
     const PropertyPath path = ParsePath(difference.path);
     QString what = RecordName(path, project) + ": " + ToQt(difference.facts.words);
+    const bool isPower = difference.facts.unit == "W" || difference.facts.unit == "VA";
     if (!difference.facts.unit.empty()) {
-        what += " [" + ToQt(difference.facts.unit) + "]";
+        what += QString(isPower ? " [k%1]" : " [%1]").arg(ToQt(difference.facts.unit));
     }
-    return {TextCell(what), TextCell(ShownValue(difference.facts, difference.from)),
-            TextCell(ShownValue(difference.facts, difference.to)),
+    const auto shown = [&](const PropertyValue& value) {
+        constexpr double kKilo = 1000.0;
+        const auto* power = std::get_if<double>(&value);
+        return isPower && power != nullptr ? ShownPlain(*power / kKilo) : ShownValue(difference.facts, value);
+    };
+    return {TextCell(what), TextCell(shown(difference.from)), TextCell(shown(difference.to)),
             TextCell(difference.follows ? QObject::tr("follows") : QString())};
 }
 

@@ -15,7 +15,6 @@
 #include "FormGrid.h"
 #include "GridView.h"
 #include "LastChance.h"
-#include "NoticeBar.h"
 #include "Texts.h"
 
 namespace genvara {
@@ -31,15 +30,25 @@ std::int32_t JobsOfLongStudies() {
 AdvicePage::AdvicePage(AnalysisHost& host, const ExhibitDesk& desk, QWidget* parent)
     : AnalysisPage("pagAdvice", parent),
       m_host(&host),
-      m_applied(new NoticeBar("barApplied")),
+      m_applied(new QLabel),
       m_now(new QLabel),
       m_advice(new GridView("tblAdvice", GridView::Choose::Rows)),
       m_changes(new GridView("tblChanges", GridView::Choose::Rows)),
-      m_pairs(new QPushButton(tr("Try &Two Changes Together"))),
+      m_pairs(new QPushButton(tr("Try T&wo Changes Together"))),
       m_cancel(new QPushButton(tr("&Cancel"))),
       m_apply(new QPushButton(tr("Appl&y"))),
       m_progress(new QProgressBar),
       m_note(new QLabel) {
+    m_applied->setObjectName("lblApplied");
+    m_applied->setTextFormat(Qt::PlainText);
+    m_applied->setWordWrap(true);
+    m_applied->setFrameStyle(QFrame::Box | QFrame::Plain);
+    m_applied->setAutoFillBackground(true);
+    m_applied->setBackgroundRole(QPalette::ToolTipBase);
+    m_applied->setForegroundRole(QPalette::ToolTipText);
+    m_applied->setMargin(metrics::kGap);
+    m_applied->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_applied->hide();
     m_now->setObjectName("lblNow");
     m_now->setTextFormat(Qt::PlainText);
     m_now->setWordWrap(true);
@@ -80,6 +89,7 @@ AdvicePage::AdvicePage(AnalysisHost& host, const ExhibitDesk& desk, QWidget* par
         m_progress->setRange(0, total > 0 ? kParts : 0);
         m_progress->setValue(total > 0 ? static_cast<int>(done * kParts / total) : 0);
     });
+    m_note->hide();
     RefreshButtons();
 }
 
@@ -126,7 +136,7 @@ void AdvicePage::Stale() {
     m_study.Stop();
     m_isFresh = false;
     m_result = {};
-    m_applied->Text({});
+    m_applied->hide();
     m_advice->Stale(true);
     RefreshButtons();
 }
@@ -235,8 +245,9 @@ void AdvicePage::Apply() {
         changes += QString::fromUtf8("%1: %2 \u2192 %3").arg(row[0].text, row[1].text, row[2].text);
     }
     m_host->TakeVariation(tr("Apply Advice"), varied);
-    m_applied->Text(tr("Applied: %1 Edit > Undo takes it back.").arg(ToQt(advice.text)) + '\n' +
-                    changes.join('\n'));
+    m_applied->setText(tr("Applied: %1 Edit > Undo takes it back.").arg(ToQt(advice.text)) + '\n' +
+                       changes.join('\n'));
+    m_applied->show();
 }
 
 }  // namespace genvara

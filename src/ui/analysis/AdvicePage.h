@@ -16,7 +16,6 @@ class QPushButton;
 namespace genvara {
 
 class GridView;
-class NoticeBar;
 
 /// What would let a smaller set do, and what a chosen advice changes.
 class AdvicePage final : public AnalysisPage {
@@ -57,7 +56,7 @@ class AdvicePage final : public AnalysisPage {
     bool m_isFresh = false;  ///< the list is of the project as it stands
     bool m_hasPairs = false;
     BackgroundStudy m_study;
-    NoticeBar* m_applied;
+    QLabel* m_applied;
     QLabel* m_now;
     GridView* m_advice;
     GridView* m_changes;

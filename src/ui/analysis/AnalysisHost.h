@@ -6,6 +6,8 @@
 
 #include "Variation.h"
 
+class QWidget;
+
 namespace genvara {
 
 /// Whose project is analysed.
@@ -25,6 +27,9 @@ class AnalysisHost {
     /// Puts site and load profile of a varied project in the place of those at hand, under a name that can be
     /// undone.
     virtual void TakeVariation(const QString& name, const StudyProject& varied) = 0;
+
+    /// Opens the manual where it is about the analysis, beside the window that asks.
+    virtual void ShowAnalysisHelp(QWidget& owner) = 0;
 };
 
 }  // namespace genvara

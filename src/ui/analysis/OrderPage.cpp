@@ -35,9 +35,9 @@ OrderPage::OrderPage(AnalysisHost& host, const ExhibitDesk& desk, QWidget* paren
       m_note(new QLabel),
       m_maxSteps(new QSpinBox),
       m_before(new QPushButton(tr("Starts &Before"))),
-      m_together(new QPushButton(tr("Start To&gether"))),
+      m_together(new QPushButton(tr("Start Toget&her"))),
       m_rules(new QListWidget),
-      m_remove(new QPushButton(tr("&Remove"))),
+      m_remove(new QPushButton(tr("Remo&ve"))),
       m_progress(new QProgressBar),
       m_cancel(new QPushButton(tr("&Cancel"))),
       m_apply(new QPushButton(tr("Appl&y"))) {
@@ -68,6 +68,7 @@ OrderPage::OrderPage(AnalysisHost& host, const ExhibitDesk& desk, QWidget* paren
             }));
     connect(m_apply, &QPushButton::clicked, this, Event([this] { Apply(); }));
     connect(&m_study, &BackgroundStudy::WorkingChanged, this, [this] { RefreshButtons(); });
+    Note({});
     RefreshButtons();
 }
 
@@ -167,18 +168,26 @@ void OrderPage::Stale() {
     RefreshButtons();
 }
 
-QString OrderPage::NameAt(const LoadPlace& place) const {
-    const CLoadProfile& profile = m_result.project->loadProfile;
-    if (place.step < 1 || place.step > profile.NumLoadSteps() || place.load < 1 ||
-        place.load > profile.LoadStep(place.step).NumLoads()) {
-        return {};
+bool OrderPage::HasLoad(const LoadPlace& place) const {
+    if (!m_result.project) {
+        return false;
     }
-    return ToQt(std::next(profile.LoadStep(place.step).begin(), place.load - 1)->name());
+    const CLoadProfile& profile = m_result.project->loadProfile;
+    return place.step >= 1 && place.step <= profile.NumLoadSteps() && place.load >= 1 &&
+           place.load <= profile.LoadStep(place.step).NumLoads();
+}
+
+QString OrderPage::NameAt(const LoadPlace& place) const {
+    return HasLoad(place)
+               ? ToQt(std::next(m_result.project->loadProfile.LoadStep(place.step).begin(), place.load - 1)
+                          ->name())
+               : QString();
 }
 
 void OrderPage::KeepRules() {
     std::erase_if(m_given, [&](const Given& given) {
-        return NameAt(given.loads.first) != given.first || NameAt(given.loads.second) != given.second;
+        return !HasLoad(given.loads.first) || !HasLoad(given.loads.second) ||
+               NameAt(given.loads.first) != given.first || NameAt(given.loads.second) != given.second;
     });
 }
 
@@ -191,7 +200,7 @@ OrderRules OrderPage::RulesOf(const std::vector<Given>& given) const {
 }
 
 void OrderPage::AddRule(Rule rule, const LoadPlace& first, const LoadPlace& second) {
-    if (!m_result.project) {
+    if (!HasLoad(first) || !HasLoad(second) || first == second) {
         return;
     }
     std::vector<Given> given = m_given;
@@ -199,10 +208,10 @@ void OrderPage::AddRule(Rule rule, const LoadPlace& first, const LoadPlace& seco
     try {
         RequireOrder(m_result.project->loadProfile, RulesOf(given));
     } catch (const RaisedError& failure) {
-        m_note->setText(ToQt(failure.Description()));
+        Note(ToQt(failure.Description()));
         return;
     }
-    m_note->clear();
+    Note({});
     m_given = std::move(given);
     ShowRules();
     Begin();
@@ -237,7 +246,7 @@ void OrderPage::RemoveRule() {
     const int row = m_rules->currentRow();
     if (row >= 0 && static_cast<std::size_t>(row) < m_given.size()) {
         m_given.erase(m_given.begin() + row);
-        m_note->clear();
+        Note({});
         ShowRules();
         Begin();
     }
@@ -251,6 +260,11 @@ void OrderPage::ShowRules() {
                 .arg(given.first, given.second));
     }
     RefreshButtons();
+}
+
+void OrderPage::Note(const QString& text) {
+    m_note->setText(text);
+    m_note->setVisible(!text.isEmpty());
 }
 
 void OrderPage::Begin() {
@@ -329,7 +343,7 @@ void OrderPage::Apply() {
     const StudyProject varied =
         Reopened(Reordered(*result.project, m_answer->steps), result.desk->Tables().rules);
     m_host->TakeVariation(tr("Apply Order"), varied);
-    m_note->setText(tr("The order was applied. Edit > Undo takes it back."));
+    Note(tr("The order was applied. Edit > Undo takes it back."));
 }
 
 TextGrid OrderPage::Grid() const {

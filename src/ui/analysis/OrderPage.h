@@ -34,6 +34,7 @@ class OrderPage final : public AnalysisPage {
     /// Which rule two loads are given.
     enum class Rule { Before, Together };
     /// Gives two loads a rule; one that no order could keep to is told, and not given.
+    /// Loads that the project lacks are given none.
     void AddRule(Rule rule, const LoadPlace& first, const LoadPlace& second);
 
     /// What was found, while it holds.
@@ -63,7 +64,9 @@ class OrderPage final : public AnalysisPage {
     void KeepRules();
     void ShowRules();
     [[nodiscard]] OrderRules RulesOf(const std::vector<Given>& given) const;
+    [[nodiscard]] bool HasLoad(const LoadPlace& place) const;
     [[nodiscard]] QString NameAt(const LoadPlace& place) const;
+    void Note(const QString& text);
     void Begin();
     void Take(const Outcome& outcome);
     void ShowVerdict();

@@ -115,7 +115,9 @@ TextGrid StretchGrid(const std::vector<SweepStretch>& stretches, const SweepAxis
 QString TitleOf(const SweepAnswer& answer, const StudyProject& project, std::size_t answers) {
     QStringList names;
     for (const SweepAxis& axis : answer.axes) {
-        names += AxisName(axis, project).section(" [", 0, 0);
+        // What is the site's own needs no place.
+        const QString name = AxisName(axis, project).section(" [", 0, 0);
+        names += ParsePath(axis.path).step == 0 ? name.section(": ", 1) : name;
     }
     const QString title = QObject::tr("Smallest set by %1").arg(names.join(QObject::tr(" and ")));
     return title + ": " +

@@ -27,7 +27,7 @@ constexpr double kMostPoints = 20'000.0;
 WhatIfPage::WhatIfPage(const ExhibitDesk& desk, QWidget* parent)
     : AnalysisPage("pagWhatIf", parent),
       m_first(new AxisRow("Vary", tr("&Vary"), false)),
-      m_second(new AxisRow("And", tr("an&d"), true)),
+      m_second(new AxisRow("And", tr("a&nd"), true)),
       m_exact(new QCheckBox(tr("Find the &exact values at which the answer changes"))),
       m_work(new QPushButton(tr("&Work Out"))),
       m_cancel(new QPushButton(tr("&Cancel"))),
@@ -64,6 +64,7 @@ WhatIfPage::WhatIfPage(const ExhibitDesk& desk, QWidget* parent)
         m_progress->setRange(0, static_cast<int>(total));
         m_progress->setValue(static_cast<int>(done));
     });
+    Note({});
     RefreshButtons();
 }
 
@@ -126,7 +127,7 @@ void WhatIfPage::Stale() {
 }
 
 std::optional<std::vector<SweepAxis>> WhatIfPage::Axes() {
-    m_note->clear();
+    Note({});
     try {
         std::vector<std::string> texts;
         for (const AxisRow* row : {m_first, m_second}) {
@@ -136,15 +137,15 @@ std::optional<std::vector<SweepAxis>> WhatIfPage::Axes() {
         }
         std::vector<SweepAxis> axes = ParseAxes(texts, *m_result.project, m_result.desk->Tables().rules);
         if (const double points = PointCount(axes); points > kMostPoints) {
-            m_note->setText(tr("These are %1 points; at most %2 can be shown. Take larger steps, or ask "
-                               "genvara-cli sweep.")
-                                .arg(points, 0, 'g', 9)
-                                .arg(kMostPoints, 0, 'f', 0));
+            Note(tr("These are %1 points; at most %2 can be shown. Take larger steps, or ask "
+                    "genvara-cli sweep.")
+                     .arg(points, 0, 'g', 9)
+                     .arg(kMostPoints, 0, 'f', 0));
             return std::nullopt;
         }
         return axes;
     } catch (const RaisedError& failure) {
-        m_note->setText(ToQt(failure.Description()));
+        Note(ToQt(failure.Description()));
         return std::nullopt;
     }
 }
@@ -187,12 +188,17 @@ void WhatIfPage::Begin() {
 
 void WhatIfPage::Take(const Outcome& outcome) {
     m_answer = outcome.answer;
-    m_note->setText(outcome.failure);
+    Note(outcome.failure);
     if (m_answer) {
         m_chart->Stale(false);
         m_points->Stale(false);
         ShowAnswer();
     }
+}
+
+void WhatIfPage::Note(const QString& text) {
+    m_note->setText(text);
+    m_note->setVisible(!text.isEmpty());
 }
 
 void WhatIfPage::ShowAnswer() {

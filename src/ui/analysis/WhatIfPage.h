@@ -47,6 +47,7 @@ class WhatIfPage final : public AnalysisPage {
     [[nodiscard]] std::optional<std::vector<SweepAxis>> Axes();
     void Begin();
     void Take(const Outcome& outcome);
+    void Note(const QString& text);
     void ShowAnswer();
     void RefreshButtons();
 

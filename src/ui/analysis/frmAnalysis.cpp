@@ -289,6 +289,10 @@ void frmAnalysis::keyPressEvent(QKeyEvent* event) {
         close();
         return;
     }
+    if (event->matches(QKeySequence::HelpContents)) {
+        m_host->ShowAnalysisHelp(*this);
+        return;
+    }
     QWidget::keyPressEvent(event);
 }
 

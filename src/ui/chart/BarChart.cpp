@@ -48,9 +48,30 @@ class BarPainter {
                 painter.setBrush(Qt::NoBrush);
                 painter.drawRect(shape);
             }
-            DrawValue(bar, slot.center().x(), top);
         }
         return slot;
+    }
+
+    /// On its ground, so that a limit that crosses it does not cross it out.
+    void DrawValue(std::size_t index) const {
+        const BarChart::Bar& bar = m_figures->bars[index];
+        if (!bar.value) {
+            return;
+        }
+        const QString text = ShownNumber(*bar.value, m_figures->decimals);
+        const QFontMetricsF& letters = m_frame->Letters();
+        const double width = letters.horizontalAdvance(text);
+        if (width + 2.0 > m_slot) {
+            return;
+        }
+        QPainter& painter = m_frame->Painter();
+        const QPointF place(Left(index) + m_slot / 2 - width / 2,
+                            m_frame->YOf(*m_ticks, *bar.value) - letters.descent());
+        painter.fillRect(
+            QRectF(place - QPointF(1.0, letters.ascent() * 0.85), QSizeF(width + 2.0, letters.ascent())),
+            m_frame->Colours().ground);
+        painter.setPen(m_frame->Colours().text);
+        painter.drawText(place, text);
     }
 
     void DrawLimit(const BarChart::Limit& limit) const {
@@ -99,23 +120,6 @@ class BarPainter {
     }
 
   private:
-    void DrawValue(const BarChart::Bar& bar, double centre, double top) const {
-        const QString text = ShownNumber(*bar.value, m_figures->decimals);
-        const QFontMetricsF& letters = m_frame->Letters();
-        const double width = letters.horizontalAdvance(text);
-        if (width + 2.0 > m_slot) {
-            return;
-        }
-        QPainter& painter = m_frame->Painter();
-        const QPointF place(centre - width / 2, top - letters.descent());
-        // On its ground, so that a limit that crosses it does not cross it out.
-        painter.fillRect(
-            QRectF(place - QPointF(1.0, letters.ascent()), QSizeF(width + 2.0, letters.height())),
-            m_frame->Colours().ground);
-        painter.setPen(m_frame->Colours().text);
-        painter.drawText(place, text);
-    }
-
     const BarChart::Figures* m_figures;
     const ChartFrame* m_frame;
     const AxisTicks* m_ticks;
@@ -174,6 +178,9 @@ std::vector<QRectF> BarChart::Draw(QPainter& painter, const QRectF& area, const 
     }
     for (const Limit& limit : m_figures.limits) {
         bars.DrawLimit(limit);
+    }
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        bars.DrawValue(i);
     }
     bars.DrawNames();
     frame.DrawEndLabels(std::move(labels));

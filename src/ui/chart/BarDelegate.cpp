@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kBarHeight = 5;  // pixels
 constexpr int kMargin = 5;     // pixels
+constexpr int kLeastBar = 80;  // pixels
 
 }  // namespace
 
@@ -70,7 +71,7 @@ void BarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 QSize BarDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const QSize text = QStyledItemDelegate::sizeHint(option, index);
     return index.data(GridModel::BarRole).isValid()
-               ? QSize(std::max(text.width() + kMargin, 80), text.height() + kBarHeight + kMargin)
+               ? QSize(std::max(text.width() + kMargin, kLeastBar), text.height() + kBarHeight + 2 * kMargin)
                : QSize(text.width() + kMargin, text.height());
 }
 

@@ -62,7 +62,7 @@ void ChartFrame::ReserveLeft(const AxisTicks& ticks, const QString& unit) {
     }
     m_plot.setLeft(m_plot.left() + std::max(width, m_letters.horizontalAdvance(unit)) + m_gap);
     if (!unit.isEmpty()) {
-        m_plot.setTop(m_plot.top() + m_letters.height() * 0.9);
+        m_plot.setTop(m_plot.top() + m_letters.height() * 1.2);
     }
 }
 
@@ -90,7 +90,7 @@ void ChartFrame::DrawHeights(const AxisTicks& ticks, const QString& unit) const 
     }
     m_painter->setPen(m_colours->faint);
     m_painter->drawText(
-        QPointF(right - m_letters.horizontalAdvance(unit), m_plot.top() - m_letters.height() * 0.75), unit);
+        QPointF(right - m_letters.horizontalAdvance(unit), m_plot.top() - m_letters.height() * 0.7), unit);
     m_painter->restore();
 }
 

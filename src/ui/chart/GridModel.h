@@ -22,6 +22,7 @@ class GridModel final : public QAbstractTableModel {
 
     /// Shows another table. One with the same rows and columns keeps selection and scroll position.
     void Show(TextGrid grid);
+    [[nodiscard]] bool HasNamesAside() const noexcept { return m_namesAside; }
     [[nodiscard]] const TextGrid& Grid() const noexcept { return m_grid; }
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;

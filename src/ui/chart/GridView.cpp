@@ -61,17 +61,39 @@ void GridView::Show(TextGrid grid) {
 
 void GridView::FitColumns() {
     resizeColumnsToContents();
-    resizeRowsToContents();
+    FitRows();
     for (int column = 0; column < m_sorted.columnCount(); ++column) {
         setColumnWidth(column, std::min(columnWidth(column), kWidestColumn));
     }
     if (m_stretched >= 0 && m_stretched < m_sorted.columnCount()) {
         horizontalHeader()->setSectionResizeMode(m_stretched, QHeaderView::Stretch);
+        FitRows();
+    }
+}
+
+void GridView::FitRows() {
+    resizeRowsToContents();
+    if (m_model.HasNamesAside()) {
+        // A row without bars is as high as those with them.
+        int highest = 0;
+        for (int row = 0; row < m_sorted.rowCount(); ++row) {
+            highest = std::max(highest, rowHeight(row));
+        }
+        for (int row = 0; row < m_sorted.rowCount(); ++row) {
+            setRowHeight(row, highest);
+        }
     }
 }
 
 void GridView::Stretch(int column) {
+    setWordWrap(true);
     m_stretched = column;
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section) {
+        if (section == m_stretched) {
+            FitRows();
+        }
+    });
+    connect(&m_sorted, &QAbstractItemModel::layoutChanged, this, [this] { FitRows(); });
 }
 
 TextGrid GridView::Shown() const {

@@ -30,7 +30,7 @@ class GridView final : public QTableView {
     void ChooseRow(int row) { ChooseCell(row, 0); }
     void ChooseCell(int row, int column);
 
-    /// Lets a column take the room that is left.
+    /// Lets a column take the room that is left, on as many lines as it wants.
     void Stretch(int column);
 
   signals:
@@ -46,6 +46,7 @@ class GridView final : public QTableView {
 
   private:
     void FitColumns();
+    void FitRows();
 
     GridModel m_model;
     QSortFilterProxyModel m_sorted;

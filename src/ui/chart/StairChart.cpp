@@ -54,7 +54,12 @@ class StairPainter {
         const QRectF& plot = m_frame->Plot();
         painter.setPen(QPen(m_frame->Colours().limit, 1.0, Qt::DashLine));
         painter.drawLine(QPointF(X(value), plot.top()), QPointF(X(value), plot.bottom()));
-        const QString text = ShownPlain(value);
+        // As fine as the eye can tell it on the axis; the table has all digits.
+        constexpr double kParts = 2000.0;
+        const double fineness = (m_across.greatest - m_across.least) / kParts;
+        const int decimals =
+            fineness > 0.0 ? std::clamp(static_cast<int>(std::ceil(-std::log10(fineness))), 0, 9) : 0;
+        const QString text = ShownNumber(value, decimals);
         const double width = m_frame->Letters().horizontalAdvance(text);
         painter.setPen(m_frame->Colours().limit);
         const double left = std::min(X(value) + m_frame->Gap() / 3, plot.right() - width);
@@ -90,7 +95,9 @@ class StairPainter {
         constexpr double kLine = 2.5;
         painter.setPen(QPen(selected ? colours.selected : colours.value, selected ? kLine * 1.6 : kLine,
                             Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(QPointF(X(stretch.from), y), QPointF(X(stretch.to), y));
+        // A single point is seen as well as a stretch.
+        const double half = stretch.from < stretch.to ? 0.0 : kLine;
+        painter.drawLine(QPointF(X(stretch.from) - half, y), QPointF(X(stretch.to) + half, y));
         DrawRise(index, y);
         DrawLabel(place.center().x(), y - m_frame->Letters().height() * 0.9, place.width(), stretch.label);
         return place;
@@ -112,16 +119,19 @@ class StairPainter {
         painter.drawLine(QPointF(X(before.to), m_frame->YOf(*m_heights, *before.height)),
                          QPointF(X(m_figures->stretches[index].from), y));
     }
+    /// Few labels may reach beyond their stretch; of many, those that have no room are left out.
     void DrawLabel(double centre, double middle, double room, const QString& text) const {
         const QFontMetricsF& letters = m_frame->Letters();
-        const QString shown = letters.elidedText(text, Qt::ElideRight, room - 4.0);
-        if (shown.size() < std::min<qsizetype>(text.size(), 4)) {
+        const double width = letters.horizontalAdvance(text);
+        constexpr std::size_t kFew = 8;
+        if (width > room - 4.0 && m_figures->stretches.size() > kFew) {
             return;
         }
+        const QRectF& plot = m_frame->Plot();
+        const double left =
+            std::clamp(centre - width / 2, plot.left(), std::max(plot.left(), plot.right() - width));
         m_frame->Painter().setPen(m_frame->Colours().text);
-        m_frame->Painter().drawText(QPointF(centre - letters.horizontalAdvance(shown) / 2,
-                                            middle + (letters.ascent() - letters.descent()) / 2),
-                                    shown);
+        m_frame->Painter().drawText(QPointF(left, middle + (letters.ascent() - letters.descent()) / 2), text);
     }
 
     const StairChart::Figures* m_figures;

@@ -14,9 +14,9 @@ class StairChart final : public Chart {
     struct Stretch {
         double from = 0.0;
         double to = 0.0;
-        std::optional<double> height;  ///< none where there is no answer
-        QString label;                 ///< stands at its end
-        bool fails = false;            ///< there is no answer because of a failure
+        std::optional<double> height{};  ///< none where there is no answer
+        QString label{};                 ///< stands at its end
+        bool fails = false;              ///< there is no answer because of a failure
     };
     struct Figures {
         QString across;                  ///< name and unit of the horizontal axis

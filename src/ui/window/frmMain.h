@@ -90,6 +90,7 @@ class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHo
     // What the analysis asks.
     [[nodiscard]] std::optional<StudyProject> ProjectAsItStands() override;
     void TakeVariation(const QString& name, const StudyProject& varied) override;
+    void ShowAnalysisHelp(QWidget& owner) override;
 
     /// The side bar's item click: stores the panels and shows one of them.
     /// @throws RaisedError of a panel that does not store, and of the sizing run.

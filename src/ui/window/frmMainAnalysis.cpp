@@ -64,4 +64,10 @@ void frmMain::TakeVariation(const QString& name, const StudyProject& varied) {
     });
 }
 
+void frmMain::ShowAnalysisHelp(QWidget& owner) {
+    if (!m_platform->ShowHelp(&owner, m_application->HelpFile().Filename(), "analysis.html")) {
+        Tell("Help not available.", MessageIcon::Stop, "ERROR");
+    }
+}
+
 }  // namespace genvara
