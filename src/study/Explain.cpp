@@ -140,8 +140,7 @@ class Explainer {
         explained.fate = m_judged[candidate].fate;
         explained.reason = m_judged[candidate].reason;
         explained.transientClass = TransientClassOf(explained.set);
-        const double loading = m_profile.totalRunningKW * 100.0 / set.siteRating;
-        explained.loading = std::isfinite(loading) ? std::optional(loading) : std::nullopt;
+        explained.loading = LoadingOf(set, m_profile.totalRunningKW);
         explained.steps = VerdictsOf(explained.set, m_profile, m_prepared.Site());
         explained.tightest = m_judge.TightestOf(set);
         return explained;
@@ -180,6 +179,11 @@ class Explainer {
 };
 
 }  // namespace
+
+std::optional<double> LoadingOf(const Candidate& set, double totalRunningKW) noexcept {
+    const double loading = totalRunningKW * 100.0 / set.siteRating;
+    return std::isfinite(loading) ? std::optional(loading) : std::nullopt;
+}
 
 Explanation Explain(const std::shared_ptr<const SiteCandidates>& candidates, const CPwrSys& site,
                     const CLoadProfile& profile, const DesignLimits& limits, const ExplainChoice& choice,

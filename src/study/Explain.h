@@ -50,6 +50,9 @@ struct Explanation {
     std::optional<ExplainedSet> nextSmaller;
 };
 
+/// Percent of the rating of all sets that a running power uses; nothing where that is no number.
+[[nodiscard]] std::optional<double> LoadingOf(const Candidate& set, double totalRunningKW) noexcept;
+
 /// Judges every candidate of a site and explains those that are asked for.
 /// @throws RaisedError as a run; StudyStopped.
 [[nodiscard]] Explanation Explain(const std::shared_ptr<const SiteCandidates>& candidates,

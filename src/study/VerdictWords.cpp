@@ -5,6 +5,7 @@
 #include <array>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include "NumberText.h"
 
@@ -31,6 +32,12 @@ constexpr std::array<TestWords, kStepTests.size()> kWords{{
 }};
 
 constexpr int kMostDecimals = 9;
+
+/// A number with another separator in place of its point.
+std::string Separated(std::string number, std::string_view separator) {
+    const std::size_t point = number.find('.');
+    return point == std::string::npos ? number : number.replace(point, 1, separator);
+}
 
 bool IsPercent(std::size_t test) {
     return kStepTests.at(test).unit == "%";
@@ -64,7 +71,7 @@ std::string_view CaptionOf(std::size_t test) {
     return kWords.at(test).caption;
 }
 
-FigureTexts FigureTextsOf(std::size_t test, const Verdict& verdict) {
+FigureTexts FigureTextsOf(std::size_t test, const Verdict& verdict, std::string_view separator) {
     FigureTexts texts;
     int decimals = 0;
     do {
@@ -76,6 +83,8 @@ FigureTexts FigureTextsOf(std::size_t test, const Verdict& verdict) {
     if (IsPercent(test)) {
         texts.available = RenderPlain(verdict.available);
     }
+    texts.needed = Separated(std::move(texts.needed), separator);
+    texts.available = Separated(std::move(texts.available), separator);
     return texts;
 }
 
@@ -92,9 +101,9 @@ std::size_t WorstStep(const std::vector<StepVerdicts>& steps, std::size_t test) 
 }
 
 std::string SentenceOf(const CLoadProfile& profile, std::int32_t stepNumber, std::size_t test,
-                       const Verdict& verdict) {
+                       const Verdict& verdict, std::string_view separator) {
     const std::string& step = profile.LoadStep(stepNumber).Description();
-    const FigureTexts figures = FigureTextsOf(test, verdict);
+    const FigureTexts figures = FigureTextsOf(test, verdict, separator);
     const TestWords& words = kWords.at(test);
     return fmt::format("step {}{}{}: {} {unit} {}, {} {unit} {}", stepNumber, step.empty() ? "" : ", ", step,
                        figures.needed, words.needed, figures.available, words.available,
@@ -113,10 +122,11 @@ std::string_view WordOf(Fate fate) {
     return "below minimum loading";
 }
 
-std::string ReasonOf(const ExplainedSet& explained, const CLoadProfile& profile, std::int32_t minLoading) {
+std::string ReasonOf(const ExplainedSet& explained, const CLoadProfile& profile, std::int32_t minLoading,
+                     std::string_view separator) {
     if (explained.fate == Fate::BelowMinLoading) {
         return fmt::format("loaded to {} %, {} % wanted at least",
-                           explained.loading ? RenderFixed(*explained.loading, 1) : "0.0", minLoading);
+                           Separated(RenderFixed(explained.loading.value_or(0.0), 1), separator), minLoading);
     }
     const std::optional<std::size_t> test = DecidingTest(explained);
     if (!test) {
@@ -124,10 +134,12 @@ std::string ReasonOf(const ExplainedSet& explained, const CLoadProfile& profile,
     }
     const std::size_t step = WorstStep(explained.steps, *test);
     const Verdict& verdict = explained.steps[step][*test];
-    const std::string sentence = SentenceOf(profile, static_cast<std::int32_t>(step) + 1, *test, verdict);
+    const std::string sentence =
+        SentenceOf(profile, static_cast<std::int32_t>(step) + 1, *test, verdict, separator);
     const std::optional<double> margin = verdict.Margin();
-    return explained.reason == 0 && margin ? fmt::format("{}, {} % left", sentence, RenderFixed(*margin, 1))
-                                           : sentence;
+    return explained.reason == 0 && margin
+               ? fmt::format("{}, {} % left", sentence, Separated(RenderFixed(*margin, 1), separator))
+               : sentence;
 }
 
 }  // namespace genvara

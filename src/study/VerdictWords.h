@@ -24,7 +24,9 @@ struct FigureTexts {
 
 /// Figures with one decimal, limits in percent as they were entered; more decimals where different figures
 /// would read the same.
-[[nodiscard]] FigureTexts FigureTextsOf(std::size_t test, const Verdict& verdict);
+/// @param separator of decimals, here and below.
+[[nodiscard]] FigureTexts FigureTextsOf(std::size_t test, const Verdict& verdict,
+                                        std::string_view separator = ".");
 
 /// Position of the step, from 0, that decides a test: of the least margin, or where there is none, at which
 /// most is missing. The first of equal ones.
@@ -33,7 +35,7 @@ struct FigureTexts {
 /// What a test finds at a step, as in "step 6, Chiller: 11.1 % dip, 10 % allowed".
 /// @param stepNumber counted from 1.
 [[nodiscard]] std::string SentenceOf(const CLoadProfile& profile, std::int32_t stepNumber, std::size_t test,
-                                     const Verdict& verdict);
+                                     const Verdict& verdict, std::string_view separator = ".");
 
 /// What became of a set: "recommended", "undersized" or "below minimum loading".
 [[nodiscard]] std::string_view WordOf(Fate fate);
@@ -42,6 +44,6 @@ struct FigureTexts {
 /// one, the loading of one that is too large.
 /// @param minLoading least loading that was asked for [percent].
 [[nodiscard]] std::string ReasonOf(const ExplainedSet& explained, const CLoadProfile& profile,
-                                   std::int32_t minLoading);
+                                   std::int32_t minLoading, std::string_view separator = ".");
 
 }  // namespace genvara

@@ -29,7 +29,7 @@ inline constexpr MenuCommand Separator(const char* name, const char* menu) {
     return {name, menu, 0, nullptr, "", ""};
 }
 
-inline constexpr std::array<MenuCommand, 35> kMenuCommands{{
+inline constexpr std::array<MenuCommand, 36> kMenuCommands{{
     {"mnuFileNew", "mnuFile", 51, "", "new", "Ctrl+N"},
     {"mnuFileOpen", "mnuFile", 52, "", "open", "Ctrl+O"},
     {"mnuFileSave", "mnuFile", 53, "", "save", "Ctrl+S"},
@@ -59,6 +59,7 @@ inline constexpr std::array<MenuCommand, 35> kMenuCommands{{
     {"mnuEditRedo", "mnuEdit", 0, "&Redo", "", "Ctrl+Shift+Z; Ctrl+Y"},
     {"mnuToolsDefaults", "mnuTools", 76, "", "", ""},
     {"mnuToolsOptions", "mnuTools", 77, "", "", ""},
+    {"mnuToolsAnalysis", "mnuTools", 0, "&Analysis", "", "F7"},
     {"mnuHelpTopics", "mnuHelp", 86, "", "help", ""},
     {"mnuHelpWebSite1", "mnuHelpWeb", 0, "", "", ""},
     {"mnuHelpWebSite2", "mnuHelpWeb", 0, "", "", ""},

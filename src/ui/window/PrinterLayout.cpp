@@ -17,15 +17,6 @@ std::int32_t Twips(double points) {
 
 }  // namespace
 
-RichPage ReportPage(const PrintSetup& setup) {
-    return {.width = setup.width,
-            .height = setup.height,
-            .left = setup.left,
-            .right = setup.right,
-            .top = setup.top,
-            .bottom = setup.bottom};
-}
-
 QPageLayout PrinterLayout(const PrintSetup& setup) {
     const auto points = [](std::int32_t twips) { return twips / kTwipsPerPoint; };
     QPageLayout layout = SheetOf(ReportPage(setup));

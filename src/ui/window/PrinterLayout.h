@@ -3,12 +3,8 @@
 #include <QPageLayout>
 
 #include "PrintSetup.h"
-#include "RichTextReader.h"
 
 namespace genvara {
-
-/// The page that reports are set on.
-[[nodiscard]] RichPage ReportPage(const PrintSetup& setup);
 
 /// Paper and margins as the desktop's print dialogs have them.
 [[nodiscard]] QPageLayout PrinterLayout(const PrintSetup& setup);

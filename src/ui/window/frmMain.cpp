@@ -18,6 +18,7 @@
 #include "Texts.h"
 #include "WaitCursor.h"
 #include "ctlSideBar.h"
+#include "frmAnalysis.h"
 #include "frmErrLog.h"
 #include "frmSplash.h"
 #include "panLoadProfile.h"
@@ -345,6 +346,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
         m_recovery.Forget();
         m_place.Keep(*this);
         m_errLog.reset();
+        m_analysis.reset();
         m_platform->CloseHelp();
         event->accept();
     } else {

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "AnalysisHost.h"
 #include "CApplication.h"
 #include "CEditMenu.h"
 #include "EditWatch.h"
@@ -35,6 +36,7 @@ namespace genvara {
 class FileStatus;
 class Panel;
 class ctlSideBar;
+class frmAnalysis;
 class frmErrLog;
 class frmSplash;
 class panLoadProfile;
@@ -47,7 +49,7 @@ struct MenuCommand;
 ///
 /// Event routines without a handler of their own let failures pass to the last-chance handler; the toolbar
 /// swallows them.
-class frmMain final : public QMainWindow, public LoadFormHost {
+class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHost {
     Q_OBJECT
 
   public:
@@ -91,6 +93,11 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId) override;
     void Change(const std::string& name, const std::function<void()>& change) override;
     void ProjectChanged() override;
+
+    // What the analysis asks.
+    [[nodiscard]] std::optional<StudyProject> ProjectAsItStands() override;
+    void TakeVariation(const QString& name, const StudyProject& varied) override;
+    void ShowAnalysisHelp(QWidget& owner) override;
 
     /// The side bar's item click: stores the panels and shows one of them.
     /// @throws RaisedError of a panel that does not store, and of the sizing run.
@@ -237,6 +244,9 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     void ShowAbout();
     void ShowDefaults();
     void ShowOptions();
+    void ShowAnalysis();
+    /// Tells the analysis that the project, or what it is sized with, has changed.
+    void RefreshAnalysis();
     void RefreshEditMenu();
     void RunEdit(const std::string& name);
     /// Runs a command on a file; a failure other than the user's cancel is told in one sentence.
@@ -274,6 +284,7 @@ class frmMain final : public QMainWindow, public LoadFormHost {
     std::unique_ptr<EditWatch> m_editWatch;  ///< goes before what it tells
     std::unique_ptr<frmSplash> m_splash;
     std::unique_ptr<frmErrLog> m_errLog;
+    std::unique_ptr<frmAnalysis> m_analysis;  ///< goes before what it asks
 };
 
 }  // namespace genvara

@@ -18,6 +18,7 @@
 #include "ReportView.h"
 #include "Texts.h"
 #include "frmAbout.h"
+#include "frmAnalysis.h"
 #include "frmDefaults.h"
 #include "frmErrLog.h"
 #include "frmMain.h"
@@ -70,6 +71,7 @@ void frmMain::Run(const std::string& name) {
         {"mnuFileSendMail", &frmMain::SendMail},
         {"mnuToolsDefaults", &frmMain::ShowDefaults},
         {"mnuToolsOptions", &frmMain::ShowOptions},
+        {"mnuToolsAnalysis", &frmMain::ShowAnalysis},
         {"mnuHelpTopics", &frmMain::HelpTopics},
         {"mnuFileSaveReportPdf", &frmMain::SaveReportAsPdf},
         {"mnuHelpAbout", &frmMain::ShowAbout},
@@ -190,6 +192,7 @@ void frmMain::ShowOptions() {
     frmOptions(
         *m_platform, *m_application, [this](bool metric) { PwrSysUnitsChanged(metric); }, this)
         .exec();
+    RefreshAnalysis();
 }
 
 }  // namespace genvara

@@ -178,6 +178,7 @@ void frmMain::BuildPanels() {
         std::erase_if(m_unoffered, [choice](const UnofferedChoice& made) { return made.choice == choice; });
         ShowNotices();
     });
+    connect(m_panRecommend, &panRecommend::AnalysisAsked, this, [this] { ShowAnalysis(); });
     m_errLog = std::make_unique<frmErrLog>(m_log);
 }
 

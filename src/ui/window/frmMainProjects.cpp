@@ -365,6 +365,7 @@ void frmMain::ShowFileStatus() {
     m_fileStatus->Show(ProjectFile(), m_application->Document().IsChanged());
     m_fileStatus->NotSaved(m_notSaved);
     ShowUndo();
+    RefreshAnalysis();
 }
 
 void frmMain::NoteUnoffered(ChoicesFrom from) {

@@ -1,9 +1,11 @@
 #include "panRecommend.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPrinter>
+#include <QSplitter>
 #include <QVBoxLayout>
 
 #include "AtomicFile.h"
@@ -11,9 +13,11 @@
 #include "ChoiceBox.h"
 #include "FailureRegion.h"
 #include "FormGrid.h"
+#include "GridView.h"
 #include "LastChance.h"
-#include "PrinterLayout.h"
+#include "ReportSheets.h"
 #include "ReportView.h"
+#include "SetsGrid.h"
 #include "SpecExport.h"
 #include "Texts.h"
 #include "WaitCursor.h"
@@ -22,6 +26,8 @@ namespace genvara {
 namespace {
 
 constexpr int kListCharacters = 30;
+constexpr int kLeastTable = 96;  // pixels
+constexpr int kTable = 190;      // pixels
 constexpr std::int32_t kPrinterError = 482;
 
 QString RowText(const std::string& model, const std::string& alternator) {
@@ -43,7 +49,17 @@ panRecommend::panRecommend(PlatformServices& platform, CApplication& application
       m_cboRejectedGensets(new ChoiceBox("cboRejectedGensets")),
       m_chkRejectedGensets(new QCheckBox("Undersized Gensets")),
       m_cboAvailReports(new ChoiceBox("cboAvailReports")),
-      m_rtfRecommend(new ReportView) {
+      m_rtfRecommend(new ReportView),
+      m_tblGensets(new GridView("tblGensets", GridView::Choose::Rows)),
+      m_lblNoData(FormGrid::MakeNote("lblNoData")),
+      m_exhibits({.platform = platform,
+                  .printSetup = [this] { return m_printSetup; },
+                  .projectName = [this] { return Heading(); },
+                  .obstacle =
+                      [this](const std::filesystem::path& file) {
+                          return m_application->Document().OutputObstacle(file);
+                      },
+                  .clock = application.Now()}) {
     m_chkRejectedGensets->setObjectName("chkRejectedGensets");
     m_rtfRecommend->setObjectName("rtfRecommend");
     m_rtfRecommend->setAccessibleName(tr("Report"));
@@ -79,8 +95,40 @@ void panRecommend::Build() {
     grid->addWidget(label("lblAvailReports", "Available Reports", m_cboAvailReports), 0, 2);
     grid->addWidget(m_cboAvailReports, 1, 2);
     grid->setColumnStretch(3, 1);
+    m_lblNoData->setWordWrap(true);
+    m_lblNoData->hide();
+    m_tblGensets->setAccessibleName(tr("Listed gensets"));
+    m_tblGensets->setMinimumHeight(kLeastTable);
+    m_exhibits.AddCommands(*m_tblGensets, [this]() -> std::optional<Exhibit> {
+        return Exhibit{.table = m_tblGensets->Shown()};
+    });
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{m_tblGensets, m_cboAvailGensets, m_cboRejectedGensets}) {
+        AddAnalysisCommand(*widget);
+    }
+    auto* reported = new QWidget;
+    auto* column = new QVBoxLayout(reported);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(m_lblNoData);
+    column->addWidget(m_rtfRecommend, 1);
+    auto* parts = new QSplitter(Qt::Vertical);
+    parts->setObjectName("splGensets");
+    parts->addWidget(m_tblGensets);
+    parts->addWidget(reported);
+    parts->setStretchFactor(0, 1);
+    parts->setStretchFactor(1, 3);
+    parts->setChildrenCollapsible(false);
+    parts->setSizes({kTable, kTable * 3});
     Content()->addLayout(grid);
-    Content()->addWidget(m_rtfRecommend, 1);
+    Content()->addWidget(parts, 1);
+}
+
+void panRecommend::AddAnalysisCommand(QWidget& widget) {
+    auto* action = new QAction(tr("&Analysis\tF7"), &widget);
+    action->setObjectName("actAnalysis");
+    connect(action, &QAction::triggered, this, Event([this] { emit AnalysisAsked(); }));
+    widget.addAction(action);
+    widget.setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void panRecommend::Wire() {
@@ -90,6 +138,9 @@ void panRecommend::Wire() {
     connect(m_cboAvailGensets, &ChoiceBox::Entered, this, Event([this] { FocusRule(); }));
     connect(m_cboAvailReports, &ChoiceBox::Clicked, this, Event([this] { ReportClicked(); }));
     connect(m_chkRejectedGensets, &QCheckBox::toggled, this, Event([this] { UndersizedClicked(); }));
+    connect(m_tblGensets, &GridView::Chosen, this,
+            Event([this](int row, int /*column*/) { TableClicked(row); }));
+    connect(m_tblGensets, &GridView::Opened, this, Event([this] { emit AnalysisAsked(); }));
 }
 
 void panRecommend::ProjectName(const std::string& text) {
@@ -114,6 +165,8 @@ void panRecommend::ClearReport() {
     ShowRejectedList(false);
     m_cboAvailGensets->clear();
     m_cboRejectedGensets->clear();
+    m_tblGensets->Show({});
+    m_lblNoData->hide();
     m_rtfRecommend->Clear();
 }
 
@@ -127,10 +180,35 @@ void panRecommend::DisplayChosenSets() {
     for (std::int32_t set = 0; set < chosen; ++set) {
         m_cboAvailGensets->AddRow(RowText(m_designer->SetModelNum(set), m_designer->SetAltNum(set)));
     }
+    m_tblGensets->Show(SetsGrid(*m_designer));
     if (chosen > 0) {
         m_cboAvailGensets->SelectRow(0);
     }
     FocusRule();
+}
+
+void panRecommend::TableClicked(int row) {
+    const std::int32_t chosen = m_designer->NumChosenSets();
+    const bool rejected = row >= chosen;
+    // The box first, as a user would: it brings its list, and that list's own row and report.
+    m_chkRejectedGensets->setChecked(rejected);
+    ChoiceBox* list = rejected ? m_cboRejectedGensets : m_cboAvailGensets;
+    const int wanted = rejected ? row - chosen : row;
+    if (list->currentIndex() != wanted) {
+        list->SelectRow(wanted);
+    }
+}
+
+void panRecommend::MarkInTable(bool rejected, int row) {
+    const QSignalBlocker quiet(m_tblGensets);
+    m_tblGensets->ChooseRow(rejected ? row + m_designer->NumChosenSets() : row);
+    const ChosenSet* set = ShownSet();
+    m_lblNoData->setVisible(set != nullptr && !set->FreqDipAvail);
+    if (set != nullptr) {
+        m_lblNoData->setText(
+            tr("No data: the catalogue says nothing of the frequency dip of %1, and no test asks for it.")
+                .arg(ToQt(set->ModelNum)));
+    }
 }
 
 void panRecommend::FocusRule() {
@@ -148,6 +226,7 @@ void panRecommend::ChosenClicked(int row) {
     if (row >= 0) {
         FillChosenSet(m_reports, Sources(), row);
         ShowReport(false);
+        MarkInTable(false, row);
     }
 }
 
@@ -155,6 +234,7 @@ void panRecommend::RejectedClicked(int row) {
     if (row >= 0) {
         FillRejectedSet(m_reports, Sources(), row);
         ShowReport(true);
+        MarkInTable(true, row);
     }
 }
 
@@ -206,6 +286,20 @@ ReportSources panRecommend::Sources() const {
 
 std::size_t panRecommend::ExportSpec(const std::filesystem::path& path) const {
     return genvara::ExportSpec(path, m_reports, m_application->Project(), m_application->PowerSystem());
+}
+
+const ChosenSet* panRecommend::ShownSet() const {
+    if (m_designer == nullptr) {
+        return nullptr;
+    }
+    const bool rejected = m_chkRejectedGensets->isChecked();
+    const int row = (rejected ? m_cboRejectedGensets : m_cboAvailGensets)->currentIndex();
+    const auto index = static_cast<std::size_t>(row);
+    if (row < 0 ||
+        index >= (rejected ? m_designer->RejectedSets().size() : m_designer->ChosenSets().size())) {
+        return nullptr;
+    }
+    return rejected ? &m_designer->RejectedSets()[index] : &m_designer->ChosenSets()[index];
 }
 
 bool panRecommend::HasReport() const {

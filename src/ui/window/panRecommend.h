@@ -8,17 +8,20 @@
 
 #include "CDesigner.h"
 #include "CReports.h"
+#include "ExhibitDesk.h"
 #include "Panel.h"
 #include "PlatformServices.h"
 #include "PrintSetup.h"
 #include "ReportFiller.h"
 
 class QCheckBox;
+class QLabel;
 
 namespace genvara {
 
 class CApplication;
 class ChoiceBox;
+class GridView;
 class ReportView;
 
 /// The recommended and the undersized sets, and the report of the one that is selected.
@@ -64,14 +67,28 @@ class panRecommend final : public Panel {
     void SaveReportAsPdf(const std::filesystem::path& path) const;
     void ClearReport();
 
+    /// Copies, saves and prints tables and charts on the paper of the reports.
+    [[nodiscard]] const ExhibitDesk& Exhibits() const noexcept { return m_exhibits; }
+    /// The set that is chosen in the list at hand; null without one.
+    [[nodiscard]] const ChosenSet* ShownSet() const;
+
+  signals:
+    /// The analysis of the chosen set is asked for.
+    void AnalysisAsked();
+
   private:
     void Build();
+    void AddAnalysisCommand(QWidget& widget);
     void Wire();
     void ShowRejectedList(bool rejected);
     void ChosenClicked(int row);
     void RejectedClicked(int row);
     void ReportClicked();
     void UndersizedClicked();
+    /// A row of the table was chosen: chooses its set in the list.
+    void TableClicked(int row);
+    /// Marks the set of a list's row in the table, and tells what data it lacks.
+    void MarkInTable(bool rejected, int row);
     void FocusRule();
     /// Works out a report; one that cannot be is told, and leaves an empty view.
     void Report(const std::function<std::string()>& make);
@@ -92,6 +109,9 @@ class panRecommend final : public Panel {
     QCheckBox* m_chkRejectedGensets;
     ChoiceBox* m_cboAvailReports;
     ReportView* m_rtfRecommend;
+    GridView* m_tblGensets;
+    QLabel* m_lblNoData;
+    ExhibitDesk m_exhibits;
 };
 
 }  // namespace genvara

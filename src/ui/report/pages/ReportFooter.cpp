@@ -20,18 +20,24 @@ constexpr QRgb kColour = 0xFF404040;
 }  // namespace
 
 void DrawFooter(QPainter& painter, const ReportLayout& layout, int page, const QString& name) {
-    const RichPage& sheet = layout.Page();
+    if (!layout.Text().isEmpty()) {
+        DrawFooter(painter, layout.Page(), layout.Scale(), {.page = page, .count = layout.PageCount()}, name);
+    }
+}
+
+void DrawFooter(QPainter& painter, const RichPage& sheet, double scale, PageNumber number,
+                const QString& name) {
     QFont font = ReportFont({.face = "Arial"});
-    font.setPixelSize(qRound(kSize * kPixelsPerPoint / layout.Scale()));
+    font.setPixelSize(qRound(kSize * kPixelsPerPoint / scale));
     const QFontMetricsF letters(font);
     const double free = sheet.bottom - letters.height();
-    if (layout.Text().isEmpty() || free <= 0.0) {
+    if (free <= 0.0) {
         return;
     }
-    const QString number =
-        QCoreApplication::translate("Report", "Page %1 of %2").arg(page + 1).arg(layout.PageCount());
+    const QString text =
+        QCoreApplication::translate("Report", "Page %1 of %2").arg(number.page + 1).arg(number.count);
     const double right = sheet.width - sheet.right;
-    const double numberWidth = letters.horizontalAdvance(number);
+    const double numberWidth = letters.horizontalAdvance(text);
     const double baseline = sheet.height - sheet.bottom + free * kShareAbove + letters.ascent();
     const QString shown = letters.elidedText(QString(name).simplified(), Qt::ElideRight,
                                              right - sheet.left - numberWidth - kGap);
@@ -39,7 +45,7 @@ void DrawFooter(QPainter& painter, const ReportLayout& layout, int page, const Q
     painter.setFont(font);
     painter.setPen(QColor::fromRgba(kColour));
     painter.drawText(QPointF(sheet.left, baseline), shown);
-    painter.drawText(QPointF(right - numberWidth, baseline), number);
+    painter.drawText(QPointF(right - numberWidth, baseline), text);
     painter.restore();
 }
 

@@ -13,4 +13,13 @@ namespace genvara {
 /// twip, its origin the page's upper left corner.
 void DrawFooter(QPainter& painter, const ReportLayout& layout, int page, const QString& name);
 
+/// Which page of how many a footer tells, from 0.
+struct PageNumber {
+    int page = 0;
+    int count = 1;
+};
+/// The same on a page of one's own, whose text is drawn at a scale.
+void DrawFooter(QPainter& painter, const RichPage& sheet, double scale, PageNumber number,
+                const QString& name);
+
 }  // namespace genvara

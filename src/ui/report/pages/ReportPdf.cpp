@@ -37,24 +37,31 @@ QString ReportTitle(const ReportLayout& layout) {
     return lines.size() > 2 && !lines[0].isEmpty() ? lines[1].trimmed() : QString();
 }
 
-QByteArray ReportPdf(const ReportLayout& layout, const QString& name, const DateTime& created) {
+QByteArray PaintedPdf(const RichPage& paper, const QString& title, const DateTime& created,
+                      const std::function<bool(QPagedPaintDevice&)>& paint) {
     QBuffer file;
     file.open(QIODevice::WriteOnly);
     QPdfWriter writer(&file);
-    QStringList title{name.simplified(), ReportTitle(layout)};
-    title.removeAll(QString());
-    writer.setTitle(title.join(" \u2013 "));
+    writer.setTitle(title);
     writer.setCreator(
         QString::fromStdString(fmt::format("{} {}", WordsOf(BuiltBrand()).productName, kProgramVersionText)));
     writer.setResolution(kDotsPerInch);
-    writer.setPageLayout(SheetOf(layout.Paper()));
-    if (!PaintSheets(layout, name, 0, layout.PageCount() - 1, writer)) {
+    writer.setPageLayout(SheetOf(paper));
+    if (!paint(writer)) {
         return {};
     }
     file.close();
     QByteArray pdf = file.data();
     SetCreationDate(pdf, created);
     return pdf;
+}
+
+QByteArray ReportPdf(const ReportLayout& layout, const QString& name, const DateTime& created) {
+    QStringList title{name.simplified(), ReportTitle(layout)};
+    title.removeAll(QString());
+    return PaintedPdf(layout.Paper(), title.join(" \u2013 "), created, [&](QPagedPaintDevice& device) {
+        return PaintSheets(layout, name, 0, layout.PageCount() - 1, device);
+    });
 }
 
 }  // namespace genvara

@@ -2,11 +2,22 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 
 #include "DateTime.h"
 #include "ReportLayout.h"
 
+class QPagedPaintDevice;
+
 namespace genvara {
+
+/// A PDF file with fonts embedded and its title set; the same pages of the same moment give the same bytes in
+/// the same time zone.
+/// @param created local time that the file states as its own
+/// @param paint paints the pages; false if that failed
+/// @return nothing if the pages cannot be made.
+[[nodiscard]] QByteArray PaintedPdf(const RichPage& paper, const QString& title, const DateTime& created,
+                                    const std::function<bool(QPagedPaintDevice&)>& paint);
 
 /// Title of a report, as it stands below the product's name; "" for a document that does not begin like a
 /// report.

@@ -13,6 +13,15 @@ constexpr double kTwipsPerInch = 1440.0;
 
 }  // namespace
 
+RichPage ReportPage(const PrintSetup& setup) {
+    return {.width = setup.width,
+            .height = setup.height,
+            .left = setup.left,
+            .right = setup.right,
+            .top = setup.top,
+            .bottom = setup.bottom};
+}
+
 QPageLayout SheetOf(const RichPage& paper) {
     const QSizeF points(paper.width / kTwipsPerPoint, paper.height / kTwipsPerPoint);
     // A page size is always upright; a page that is wider than high is one that lies on its side.

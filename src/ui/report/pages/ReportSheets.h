@@ -3,11 +3,15 @@
 #include <QPageLayout>
 #include <QString>
 
+#include "PrintSetup.h"
 #include "ReportLayout.h"
 
 class QPagedPaintDevice;
 
 namespace genvara {
+
+/// The page that reports are set on.
+[[nodiscard]] RichPage ReportPage(const PrintSetup& setup);
 
 /// The paper of a report as printers and PDF files have it. Its margins are the report's: the device adds
 /// none.

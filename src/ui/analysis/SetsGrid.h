@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstddef>
+
+#include "CDesigner.h"
+#include "TextGrid.h"
+
+namespace genvara {
+
+/// All listed sets of a run, recommended ones first: rating, what is left of it at the site, loading,
+/// starting kVA, worst dips and distortion, verdict.
+[[nodiscard]] TextGrid SetsGrid(const CDesigner& designer);
+
+}  // namespace genvara
