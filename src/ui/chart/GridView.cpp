@@ -88,11 +88,15 @@ void GridView::FitRows() {
 void GridView::Stretch(int column) {
     setWordWrap(true);
     m_stretched = column;
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section) {
-        if (section == m_stretched) {
-            FitRows();
-        }
-    });
+    // Behind the resizing of all columns, which goes on in this signal.
+    connect(
+        horizontalHeader(), &QHeaderView::sectionResized, this,
+        [this](int section) {
+            if (section == m_stretched) {
+                FitRows();
+            }
+        },
+        Qt::QueuedConnection);
     connect(&m_sorted, &QAbstractItemModel::layoutChanged, this, [this] { FitRows(); });
 }
 
