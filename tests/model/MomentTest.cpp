@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "AllKindsOfLoad.h"
 #include "CDefaults.h"
 #include "CLoadProfile.h"
@@ -17,7 +19,7 @@ namespace {
 PropertyValue Another(const PropertyFacts& facts, const PropertyValue& value) {
     switch (facts.type) {
         case PropertyType::Real:
-            return std::get<double>(value) * 0.99 + 0.001;
+            return std::abs(std::get<double>(value)) * 0.99 + 0.001;  // a size that nobody entered is below 0
         case PropertyType::Truth:
             return !std::get<bool>(value);
         case PropertyType::Text:

@@ -101,8 +101,6 @@ TEST_F(AllForms, TabGoesDownTheFieldsThenToThePhasesAndEndsAtTheButtons) {
 }
 
 TEST_F(AllForms, TheSentenceBesideAFieldLeavesTheButtonsToBeClicked) {
-    int below = 0;
-    int above = 0;
     for (const std::int32_t type : KindsWithForm(Services())) {
         const auto form = MakeLoadForm(type, Services());
         form->show();
@@ -117,7 +115,6 @@ TEST_F(AllForms, TheSentenceBesideAFieldLeavesTheButtonsToBeClicked) {
             const int top = field->mapTo(form.get(), QPoint(0, 0)).y();
             EXPECT_TRUE(form->rect().contains(note->geometry()));
             EXPECT_TRUE(note->y() >= top + field->height() || note->geometry().bottom() < top);
-            ++(note->y() > top ? below : above);
             for (const char* name : {"cmdOK", "cmdCancel"}) {
                 const auto& button = Find<QPushButton>(*form, name);
                 const QRect place(button.mapTo(form.get(), QPoint(0, 0)), button.size());
@@ -129,8 +126,6 @@ TEST_F(AllForms, TheSentenceBesideAFieldLeavesTheButtonsToBeClicked) {
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }
     }
-    EXPECT_GT(above, 0) << "nothing would have been hidden";
-    EXPECT_GT(below, 9 * above / 2) << "as a rule it is below";
 }
 
 TEST_F(AllForms, ASingleInputSystemOffersNoThreePhases) {

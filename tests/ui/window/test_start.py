@@ -68,7 +68,7 @@ class Start(unittest.TestCase):
 
     def test_help_and_version_need_no_screen_and_no_catalogue(self):
         self.catalogue.unlink()
-        for option, words in (("--help", "PROJECT.prj"), ("-h", "PROJECT.prj"), ("--version", "genvara 8."), ("-v", "8.")):
+        for option, words in (("--help", "[PROJECT]"), ("-h", "[PROJECT]"), ("--version", "genvara 8."), ("-v", "8.")):
             done = self.run_without_screen(option)
             self.assertEqual(done.returncode, 0, done.stderr)
             self.assertIn(words, done.stdout)
