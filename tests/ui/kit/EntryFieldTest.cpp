@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
+#include <initializer_list>
 
 #include "ScriptedPlatform.h"
 
@@ -188,6 +189,34 @@ TEST(EntryField, ShowsTheSentenceBesideIt) {
     window.field->setText("256");
     EXPECT_EQ(NoteOf(window), nullptr);
     EXPECT_FALSE(window.field->RefuseOutOfBounds());
+}
+
+TEST(EntryField, ShowsTheSentenceAboveWhereItWouldHideAButton) {
+    ScriptedPlatform platform;
+    QWidget window;
+    window.resize(400, 200);
+    auto* high = new EntryField(platform, "txtHigh");
+    auto* low = new EntryField(platform, "txtLow");
+    auto* ok = new QPushButton("OK");
+    for (QWidget* widget : std::initializer_list<QWidget*>{high, low, ok}) {
+        widget->setParent(&window);
+    }
+    high->setGeometry(10, 10, 100, 24);
+    low->setGeometry(10, 120, 100, 24);
+    ok->setGeometry(10, 150, 100, 24);
+    window.show();
+    const auto placeOf = [&](EntryField& field) {
+        field.ShowError("is out of range");
+        const auto* note = window.findChild<FieldNote*>();
+        const QRect place = note == nullptr ? QRect() : note->geometry();
+        field.ClearError();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return place;
+    };
+    EXPECT_GT(placeOf(*high).top(), high->geometry().bottom());
+    EXPECT_LT(placeOf(*low).bottom(), low->geometry().top());
+    ok->move(200, 150);  // beside the sentence
+    EXPECT_GT(placeOf(*low).top(), low->geometry().bottom());
 }
 
 TEST(EntryField, OneWindowShowsOneSentence) {
