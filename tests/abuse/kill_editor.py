@@ -15,10 +15,11 @@ import time
 
 import abuse
 
-KILLS = 1000 if abuse.LONG else 200
+# The sanitizers slow the program down; they look for other faults than late ones.
+KILLS = 1000 if abuse.LONG else 40 if abuse.SANITIZED else 200
 AT_ONCE = 4          # programs that share the state folder
-LONGEST_LIFE = 4.0   # seconds from the first edit to the kill
-MOST_LOST = 2.0      # seconds of work that a kill may cost
+LONGEST_LIFE = 10.0 if abuse.SANITIZED else 4.0  # seconds from the first edit to the kill
+MOST_LOST = 6.0 if abuse.SANITIZED else 2.0      # seconds of work that a kill may cost
 FIRST_EDIT = 120.0   # seconds after which a program that has not begun counts as hanging
 NUMBER = re.compile(r"Generation (\d{8})")
 
