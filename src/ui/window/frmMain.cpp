@@ -67,6 +67,8 @@ frmMain::frmMain(CApplication& application, PlatformServices& platform)
 }
 
 frmMain::~frmMain() {
+    // The focus moves once more as the controls go, when this is a main window no longer.
+    disconnect(qApp, nullptr, this, nullptr);
     m_application->HelpFile().HelpViewer({});
     m_application->Document().SelectionTeller({});
     m_application->Document().MomentTeller({});
