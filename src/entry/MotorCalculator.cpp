@@ -163,10 +163,12 @@ void MotorCalculator::CurrentLoad(const CMtrLoad& load) {
     m_fields.txtStartingKVA = m_numbers.Kilo(load.StartingAppPower());
     m_fields.txtStartingPF = m_numbers.Plain(load.StartingPF());
     m_fields.firePump = load.FirePump();
-    const std::int32_t method = load.StartingMethod() - 1;
-    if (method != m_fields.startMethodIndex && method >= 0 && method <= kSolidStateIndex) {
+    // A file may hold any number: one that stands for no method leaves the one that is chosen.
+    const std::int32_t number = load.StartingMethod();
+    if (number >= starting_method::kAcrossTheLine && number <= starting_method::kSolidState &&
+        number - 1 != m_fields.startMethodIndex) {
         const bool warningDue = std::exchange(m_warningDue, false);
-        (void)StartMethodClicked(method);
+        (void)StartMethodClicked(number - 1);
         m_warningDue = warningDue;
     }
     m_currentLimit = load.SolidStateCurrentLimit();

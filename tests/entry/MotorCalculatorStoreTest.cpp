@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <limits>
+
 #include "MotorCalculatorTables.h"
 #include "RaisedErrorMatcher.h"
 
@@ -173,6 +176,25 @@ TEST(MotorCalculator, OpensWhatAForeignFileMayHold) {
     other.CurrentLoad(stored);
     EXPECT_EQ(other.State().entryMethod, motor_entry::kHorsepower);
     EXPECT_EQ(other.State().txtPower, "");
+}
+
+TEST(MotorCalculator, LeavesTheMethodThatIsChosenForANumberThatStandsForNone) {
+    constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+    for (const std::int32_t number : {kLeast, -1, 0, 7, kMost}) {
+        CMtrLoad stored;
+        FillStored(stored, number);
+        MotorCalculator calculator = Calculator();
+        calculator.CurrentLoad(stored);
+        EXPECT_EQ(calculator.State().startMethodIndex, 0) << number;
+    }
+    for (std::int32_t number = 1; number <= 6; ++number) {
+        CMtrLoad stored;
+        FillStored(stored, number);
+        MotorCalculator calculator = Calculator();
+        calculator.CurrentLoad(stored);
+        EXPECT_EQ(calculator.State().startMethodIndex, number - 1);
+    }
 }
 
 }  // namespace
