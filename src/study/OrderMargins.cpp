@@ -1,6 +1,7 @@
 #include "OrderMargins.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -18,14 +19,26 @@ void TakeLeast(std::vector<double>& margins, const std::vector<double>& others) 
                            [](double one, double other) { return std::min(one, other); });
 }
 
-/// What two groups bring to one step, but for the last bits.
-StepFigures Together(const StepFigures& one, const StepFigures& other) {
-    StepFigures both = FiguresOn(one, other);
-    both.stepStartKW = one.stepStartKW + other.stepStartKW;
-    both.startKVAR = one.startKVAR + other.startKVAR;
-    both.maxVoltageDip = std::min(one.maxVoltageDip, other.maxVoltageDip);
-    both.startShare = std::min(one.startShare, other.startShare);
-    return both;
+/// Adds what an item brings to what others bring to the same step, but for the last bits. Sums of these are
+/// left for `FiguresOn`.
+void Join(StepFigures& group, const StepFigures& item) {
+    const auto add = [](auto& sums, const auto& figures) {
+        std::ranges::transform(sums, figures, sums.begin(), std::plus<>{});
+    };
+    add(group.runKW, item.runKW);
+    add(group.runKVAR, item.runKVAR);
+    group.stepStartKW += item.stepStartKW;
+    group.startKVAR += item.startKVAR;
+    group.maxVoltageDip = std::min(group.maxVoltageDip, item.maxVoltageDip);
+    group.startShare = std::min(group.startShare, item.startShare);
+    group.rect6P += item.rect6P;
+    group.rect12P += item.rect12P;
+    group.rect6PFiltered += item.rect6PFiltered;
+    group.rect12PFiltered += item.rect12PFiltered;
+    group.phaseCtrl6P += item.phaseCtrl6P;
+    add(group.rect1P, item.rect1P);
+    add(group.ballastElec, item.ballastElec);
+    add(group.ballastMag, item.ballastMag);
 }
 
 double MostOf(const std::vector<double>& margins, std::size_t count) {
@@ -109,11 +122,11 @@ OrderMargins::Nearness OrderMargins::Judge(const Arrangement& arrangement, doubl
             before = m_changed.emplace_back(FiguresOn(Brought(arrangement[s]), before));
         }
         for (const Stage stage : kStages) {
-            for (const StepFigures& step : m_changed) {
+            for (auto step = m_changed.rbegin(); step != m_changed.rend(); ++step) {
                 if (IsHopeless(least)) {
                     return {};
                 }
-                JudgeStep(step, stage, least, m_left);
+                JudgeStep(*step, stage, least, m_left);
             }
         }
     } catch (const RaisedError&) {
@@ -141,7 +154,7 @@ bool OrderMargins::IsHopeless(double least) const noexcept {
 StepFigures OrderMargins::Brought(const ItemGroup& group) {
     StepFigures brought = Item(group.front());
     for (auto item = std::next(group.begin()); item != group.end(); ++item) {
-        brought = Together(Item(*item), brought);
+        Join(brought, Item(*item));
     }
     return brought;
 }
