@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Advise.h"
+#include "AlteredProject.h"
 #include "ExplainJson.h"
 #include "JsonText.h"
 #include "NearestNames.h"

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Advise.h"
+#include "AlteredProject.h"
 #include "Bindings.h"
 #include "LimitArguments.h"
 #include "NearestNames.h"
