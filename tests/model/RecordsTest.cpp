@@ -1,11 +1,19 @@
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <map>
+#include <string>
+#include <vector>
 
 #include "CProject.h"
 #include "CPwrSys.h"
 #include "RaisedErrorMatcher.h"
+#include "SettingsFile.h"
+#include "TemporaryFolder.h"
+#include "clsTRX_Registry.h"
 
 namespace genvara {
 namespace {
@@ -18,35 +26,41 @@ class NotingDisplay final : public ProjectDisplay, public PwrSysDisplay {
   public:
     std::vector<std::string> shown;
     std::vector<std::string> failing;
+    std::map<std::string, std::string> values;
 
-    void CreatedDateTime(const DateTime& /*moment*/) override { Note("CreatedDateTime"); }
-    void CustomerName(const std::string& /*text*/) override { Note("CustomerName"); }
-    void Description(const std::string& /*text*/) override { Note("Description"); }
-    void ModifiedDateTime(const DateTime& /*moment*/) override { Note("ModifiedDateTime"); }
-    void ProjectName(const std::string& /*text*/) override { Note("ProjectName"); }
-    void UserName(const std::string& /*text*/) override { Note("UserName"); }
+    void CreatedDateTime(const DateTime& moment) override { Note("CreatedDateTime", RenderFileDate(moment)); }
+    void CustomerName(const std::string& text) override { Note("CustomerName", text); }
+    void Description(const std::string& text) override { Note("Description", text); }
+    void ModifiedDateTime(const DateTime& moment) override {
+        Note("ModifiedDateTime", RenderFileDate(moment));
+    }
+    void ProjectName(const std::string& text) override { Note("ProjectName", text); }
+    void UserName(const std::string& text) override { Note("UserName", text); }
 
-    void MetricUnits(bool /*metric*/) override { Note("MetricUnits"); }
-    void Altitude(double /*metres*/) override { Note("Altitude"); }
-    void AmbTemp(double /*celsius*/) override { Note("AmbTemp"); }
-    void ConnectionCode(std::int32_t /*code*/) override { Note("ConnectionCode"); }
-    void Freq(std::int32_t /*hertz*/) override { Note("Freq"); }
-    void Fuel(std::int32_t /*code*/) override { Note("Fuel"); }
-    void GensetsInParallel(std::int32_t /*sets*/) override { Note("GensetsInParallel"); }
-    void MaxFreqDip(std::int32_t /*percent*/) override { Note("MaxFreqDip"); }
-    void MaxFreqDipEnabled(bool /*enabled*/) override { Note("MaxFreqDipEnabled"); }
-    void MaxHarmonics(std::int32_t /*percent*/) override { Note("MaxHarmonics"); }
-    void MaxHarmonicsEnabled(bool /*enabled*/) override { Note("MaxHarmonicsEnabled"); }
-    void MaxVoltageDip(std::int32_t /*percent*/) override { Note("MaxVoltageDip"); }
-    void RiseDuty(std::int32_t /*code*/) override { Note("RiseDuty"); }
-    void Voltage(std::int32_t /*volts*/) override { Note("Voltage"); }
+    void MetricUnits(bool metric) override { Note("MetricUnits", fmt::format("{}", metric)); }
+    void Altitude(double metres) override { Note("Altitude", fmt::format("{}", metres)); }
+    void AmbTemp(double celsius) override { Note("AmbTemp", fmt::format("{}", celsius)); }
+    void ConnectionCode(std::int32_t code) override { Note("ConnectionCode", fmt::format("{}", code)); }
+    void Freq(std::int32_t hertz) override { Note("Freq", fmt::format("{}", hertz)); }
+    void Fuel(std::int32_t code) override { Note("Fuel", fmt::format("{}", code)); }
+    void GensetsInParallel(std::int32_t sets) override { Note("GensetsInParallel", fmt::format("{}", sets)); }
+    void MaxFreqDip(std::int32_t percent) override { Note("MaxFreqDip", fmt::format("{}", percent)); }
+    void MaxFreqDipEnabled(bool enabled) override { Note("MaxFreqDipEnabled", fmt::format("{}", enabled)); }
+    void MaxHarmonics(std::int32_t percent) override { Note("MaxHarmonics", fmt::format("{}", percent)); }
+    void MaxHarmonicsEnabled(bool enabled) override {
+        Note("MaxHarmonicsEnabled", fmt::format("{}", enabled));
+    }
+    void MaxVoltageDip(std::int32_t percent) override { Note("MaxVoltageDip", fmt::format("{}", percent)); }
+    void RiseDuty(std::int32_t code) override { Note("RiseDuty", fmt::format("{}", code)); }
+    void Voltage(std::int32_t volts) override { Note("Voltage", fmt::format("{}", volts)); }
 
   private:
-    void Note(const std::string& member) {
+    void Note(const std::string& member, const std::string& value) {
         if (std::ranges::find(failing, member) != failing.end()) {
             throw RaisedError(5, "panel", "refused");
         }
         shown.push_back(member);
+        values[member] = value;
     }
 };
 
@@ -166,6 +180,102 @@ TEST(PowerSystem, TakesTheDefaultsAndIsThreePhaseUntilItsConnectionSays) {
     site.ResetDefaults();
     EXPECT_FALSE(site.MaxFreqDipEnabled());
     EXPECT_EQ(site.Phases(), 3);
+}
+
+TEST(Project, ShowsEachMemberInItsOwnPlace) {
+    const CDefaults defaults;
+    CProject project(defaults, kClock);
+    project.Created({2024, 1, 2, 3, 4, 5});
+    project.LastModified({2025, 6, 7, 8, 9, 10});
+    project.Customer("The customer");
+    project.Description("What for");
+    project.ProjName("The job");
+    project.UserName("The engineer");
+    NotingDisplay display;
+    project.Display(display);
+    const std::map<std::string, std::string> expected{{"CreatedDateTime", "2024-01-02 03:04:05"},
+                                                      {"ModifiedDateTime", "2025-06-07 08:09:10"},
+                                                      {"CustomerName", "The customer"},
+                                                      {"Description", "What for"},
+                                                      {"ProjectName", "The job"},
+                                                      {"UserName", "The engineer"}};
+    EXPECT_EQ(display.values, expected);
+}
+
+/// Defaults as a store holds them, in which no setter has a say.
+CDefaults Stored(const std::map<std::string, clsTRX_Registry::Variant>& changes) {
+    const TemporaryFolder folder;
+    SettingsFile file(folder / "settings.json");
+    clsTRX_Registry registry(file);
+    CDefaults().SaveDefaults(registry, "Defaults");
+    registry.SubKey("Defaults");
+    registry.OpenKey();
+    for (const auto& [name, value] : changes) {
+        const bool isText = std::holds_alternative<std::string>(value);
+        registry.Value(name, isText ? registry_type::REG_SZ : registry_type::REG_DWORD, value);
+    }
+    registry.CloseKey();
+    CDefaults defaults;
+    defaults.ReadDefaults(registry, "Defaults");
+    return defaults;
+}
+
+TEST(PowerSystem, TakesEachDefaultToItsOwnMemberAndShowsItThere) {
+    const CDefaults defaults = Stored({{"Voltage", 415},
+                                       {"Connection", 7},
+                                       {"Freq", 50},
+                                       {"Fuel", 2},
+                                       {"Duty", 4},
+                                       {"NumSets", 3},
+                                       {"Altitude", "321.5"},
+                                       {"AmbTemp", "37.25"},
+                                       {"MaxVoltDip", 17},
+                                       {"MaxFreqDip", 12},
+                                       {"MaxHarm", 9}});
+    const CPwrSys site(defaults);
+    NotingDisplay display;
+    site.Display(display, true);
+    const std::map<std::string, std::string> expected{{"MetricUnits", "true"},
+                                                      {"Altitude", "321.5"},
+                                                      {"AmbTemp", "37.25"},
+                                                      {"ConnectionCode", "7"},
+                                                      {"Freq", "50"},
+                                                      {"Fuel", "2"},
+                                                      {"GensetsInParallel", "3"},
+                                                      {"MaxFreqDip", "12"},
+                                                      {"MaxFreqDipEnabled", "false"},
+                                                      {"MaxHarmonics", "9"},
+                                                      {"MaxHarmonicsEnabled", "false"},
+                                                      {"MaxVoltageDip", "17"},
+                                                      {"RiseDuty", "4"},
+                                                      {"Voltage", "415"}};
+    EXPECT_EQ(display.values, expected);
+}
+
+TEST(PowerSystem, HasAFigureOfItsOwnForADefaultThatItRefuses) {
+    struct Fallback {
+        const char* name;
+        clsTRX_Registry::Variant refused;
+        std::function<double(const CPwrSys&)> member;
+        double fallback;
+    };
+    const Fallback fallbacks[] = {
+        {"Freq", 0, [](const CPwrSys& site) { return site.Freq(); }, 60},
+        {"NumSets", 17, [](const CPwrSys& site) { return site.GensetsInParallel(); }, 1},
+        {"Altitude", "4572.1", [](const CPwrSys& site) { return site.Altitude(); }, 0.0},
+        {"AmbTemp", "66.5", [](const CPwrSys& site) { return site.AmbTemp(); }, 15.0},
+        {"MaxVoltDip", 36, [](const CPwrSys& site) { return site.MaxVoltageDip(); }, 20},
+        {"MaxFreqDip", 26, [](const CPwrSys& site) { return site.MaxFreqDip(); }, 20},
+        {"MaxHarm", 21, [](const CPwrSys& site) { return site.MaxHarmonics(); }, 15},
+    };
+    for (const Fallback& row : fallbacks) {
+        // The others come from the store all the same, behind the one that failed too.
+        const CDefaults defaults = Stored({{row.name, row.refused}, {"Voltage", 415}, {"MaxHarm", 9}});
+        const CPwrSys site(defaults);
+        EXPECT_EQ(row.member(site), row.fallback) << row.name;
+        EXPECT_EQ(site.Voltage(), 415) << row.name;
+        EXPECT_EQ(site.MaxHarmonics(), std::string(row.name) == "MaxHarm" ? 15 : 9) << row.name;
+    }
 }
 
 }  // namespace
