@@ -37,6 +37,9 @@ std::int32_t CDesigner::ChooseSets() {
             run.Judge(*row);
         } catch (const RaisedError&) {
             m_stoppedAt = Describe(*row, run.Counts().Candidates());
+            m_chosen = run.ReleaseUnsortedChosen();
+            m_rejected = run.ReleaseUnsortedRejected();
+            m_counts = run.Counts();
             throw;
         }
     }

@@ -51,7 +51,8 @@ class CDesigner : public DesignLimits {
     void SelectGensets();
 
     /// Judges the candidates; the number of recommended sets. Without a candidate the totals of the run
-    /// before stay.
+    /// before stay. A run that fails leaves the lists as far as they got, in the order of the candidates.
+    /// @throws RaisedError of a load, of the database, of a field that cannot be read, or of the arithmetic.
     std::int32_t ChooseSets();
 
     /// All that a run leaves.

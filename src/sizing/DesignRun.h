@@ -39,6 +39,9 @@ class DesignRun {
     [[nodiscard]] const RunCounts& Counts() const noexcept { return m_counts; }
     [[nodiscard]] std::vector<ChosenSet> ReleaseChosen() { return m_chosen.Release(); }
     [[nodiscard]] std::vector<RejectedSet> ReleaseRejected() { return m_rejected.Release(); }
+    /// The same of a run that ends early: not sorted yet. No more than would be shown are ever kept.
+    [[nodiscard]] std::vector<ChosenSet> ReleaseUnsortedChosen() { return m_chosen.ReleaseUnsorted(); }
+    [[nodiscard]] std::vector<RejectedSet> ReleaseUnsortedRejected() { return m_rejected.ReleaseUnsorted(); }
 
   private:
     [[nodiscard]] std::optional<Fate> FateWithoutRecord(const GensetRow& row, const Candidate& set);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -28,20 +29,35 @@ class ResultList {
     void Insert(Record record) {
         if (m_records.size() == m_limit) {
             m_records.pop_back();
+            m_arrivals.pop_back();
         }
         const auto place = std::upper_bound(
             m_records.begin(), m_records.end(), record.DeratedRating,
             [this](double rating, const Record& other) { return m_before(rating, other.DeratedRating); });
+        m_arrivals.insert(m_arrivals.begin() + (place - m_records.begin()), m_next++);
         m_records.insert(place, std::move(record));
     }
 
     [[nodiscard]] const std::vector<Record>& Records() const noexcept { return m_records; }
     [[nodiscard]] std::vector<Record> Release() { return std::move(m_records); }
+    /// The records in the order in which they came.
+    [[nodiscard]] std::vector<Record> ReleaseUnsorted() {
+        std::vector<std::size_t> positions(m_records.size());
+        std::iota(positions.begin(), positions.end(), std::size_t{0});
+        std::ranges::sort(positions, {}, [this](std::size_t position) { return m_arrivals[position]; });
+        std::vector<Record> records;
+        for (const std::size_t position : positions) {
+            records.push_back(std::move(m_records[position]));
+        }
+        return records;
+    }
 
   private:
     std::size_t m_limit;
     Before m_before;
     std::vector<Record> m_records;
+    std::vector<std::size_t> m_arrivals;  ///< when each came
+    std::size_t m_next = 0;
 };
 
 }  // namespace genvara
