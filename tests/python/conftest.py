@@ -13,6 +13,10 @@ set_hypothesis_home_dir(os.path.join(tempfile.gettempdir(), "genvara-hypothesis"
 hypothesis.settings.register_profile("tests", database=None, derandomize=True)
 hypothesis.settings.load_profile("tests")
 
+# Of programs that tests start, those of Python alone want what a sanitized module needs from the start.
+WITH_MODULE = dict(os.environ)
+os.environ.pop("LD_PRELOAD", None)
+
 SOURCE = pathlib.Path(os.environ["GENVARA_SOURCE"])
 CLI = os.environ["GENVARA_CLI"]
 

@@ -10,7 +10,7 @@ import sys
 import pytest
 
 import genvara
-from conftest import SOURCE
+from conftest import SOURCE, WITH_MODULE
 from genvara import fleet
 from genvara.fleet import _draws
 from told import set_of
@@ -378,5 +378,5 @@ def test_csv(catalogue, tmp_path):
 def test_nothing_of_a_cluster_is_needed():
     code = ("import sys; from genvara import fleet; fleet.size([]); "
             "print(sorted(set(sys.modules) & {'pandas', 'numpy', 'distributed', 'dask'}))")
-    done = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, check=True)
+    done = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, check=True, env=WITH_MODULE)
     assert done.stdout == "[]\n"

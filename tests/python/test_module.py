@@ -14,7 +14,7 @@ import xml.etree.ElementTree
 import pytest
 
 import genvara
-from conftest import CLI, SOURCE
+from conftest import CLI, SOURCE, WITH_MODULE
 
 
 def models(sets):
@@ -413,7 +413,7 @@ def test_sizing_lets_other_threads_run(hospital, catalogue):
 
 def test_import_needs_nothing_but_the_standard_library():
     code = "import sys, genvara; print(sorted(set(sys.modules) & {'pandas', 'numpy', 'distributed'}))"
-    done = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, check=True)
+    done = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, check=True, env=WITH_MODULE)
     assert done.stdout == "[]\n"
 
 
