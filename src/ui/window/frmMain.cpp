@@ -53,6 +53,7 @@ frmMain::frmMain(CApplication& application, PlatformServices& platform)
       m_log(application.Folder()),
       m_recent(application.Registry(), CApplication::BaseRegistrySubkey()),
       m_place(application.Registry(), CApplication::BaseRegistrySubkey() + "Window"),
+      m_analysisPlace(application.Registry(), CApplication::BaseRegistrySubkey() + "Analysis"),
       m_recovery(application.StateFolder() / "recovery", application.Motors()) {
     setObjectName("frmMain");
     application.HelpFile().HelpViewer([this](std::int32_t, const std::string& file, std::int32_t command) {
@@ -348,7 +349,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
         m_recovery.Forget();
         m_place.Keep(*this);
         m_errLog.reset();
-        m_analysis.reset();
+        EndAnalysis();
         m_platform->CloseHelp();
         event->accept();
     } else {

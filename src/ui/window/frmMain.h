@@ -247,6 +247,7 @@ class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHo
     void ShowAnalysis();
     /// Tells the analysis that the project, or what it is sized with, has changed.
     void RefreshAnalysis();
+    void EndAnalysis();
     void RefreshEditMenu();
     void RunEdit(const std::string& name);
     /// Runs a command on a file; a failure other than the user's cancel is told in one sentence.
@@ -260,6 +261,7 @@ class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHo
     ErrorLog m_log;
     RecentFiles m_recent;
     WindowPlace m_place;
+    WindowPlace m_analysisPlace;
     std::function<void()> m_appeared;
     bool m_hasAppeared = false;
     std::map<std::string, QMenu*> m_menus;

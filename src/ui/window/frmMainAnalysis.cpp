@@ -22,6 +22,7 @@ void frmMain::ShowAnalysis() {
         m_analysis =
             std::make_unique<frmAnalysis>(*this, m_application->Catalogue(), m_panRecommend->Exhibits());
         m_analysis->setWindowIcon(windowIcon());
+        m_analysisPlace.Restore(*m_analysis, m_analysis->size());
     }
     m_analysis->ProjectName(ToQt(m_panProject->ProjectName()));
     if (m_panels->currentWidget() == m_panRecommend) {
@@ -33,6 +34,13 @@ void frmMain::ShowAnalysis() {
     m_analysis->show();
     m_analysis->raise();
     m_analysis->activateWindow();
+}
+
+void frmMain::EndAnalysis() {
+    if (m_analysis != nullptr) {
+        m_analysisPlace.Keep(*m_analysis);
+        m_analysis.reset();
+    }
 }
 
 void frmMain::RefreshAnalysis() {

@@ -317,5 +317,21 @@ TEST_F(AnalysisTest, SavesTheReportOnPages) {
     EXPECT_THAT(platform.Take().back().message.text, HasSubstr("was not written"));
 }
 
+TEST_F(AnalysisTest, ItsSizeAndPlaceComeBackAtTheNextStart) {
+    Analyse("hospital.prj");
+    Window().setGeometry(40, 50, 910, 640);
+    Analysis().setGeometry(70, 80, 930, 610);
+    QCoreApplication::processEvents();
+    const QRect before = Analysis().geometry();
+    ASSERT_EQ(before.size(), QSize(930, 610));
+    Analysis().close();  // hidden, it keeps its place all the same
+    g_ProjectDirty = false;
+    ASSERT_TRUE(Window().close());
+    Restart();
+    EXPECT_EQ(Window().size(), QSize(910, 640));
+    Run("mnuToolsAnalysis");
+    EXPECT_EQ(Analysis().geometry(), before);
+}
+
 }  // namespace
 }  // namespace genvara
