@@ -12,7 +12,7 @@ constexpr std::string_view kForbidden = "/\\:*?\"<>|";
 
 bool IsForbidden(char byte) {
     return static_cast<unsigned char>(byte) < ' ' || byte == '\x7F' ||
-           kForbidden.find(byte) != kForbidden.npos;
+           kForbidden.find(byte) != std::string_view::npos;
 }
 
 /// Cut between two characters.

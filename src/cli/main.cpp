@@ -4,6 +4,7 @@
 #include <exception>
 #include <filesystem>
 #include <functional>
+#include <new>
 #include <optional>
 #include <span>
 #include <sstream>
@@ -410,8 +411,11 @@ int main(int count, char** arguments) {
         genvara::Complain(fmt::format("genvara-cli: error: {}", lost.what()));
     } catch (const genvara::RaisedError& failure) {
         genvara::Complain(genvara::FailureLine("genvara-cli", failure));
+    } catch (const std::bad_alloc&) {
+        // Told without asking for memory.
+        genvara::Complain("genvara-cli: error: There is not enough memory.");
     } catch (const std::exception& failure) {
-        genvara::Complain(failure.what());
+        genvara::Complain(fmt::format("genvara-cli: error: {}", failure.what()));
     }
     return static_cast<int>(genvara::Status::RunFailed);
 }

@@ -223,7 +223,7 @@ void BindRecords(py::module_& module) {
         .def_property_readonly("path", PathOf,
                                "Where the load stands, as in \"Step[1].Load[2]\"; positions count from 1.")
         .def("delete", DeleteLoad, "Deletes the load from its project.")
-        .def(py::self == py::self)
+        .def(py::self == py::self)  // NOLINT(misc-redundant-expression): two of them, in words of pybind11
         .def("__repr__", [](const LoadRef& ref) {
             const Load* found = ref.Find();
             return found == nullptr ? std::string("<genvara.Load, deleted>")
@@ -247,7 +247,7 @@ void BindRecords(py::module_& module) {
         .def("delete", DeleteStep, "Deletes the step with its loads from the project.")
         .def("move", MoveStep, py::arg("number"),
              "Moves the step to a position, from 1. IndexError for no position.")
-        .def(py::self == py::self)
+        .def(py::self == py::self)  // NOLINT(misc-redundant-expression): two of them, in words of pybind11
         .def("__repr__", [](const StepRef& ref) {
             const CLoadStep* found = ref.Find();
             return found == nullptr ? std::string("<genvara.Step, deleted>")

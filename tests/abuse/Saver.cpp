@@ -9,9 +9,11 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -96,6 +98,9 @@ int main(int argc, char** argv) {
     } catch (const genvara::RaisedError& failure) {
         fmt::print(stderr, "{}: error {} from {}: {}\n", argv[1], failure.Number(), failure.Source(),
                    failure.Description());
+        return 3;
+    } catch (const std::bad_alloc&) {
+        std::fputs("saver: error: There is not enough memory.\n", stderr);
         return 3;
     }
 }

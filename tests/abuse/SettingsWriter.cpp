@@ -7,8 +7,10 @@
 
 #include <fmt/format.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -46,6 +48,9 @@ int main(int argc, char** argv) {
     } catch (const genvara::RaisedError& failure) {
         fmt::print(stderr, "{}: error {} from {}: {}\n", argv[1], failure.Number(), failure.Source(),
                    failure.Description());
+        return 3;
+    } catch (const std::bad_alloc&) {
+        std::fputs("settings_writer: error: There is not enough memory.\n", stderr);
         return 3;
     }
 }

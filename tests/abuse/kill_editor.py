@@ -27,10 +27,11 @@ NUMBER = re.compile(r"Generation (\d{8})")
 class Editor:
     """A program that edits its own copy of a project and tells each edit."""
 
-    def __init__(self, program, state, project):
+    def __init__(self, program, state, project, environment=None):
         self.project = project
         self.told = []  # (moment, number)
-        self.process = subprocess.Popen([program, state, project], stdout=subprocess.PIPE, text=True, env=offscreen())
+        self.process = subprocess.Popen([program, state, project], stdout=subprocess.PIPE, text=True,
+                                        env={**offscreen(), **(environment or {})})
         self.begun = threading.Event()
         self.reader = threading.Thread(target=self.read)
         self.reader.start()
