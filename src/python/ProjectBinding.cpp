@@ -19,7 +19,8 @@ py::tuple StepsOf(const ProjectPtr& project) {
     for (const CLoadStep& step : project->LoadProfile()) {
         steps.append(StepRef{project, step.StepID()});
     }
-    return py::tuple(steps);
+    py::tuple all(steps);
+    return all;
 }
 
 /// As the window's form adds one, with the site's allowed dip unless there is another.

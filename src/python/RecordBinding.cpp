@@ -129,7 +129,8 @@ py::tuple LoadsOf(const StepRef& ref) {
     for (const Load& load : ref.Record()) {
         loads.append(AsKind({ref.project, ref.id, load.ID()}, AllKinds()));
     }
-    return py::tuple(loads);
+    py::tuple all(loads);
+    return all;
 }
 
 // ---- what comes and goes
@@ -209,7 +210,8 @@ std::string PathOf(const LoadRef& ref) {
 void BindRecords(py::module_& module) {
     py::class_<SiteRef> site(module, "PowerSystem", "What the site demands of the generator sets.");
     AddRecordMembers<SiteRef>(site, PowerSystemProperties());
-    site.def(py::self == py::self).def("__repr__", [](const SiteRef& ref) {
+    site.def(py::self == py::self);  // NOLINT(misc-redundant-expression)
+    site.def("__repr__", [](const SiteRef& ref) {
         return fmt::format("<genvara.PowerSystem {} V, {} Hz>", ref.Record().Voltage(), ref.Record().Freq());
     });
 
@@ -223,7 +225,7 @@ void BindRecords(py::module_& module) {
         .def_property_readonly("path", PathOf,
                                "Where the load stands, as in \"Step[1].Load[2]\"; positions count from 1.")
         .def("delete", DeleteLoad, "Deletes the load from its project.")
-        .def(py::self == py::self)  // NOLINT(misc-redundant-expression): two of them, in words of pybind11
+        .def(py::self == py::self)  // NOLINT(misc-redundant-expression)
         .def("__repr__", [](const LoadRef& ref) {
             const Load* found = ref.Find();
             return found == nullptr ? std::string("<genvara.Load, deleted>")
@@ -247,7 +249,7 @@ void BindRecords(py::module_& module) {
         .def("delete", DeleteStep, "Deletes the step with its loads from the project.")
         .def("move", MoveStep, py::arg("number"),
              "Moves the step to a position, from 1. IndexError for no position.")
-        .def(py::self == py::self)  // NOLINT(misc-redundant-expression): two of them, in words of pybind11
+        .def(py::self == py::self)  // NOLINT(misc-redundant-expression)
         .def("__repr__", [](const StepRef& ref) {
             const CLoadStep* found = ref.Find();
             return found == nullptr ? std::string("<genvara.Step, deleted>")

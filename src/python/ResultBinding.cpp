@@ -27,7 +27,7 @@ constexpr std::array kReports{ReportName{"sizing", report_type::kSizing},
                               ReportName{"summary", report_type::kLoadProfile}};
 
 std::int32_t TypeOf(const std::string& name) {
-    const auto found = std::ranges::find(kReports, name, &ReportName::name);
+    const auto* const found = std::ranges::find(kReports, name, &ReportName::name);
     if (found == kReports.end()) {
         throw py::value_error(
             fmt::format("there is no report \"{}\": it is \"sizing\" or \"summary\"", name));

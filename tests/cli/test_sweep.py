@@ -5,8 +5,11 @@
 import csv
 import io
 import itertools
+import json
 import random
+import shutil
 import signal
+import sqlite3
 import subprocess
 import sys
 import time
@@ -223,6 +226,27 @@ class Sweep(StudyCase):
         done = self.verb("sweep", "missing.prj", "--vary", "PowerSystem.Altitude=1", "--json")
         self.assertEqual(done.returncode, 3)
         self.assertIn('"Error"', done.stdout)
+
+    def test_a_site_without_candidates_has_no_set_at_any_point(self):
+        file = self.folder / "nowhere.prj"
+        file.write_bytes((SOURCE / "samples/farm.prj").read_bytes().replace(b"240\r\n", b"241\r\n", 1))
+        rows = self.sweep(file, "PowerSystem.Altitude=0:900:300")
+        self.assertEqual([(row["Set"], row["Tightest"]) for row in rows], [(None, None)] * 4)
+        rows = self.sweep(file, "PowerSystem.Voltage=241,240")
+        self.assertIsNone(rows[0]["Set"])
+        self.assertEqual(rows[1]["Set"]["ModelNum"], self.first(SOURCE / "samples/farm.prj")["ModelNum"])
+
+    def test_a_project_that_cannot_be_sized_tells_so_at_each_point(self):
+        empty = self.as_json(SOURCE / HOSPITAL) | {"LoadProfile": []}
+        rows = self.sweep(self.written(empty), "PowerSystem.Altitude=0:600:300", status=4)
+        self.assertEqual([("Error" in row, "Set" in row) for row in rows], [(True, False)] * 3)
+        database = self.folder / "damaged.db"
+        shutil.copy(self.database, database)
+        with sqlite3.connect(database) as connection:
+            connection.execute("Update [Gensets] set LRkVA = null")
+        done = self.program("sweep", "--json", "--db", database, SOURCE / HOSPITAL, "--vary", "PowerSystem.Altitude=0,1")
+        self.assertEqual(done.returncode, 4)
+        self.assertEqual([json.loads(row)["Error"]["Number"] for row in done.stdout.splitlines()], [13, 13])
 
     def test_control_c_ends_it_at_once(self):
         sweep = subprocess.Popen([PROGRAM, "sweep", "--db", self.database, SOURCE / HOSPITAL, "--vary",
