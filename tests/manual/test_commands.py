@@ -140,6 +140,18 @@ class Commands(unittest.TestCase):
         self.assertEqual((best["Proven"], best["Best"]["NominalRating"]), (True, told["order-kw"]))
         none, = answer('genvara-cli order --json projects/quarry.prj --before "Step[2].Load[1]<Step[3].Load[1]"')
         self.assertEqual((none["Proven"], none["Best"]), (True, None))
+        cold, = answer("genvara-cli order --json projects/cold-store.prj")
+        self.assertEqual([cold[key]["NominalRating"] for key in ("Now", "Best")], [told["cold-now"], told["cold-best"]])
+        starts = [place for step in cold["Steps"] for place in step]
+        compressor, fans, heaters = "Step[5].Load[1]", "Step[3].Load[1]", "Step[4].Load[1]"
+        self.assertLess(starts.index(compressor), min(starts.index(fans), starts.index(heaters)))
+        studio, = answer("genvara-cli advise --json projects/studio.prj")
+        self.assertEqual(studio["Now"]["NominalRating"], told["studio-now"])
+        pulses = [one["Set"]["NominalRating"] for one in studio["Advice"] if "12 pulse" in one["Text"]]
+        self.assertEqual(pulses, [told["studio-pulse"]] * 2)
+        limit = next(one for one in studio["Advice"] if one["Set"]["NominalRating"] == told["studio-pulse"]
+                     and one["Kind"] == "limit")
+        self.assertEqual(limit["Changes"][0]["To"], told["studio-limit"])
         stretches = answer(
             "genvara-cli sweep --json projects/hospital.prj --vary PowerSystem.Altitude=0:4500:100 --breaks")
         self.assertEqual([row["Set"]["NominalRating"] for row in stretches[:2]], [told["low"], told["high"]])
