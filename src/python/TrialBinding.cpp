@@ -35,7 +35,7 @@ struct SetKey {
     std::string alternator;
     std::string engine;
 
-    auto operator<=>(const SetKey&) const = default;
+    auto operator<=>(const SetKey&) const = default;  // NOLINT(modernize-use-nullptr): there is none to use
 };
 
 /// What a trial came to.

@@ -46,6 +46,7 @@ class ResultList {
         std::iota(positions.begin(), positions.end(), std::size_t{0});
         std::ranges::sort(positions, {}, [this](std::size_t position) { return m_arrivals[position]; });
         std::vector<Record> records;
+        records.reserve(m_records.size());
         for (const std::size_t position : positions) {
             records.push_back(std::move(m_records[position]));
         }
