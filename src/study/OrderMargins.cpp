@@ -122,19 +122,21 @@ OrderMargins::Nearness OrderMargins::Judge(const Arrangement& arrangement, doubl
             before = m_changed.emplace_back(FiguresOn(Brought(arrangement[s]), before));
         }
         for (const Stage stage : kStages) {
-            for (auto step = m_changed.rbegin(); step != m_changed.rend(); ++step) {
+            for (std::size_t step = m_changed.size(); step-- > 0;) {
                 if (IsHopeless(least)) {
                     return {};
                 }
-                JudgeStep(*step, stage, least, m_left);
+                JudgeStep(m_changed[step], stage, least, m_left);
             }
         }
     } catch (const RaisedError&) {
         return {};
     }
-    const double margin = MostOf(m_left, m_weighed);
-    return {.margin = margin > least ? margin : kHopeless,
-            .mayDo = MostOf(m_left, m_left.size()) > kAnyOrder};
+    Nearness nearness{.mayDo = MostOf(m_left, m_left.size()) > kAnyOrder};
+    if (const double margin = MostOf(m_left, m_weighed); margin > least) {
+        nearness.margin = margin;
+    }
+    return nearness;
 }
 
 /// The margin that a set must have to be of interest.

@@ -213,7 +213,10 @@ std::vector<Arrangement> OrderSearch::StartsAtRandom() {
     for (int i = 0; i < kRandomStarts && !Proven() && !m_gaveUp; ++i) {
         Arrangement start = AtRandom();
         CountOne();
-        const double least = starts.size() < kImprovedStarts ? OrderMargins::kHopeless : starts.back().first;
+        double least = OrderMargins::kHopeless;
+        if (starts.size() >= kImprovedStarts) {
+            least = starts.back().first;
+        }
         const OrderMargins::Nearness nearness = m_margins.Judge(start, least);
         if (nearness.mayDo && Try(start)) {
             Stand({});
@@ -227,6 +230,7 @@ std::vector<Arrangement> OrderSearch::StartsAtRandom() {
         m_gaveUp = IsOver();
     }
     std::vector<Arrangement> nearest;
+    nearest.reserve(starts.size());
     for (auto& [margin, start] : starts) {
         nearest.push_back(std::move(start));
     }

@@ -199,7 +199,9 @@ class BreakFinder {
         m_stretches.push_back({.from = Value(value), .to = Value(value), .point = std::move(point)});
     }
 
-    /// Files the changes between two values, from the lower one up.
+    /// Files the changes between two values, from the lower one up. The lower point may stand in what grows
+    /// here, and so it is copied.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param)
     void Between(double low, const SweepPoint lowPoint, double high, const SweepPoint& highPoint) {
         if (IsSameAnswer(lowPoint, highPoint)) {
             return;
