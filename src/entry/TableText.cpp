@@ -156,8 +156,8 @@ class RowGatherer {
 TableText ReadTableText(std::string_view bytes) {
     TableText table;
     if (bytes.size() > kMostTableBytes) {
-        table.fault = fmt::format("The table is larger than {} MB. Import it in parts.",
-                                  kMostTableBytes / (1024U * 1024U));
+        table.fault =
+            fmt::format("The table is larger than {} MB. Import it in parts.", kMostTableBytes >> 20U);
         return table;
     }
     std::string text = Decoded(bytes);

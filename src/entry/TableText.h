@@ -9,8 +9,8 @@
 namespace genvara {
 
 /// What a table of text may come to; a program that takes more takes something else for a table.
-inline constexpr std::size_t kMostTableBytes = 16U * 1024U * 1024U;
-inline constexpr std::size_t kMostTableRows = 10000;  ///< behind the heading
+inline constexpr std::size_t kMostTableBytes = 16'777'216;  ///< 16 MB
+inline constexpr std::size_t kMostTableRows = 10000;        ///< behind the heading
 inline constexpr std::size_t kMostTableColumns = 256;
 inline constexpr std::size_t kLongestTableCell = 32767;  ///< bytes; what spreadsheets take
 

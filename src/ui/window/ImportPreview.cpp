@@ -144,7 +144,7 @@ QVariant ImportPreview::data(const QModelIndex& index, int role) const {
             return fault.isEmpty() ? QVariant() : QVariant(QColor(Qt::black));
         case Qt::TextAlignmentRole: {
             const bool isNumber = index.column() >= Quantity && index.column() <= StartingKVA;
-            return QVariant(Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft));
+            return static_cast<int>(Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft));
         }
         default:
             return {};
