@@ -5,7 +5,7 @@ _genvara_cli() {
     local limits="--db --min-loading --max-loading --max-sets --max-undersized"
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case $word in
-            size|explain|sweep|advise|order|report|export-spec|check|convert|describe) command=$word ;;
+            size|explain|sweep|advise|order|import|report|export-spec|check|convert|describe) command=$word ;;
             catalog) command=catalog ;;
             build) [ "$command" = catalog ] && command="catalog build" ;;
         esac
@@ -23,12 +23,13 @@ _genvara_cli() {
     esac
     local words
     case $command in
-        "") words="size explain sweep advise order report export-spec check convert describe catalog --help --version" ;;
+        "") words="size explain sweep advise order import report export-spec check convert describe catalog --help --version" ;;
         size) words="$limits --json --jobs --help" ;;
         explain) words="$limits --json --jobs --model --all --steps --help" ;;
         sweep) words="$limits --json --csv --jobs --vary --breaks --yes --help" ;;
         advise) words="$limits --json --jobs --pairs --kinds --apply -o --help" ;;
         order) words="$limits --json --jobs --max-steps --before --together --seconds -o --help" ;;
+        import) words="--into -o --json --db --help" ;;
         report) words="$limits -o --set --undersized --no-match --type --metric --now --help" ;;
         export-spec) words="$limits -o --set --undersized --help" ;;
         check) words="--db --help" ;;
@@ -49,6 +50,15 @@ _genvara_cli() {
             words="$words Motor Office UPS Drive"
             compopt +o filenames
             mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+            ;;
+        import)
+            if [ "$previous" = --into ]; then
+                mapfile -t COMPREPLY < <(compgen -f -X '!*.prj' -- "$current"; compgen -f -X '!*.json' -- "$current"
+                    compgen -d -- "$current")
+            else
+                mapfile -t COMPREPLY < <(compgen -f -X '!*.csv' -- "$current"; compgen -f -X '!*.tsv' -- "$current"
+                    compgen -f -X '!*.txt' -- "$current"; compgen -d -- "$current")
+            fi
             ;;
         "catalog build") mapfile -t COMPREPLY < <(compgen -d -- "$current") ;;
         "catalog check") mapfile -t COMPREPLY < <(compgen -f -X '!*.db' -- "$current"; compgen -d -- "$current") ;;

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <variant>
 
+#include "CsvText.h"
 #include "ExplainJson.h"
 #include "JsonText.h"
 #include "NumberText.h"
@@ -40,18 +41,6 @@ class Gathered {
   private:
     std::string m_text;
 };
-
-/// A cell of a CSV table: in quotes where its content needs them.
-std::string CsvCell(std::string_view text) {
-    if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
-        return std::string(text);
-    }
-    std::string cell = "\"";
-    for (const char byte : text) {
-        cell += byte == '"' ? "\"\"" : std::string(1, byte);
-    }
-    return cell + "\"";
-}
 
 std::string CsvLine(const std::vector<std::string>& cells) {
     std::string line;

@@ -21,6 +21,7 @@
 #include "ArgumentText.h"
 #include "CommandLine.h"
 #include "ExplainCommand.h"
+#include "ImportCommand.h"
 #include "OrderCommand.h"
 #include "Output.h"
 #include "ProgramVersion.h"
@@ -108,6 +109,7 @@ class CommandLine {
         AddSweep();
         AddAdvise();
         AddOrder();
+        AddImport();
         AddCheck();
         AddReport();
         AddExportSpec();
@@ -244,155 +246,173 @@ class CommandLine {
         order->callback([this] { m_todo = [this] { return RunOrder(m_arguments, m_order); }; });
     }
 
-    void AddCheck() {
-        CLI::App* check = m_app.add_subcommand("check", "List what of project files cannot be used");
-        AddProjects(*check, m_arguments);
-        AddDatabase(*check, m_arguments);
-        check->callback([this] { m_todo = [this] { return RunCheck(m_arguments); }; });
-    }
-
-    void AddReport() {
-        CLI::App* report = m_app.add_subcommand("report", "Write a report on a set as rich text or PDF");
-        AddOneProject(*report, "FILE.rtf|FILE.pdf");
-        CLI::Option* chosen = AddSets(*report);
-        report->add_flag("--no-match", m_report.noMatch, "The search failure report, whatever was found")
-            ->excludes(chosen)
-            ->excludes(report->get_option("--undersized"));
-        report
-            ->add_option_function<std::string>(
-                "--type", [this](const std::string& type) { m_report.type = type == "summary" ? 1 : 0; },
-                "sizing or summary [sizing]")
-            ->check(CLI::IsMember({"sizing", "summary"}))
-            ->type_name("TYPE");
-        report->add_flag("--metric", m_report.metric,
-                         "Metres and degrees Celsius in place of feet and Fahrenheit");
-        report
-            ->add_option_function<std::string>(
-                "--now",
-                [this](const std::string& text) {
-                    m_report.now = ParseDateTime(WithBlank(text));
-                    if (!m_report.now) {
-                        throw CLI::ValidationError(
-                            "--now", fmt::format("\"{}\" is no time; expected {}", text, kTimeForm));
-                    }
-                },
-                fmt::format("Time that the report states: {} [the present]", kTimeForm))
-            ->type_name("TIME");
-        report->callback([this] { m_todo = [this] { return RunReport(m_arguments, m_report); }; });
-    }
-
-    void AddExportSpec() {
-        CLI::App* spec =
-            m_app.add_subcommand("export-spec", "Write the essentials of a set to a profile file");
-        AddOneProject(*spec, "FILE.gvx");
-        AddSets(*spec);
-        spec->callback([this] { m_todo = [this] { return RunExportSpec(m_arguments, m_report); }; });
-    }
-
-    void AddConvert() {
-        CLI::App* convert =
-            m_app.add_subcommand("convert", "Turn a project into its other format, .prj or .json");
-        convert->add_option("PROJECT", m_arguments.files, "Project file")
+    void AddImport() {
+        CLI::App* import =
+            m_app.add_subcommand("import", "Add the loads of a spreadsheet's table to a project");
+        import
+            ->add_option("TABLE.csv", m_import.table,
+                         "Table with a heading row, its cells parted by commas, semicolons or tabs; - for "
+                         "standard input")
+            ->required()
+            ->type_name("");
+        import->add_option("--into", m_arguments.files, "Project file, .prj or .json")
             ->required()
             ->expected(1)
-            ->type_name("");
-        convert->add_option("-o", m_report.output, "File to write, ending with .prj or .json")
-            ->required()
-            ->type_name("FILE");
-        AddDatabase(*convert, m_arguments);
-        convert->callback([this] { m_todo = [this] { return RunConvert(m_arguments, m_report.output); }; });
-    }
+            ->type_name("PROJECT");
+        import
+            ->add_option("-o", m_import.output,
+                         "Write the project with the loads, .prj or .json [nothing is written]")
+            ->type_name("NEW");
+        AddJson(*import, "One JSON object on one line");
+        AddDatabase(*import, m_arguments);
+        import->callback([this] { m_todo = [this] { return RunImport(m_arguments, m_import);
+    }; });
+}  // namespace
 
-    void AddDescribe() {
-        CLI::App* describe = m_app.add_subcommand(
-            "describe", "List every member of a project: name, unit, range or codes, meaning");
-        describe
-            ->add_option("KIND", m_describe.kind,
-                         "Project, PowerSystem, Designer, Step or a kind of load [all]")
-            ->type_name("");
-        CLI::Option* json = describe->add_flag("--json", m_describe.json, "One JSON object a line");
-        describe->add_flag("--schema", m_describe.schema, "The JSON schema of JSON projects")->excludes(json);
-        describe->callback([this] { m_todo = [this] { return RunDescribe(m_describe); }; });
-    }
+void AddCheck() {
+    CLI::App* check = m_app.add_subcommand("check", "List what of project files cannot be used");
+    AddProjects(*check, m_arguments);
+    AddDatabase(*check, m_arguments);
+    check->callback([this] { m_todo = [this] { return RunCheck(m_arguments); }; });
+}
 
-    void AddOneProject(CLI::App& command, const char* output) {
-        command.add_option("PROJECT.prj", m_arguments.files, "Project file, .prj or .json")
-            ->required()
-            ->expected(1)
-            ->type_name("");
-        command.add_option("-o", m_report.output, "File to write, or - for standard output")
-            ->required()
-            ->type_name(output);
-        AddDatabase(command, m_arguments);
-        AddLimits(command, m_arguments);
-    }
+void AddReport() {
+    CLI::App* report = m_app.add_subcommand("report", "Write a report on a set as rich text or PDF");
+    AddOneProject(*report, "FILE.rtf|FILE.pdf");
+    CLI::Option* chosen = AddSets(*report);
+    report->add_flag("--no-match", m_report.noMatch, "The search failure report, whatever was found")
+        ->excludes(chosen)
+        ->excludes(report->get_option("--undersized"));
+    report
+        ->add_option_function<std::string>(
+            "--type", [this](const std::string& type) { m_report.type = type == "summary" ? 1 : 0; },
+            "sizing or summary [sizing]")
+        ->check(CLI::IsMember({"sizing", "summary"}))
+        ->type_name("TYPE");
+    report->add_flag("--metric", m_report.metric,
+                     "Metres and degrees Celsius in place of feet and Fahrenheit");
+    report
+        ->add_option_function<std::string>(
+            "--now",
+            [this](const std::string& text) {
+                m_report.now = ParseDateTime(WithBlank(text));
+                if (!m_report.now) {
+                    throw CLI::ValidationError(
+                        "--now", fmt::format("\"{}\" is no time; expected {}", text, kTimeForm));
+                }
+            },
+            fmt::format("Time that the report states: {} [the present]", kTimeForm))
+        ->type_name("TIME");
+    report->callback([this] { m_todo = [this] { return RunReport(m_arguments, m_report); }; });
+}
 
-    CLI::Option* AddSets(CLI::App& command) {
-        CLI::Option* chosen =
-            command.add_option("--set", m_report.set, "Recommended set, counted from 0 [the first]")
-                ->transform(Decimal())
-                ->type_name("N");
-        command.add_option("--undersized", m_report.undersized, "Undersized set, counted from 0")
-            ->transform(Decimal())
-            ->type_name("N")
-            ->excludes(chosen);
-        return chosen;
-    }
+void AddExportSpec() {
+    CLI::App* spec = m_app.add_subcommand("export-spec", "Write the essentials of a set to a profile file");
+    AddOneProject(*spec, "FILE.gvx");
+    AddSets(*spec);
+    spec->callback([this] { m_todo = [this] { return RunExportSpec(m_arguments, m_report); }; });
+}
 
-    void AddCatalog() {
-        CLI::App* catalog = m_app.add_subcommand("catalog", "Build and check the genset database");
-        catalog->require_subcommand(1);
-        CLI::App* build = catalog->add_subcommand("build", "Build a database from a folder of CSV tables");
-        build->add_option("DIR", m_folder, "Folder with one CSV file a table")->required()->type_name("");
-        build->add_option("-o", m_file, "Database to write")->required()->type_name("FILE.db");
-        build->callback([this] { m_todo = [this] { return RunCatalogBuild(m_folder, m_file); }; });
-        CLI::App* check =
-            catalog->add_subcommand("check", "List everything in a database that would end or falsify a run");
-        check->add_option("FILE.db", m_file, "Database to look through")->required()->type_name("");
-        check->callback([this] { m_todo = [this] { return RunCatalogCheck(m_file); }; });
-    }
+void AddConvert() {
+    CLI::App* convert =
+        m_app.add_subcommand("convert", "Turn a project into its other format, .prj or .json");
+    convert->add_option("PROJECT", m_arguments.files, "Project file")->required()->expected(1)->type_name("");
+    convert->add_option("-o", m_report.output, "File to write, ending with .prj or .json")
+        ->required()
+        ->type_name("FILE");
+    AddDatabase(*convert, m_arguments);
+    convert->callback([this] { m_todo = [this] { return RunConvert(m_arguments, m_report.output); }; });
+}
 
-    /// The one project of a study, with the options of a run.
-    void AddStudied(CLI::App& command) {
-        command.add_option("PROJECT", m_arguments.files, "Project file, .prj or .json")
-            ->required()
-            ->expected(1)
-            ->type_name("");
-        AddDatabase(command, m_arguments);
-        AddLimits(command, m_arguments);
-    }
+void AddDescribe() {
+    CLI::App* describe = m_app.add_subcommand(
+        "describe", "List every member of a project: name, unit, range or codes, meaning");
+    describe
+        ->add_option("KIND", m_describe.kind, "Project, PowerSystem, Designer, Step or a kind of load [all]")
+        ->type_name("");
+    CLI::Option* json = describe->add_flag("--json", m_describe.json, "One JSON object a line");
+    describe->add_flag("--schema", m_describe.schema, "The JSON schema of JSON projects")->excludes(json);
+    describe->callback([this] { m_todo = [this] { return RunDescribe(m_describe); }; });
+}
 
-    void AddJson(CLI::App& command,
-                 const char* description = "One JSON object on one line for each project") {
-        command.add_flag("--json", m_arguments.json, description);
-    }
+void AddOneProject(CLI::App& command, const char* output) {
+    command.add_option("PROJECT.prj", m_arguments.files, "Project file, .prj or .json")
+        ->required()
+        ->expected(1)
+        ->type_name("");
+    command.add_option("-o", m_report.output, "File to write, or - for standard output")
+        ->required()
+        ->type_name(output);
+    AddDatabase(command, m_arguments);
+    AddLimits(command, m_arguments);
+}
 
-    void UseAllCores(const CLI::Option& jobs) {
-        if (jobs.empty()) {
-            m_arguments.jobs =
-                std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostJobs);
-        }
-    }
-
-    CLI::Option* AddJobs(CLI::App& command, const char* description) {
-        return command.add_option("--jobs", m_arguments.jobs, description)
-            ->check(CLI::Range(1, kMostJobs))
+CLI::Option* AddSets(CLI::App& command) {
+    CLI::Option* chosen =
+        command.add_option("--set", m_report.set, "Recommended set, counted from 0 [the first]")
             ->transform(Decimal())
             ->type_name("N");
-    }
+    command.add_option("--undersized", m_report.undersized, "Undersized set, counted from 0")
+        ->transform(Decimal())
+        ->type_name("N")
+        ->excludes(chosen);
+    return chosen;
+}
 
-    CLI::App m_app{"Sizes electric generator sets for a site and its load profile.", "genvara-cli"};
-    ProjectArguments m_arguments;
-    ReportArguments m_report;
-    DescribeArguments m_describe;
-    ExplainArguments m_explain;
-    SweepArguments m_sweep;
-    AdviseArguments m_advise;
-    OrderArguments m_order;
-    std::string m_folder;
-    std::string m_file;
-    std::function<int()> m_todo;
-};
+void AddCatalog() {
+    CLI::App* catalog = m_app.add_subcommand("catalog", "Build and check the genset database");
+    catalog->require_subcommand(1);
+    CLI::App* build = catalog->add_subcommand("build", "Build a database from a folder of CSV tables");
+    build->add_option("DIR", m_folder, "Folder with one CSV file a table")->required()->type_name("");
+    build->add_option("-o", m_file, "Database to write")->required()->type_name("FILE.db");
+    build->callback([this] { m_todo = [this] { return RunCatalogBuild(m_folder, m_file); }; });
+    CLI::App* check =
+        catalog->add_subcommand("check", "List everything in a database that would end or falsify a run");
+    check->add_option("FILE.db", m_file, "Database to look through")->required()->type_name("");
+    check->callback([this] { m_todo = [this] { return RunCatalogCheck(m_file); }; });
+}
+
+/// The one project of a study, with the options of a run.
+void AddStudied(CLI::App& command) {
+    command.add_option("PROJECT", m_arguments.files, "Project file, .prj or .json")
+        ->required()
+        ->expected(1)
+        ->type_name("");
+    AddDatabase(command, m_arguments);
+    AddLimits(command, m_arguments);
+}
+
+void AddJson(CLI::App& command, const char* description = "One JSON object on one line for each project") {
+    command.add_flag("--json", m_arguments.json, description);
+}
+
+void UseAllCores(const CLI::Option& jobs) {
+    if (jobs.empty()) {
+        m_arguments.jobs =
+            std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostJobs);
+    }
+}
+
+CLI::Option* AddJobs(CLI::App& command, const char* description) {
+    return command.add_option("--jobs", m_arguments.jobs, description)
+        ->check(CLI::Range(1, kMostJobs))
+        ->transform(Decimal())
+        ->type_name("N");
+}
+
+CLI::App m_app{"Sizes electric generator sets for a site and its load profile.", "genvara-cli"};
+ProjectArguments m_arguments;
+ReportArguments m_report;
+DescribeArguments m_describe;
+ExplainArguments m_explain;
+SweepArguments m_sweep;
+AdviseArguments m_advise;
+OrderArguments m_order;
+ImportArguments m_import;
+std::string m_folder;
+std::string m_file;
+std::function<int()> m_todo;
+};  // namespace genvara
 
 }  // namespace
 }  // namespace genvara

@@ -82,6 +82,10 @@ bool CLoadStep::HasRoom() const noexcept {
     return m_nextLoadId <= kLastLoadId;
 }
 
+std::int32_t CLoadStep::RoomLeft() const noexcept {
+    return kLastLoadId - m_nextLoadId + 1;
+}
+
 void CLoadStep::RequireRoom() const {
     if (!HasRoom()) {
         throw RaisedError(errors::FromBase(3), "CLoadStep::AddLoad",

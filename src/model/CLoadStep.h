@@ -34,6 +34,8 @@ class CLoadStep {
 
     /// Whether `AddLoad` would take another load.
     [[nodiscard]] bool HasRoom() const noexcept;
+    /// How many loads `AddLoad` would still take.
+    [[nodiscard]] std::int32_t RoomLeft() const noexcept;
     /// Makes sure that `AddLoad` would take another load.
     /// @throws RaisedError 0x80040003 as `AddLoad`.
     void RequireRoom() const;

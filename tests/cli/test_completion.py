@@ -22,7 +22,7 @@ class Completion(unittest.TestCase):
         cls.temporary = tempfile.TemporaryDirectory()
         cls.folder = pathlib.Path(cls.temporary.name)
         (cls.folder / "folder").mkdir()
-        for name in ("1.prj", "job.prj", "job.db", "job.rtf"):
+        for name in ("1.prj", "job.prj", "job.db", "job.rtf", "loads.csv", "loads.tsv"):
             (cls.folder / name).touch()
 
     @classmethod
@@ -42,8 +42,11 @@ class Completion(unittest.TestCase):
 
     def test_files_are_offered_where_files_belong(self):
         self.assertEqual(self.offered("size", ""), ["1.prj", "folder", "job.prj"])
-        self.assertEqual(self.offered("report", "job.prj", "-o", ""), ["1.prj", "folder", "job.db", "job.prj", "job.rtf"])
+        self.assertEqual(self.offered("report", "job.prj", "-o", ""), ["1.prj", "folder", "job.db", "job.prj", "job.rtf", "loads.csv",
+                                                                   "loads.tsv"])
         self.assertEqual(self.offered("size", "--db", "job"), ["job.db", "job.prj", "job.rtf"])
+        self.assertEqual(self.offered("import", ""), ["folder", "loads.csv", "loads.tsv"])
+        self.assertEqual(self.offered("import", "loads.csv", "--into", ""), ["1.prj", "folder", "job.prj"])
         self.assertEqual(self.offered("catalog", "build", ""), ["folder"])
         self.assertEqual(self.offered("catalog", "check", ""), ["folder", "job.db"])
 
@@ -59,7 +62,8 @@ class Completion(unittest.TestCase):
         self.assertGreaterEqual(numbers, 16)
 
     def test_every_command_and_option_is_offered(self):
-        for command in ("size", "explain", "sweep", "advise", "order", "report", "export-spec", "check"):
+        for command in ("size", "explain", "sweep", "advise", "order", "import", "report", "export-spec",
+                        "check"):
             self.assertIn(command, self.offered(command[:2]))
             missing = set(self.options(command)) - set(self.offered(command, "--"))
             self.assertEqual(missing, set(), command)

@@ -64,6 +64,11 @@ class Commands(unittest.TestCase):
         self.assertTrue((self.folder / "new.db").is_file())
         self.assertIn("Recommended sets", printed[-1])
 
+    def test_the_template_is_imported(self):
+        printed = self.run_page("import.html")
+        self.assertIn("12 loads in order", printed[0])
+        self.assertTrue((self.folder / "office-with-loads.prj").is_file())
+
     def test_the_console_page_from_top_to_bottom(self):
         printed = self.run_page("console.html")
         projects = len(list((self.folder / "projects").glob("*.prj")))

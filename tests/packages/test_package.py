@@ -63,8 +63,8 @@ def long_options(text):
 def check_options(cli):
     """What the console program offers stands in its manual page and in the completion, and nothing else does."""
     offered = long_options(run(cli, "--help"))
-    for command in (["size"], ["explain"], ["sweep"], ["advise"], ["order"], ["report"], ["export-spec"], ["check"], ["convert"],
-                    ["describe"], ["catalog", "build"], ["catalog", "check"]):
+    for command in (["size"], ["explain"], ["sweep"], ["advise"], ["order"], ["import"], ["report"], ["export-spec"], ["check"],
+                    ["convert"], ["describe"], ["catalog", "build"], ["catalog", "check"]):
         offered |= long_options(run(cli, *command, "--help"))
     page = (SOURCE / "packaging/man/genvara-cli.1").read_text().replace("\\-", "-")
     expect(long_options(page) == offered, f"manual page: {long_options(page) ^ offered}")

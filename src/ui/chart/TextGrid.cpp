@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <utility>
 
+#include "CsvText.h"
 #include "EntryNumbers.h"
 #include "NumberText.h"
 #include "Texts.h"
@@ -16,10 +17,7 @@ const EntryNumbers& Numbers() {
 }
 
 QString CsvField(const QString& text) {
-    if (!text.contains(',') && !text.contains('"') && !text.contains('\n') && !text.contains('\r')) {
-        return text;
-    }
-    return '"' + QString(text).replace('"', "\"\"") + '"';
+    return ToQt(CsvCell(FromQt(text)));
 }
 
 QString Value(const GridCell& cell) {
@@ -58,7 +56,8 @@ QString TabText(const TextGrid& grid) {
     for (const std::vector<GridCell>& row : grid.rows) {
         fields.clear();
         for (const GridCell& cell : row) {
-            fields += cell.text.simplified();
+            const QString shown = cell.text.simplified();
+            fields += cell.number ? shown : ToQt(WithoutFormula(FromQt(shown)));
         }
         lines += fields.join('\t');
     }

@@ -51,10 +51,11 @@ struct TextGrid {
 [[nodiscard]] GridCell NumberCell(double value, int decimals, const QString& behind = {});
 
 /// The table with tabs and line ends, as spreadsheets take it from the clipboard. Tabs and line ends within a
-/// cell become blanks.
+/// cell become blanks. No text is a formula there.
 [[nodiscard]] QString TabText(const TextGrid& grid);
 
-/// The table as comma-separated values in UTF-8. Numbers have a point and all their digits.
+/// The table as comma-separated values in UTF-8. Numbers have a point and all their digits, and no text is a
+/// formula.
 [[nodiscard]] QByteArray CsvText(const TextGrid& grid);
 
 }  // namespace genvara

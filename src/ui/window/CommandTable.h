@@ -29,7 +29,7 @@ inline constexpr MenuCommand Separator(const char* name, const char* menu) {
     return {name, menu, 0, nullptr, "", ""};
 }
 
-inline constexpr std::array<MenuCommand, 36> kMenuCommands{{
+inline constexpr std::array<MenuCommand, 37> kMenuCommands{{
     {"mnuFileNew", "mnuFile", 51, "", "new", "Ctrl+N"},
     {"mnuFileOpen", "mnuFile", 52, "", "open", "Ctrl+O"},
     {"mnuFileSave", "mnuFile", 53, "", "save", "Ctrl+S"},
@@ -44,6 +44,7 @@ inline constexpr std::array<MenuCommand, 36> kMenuCommands{{
     Separator("mnuFileSep3", "mnuFile"),
     {"mnuFileSendMail", "mnuFileSend", 58, "", "", ""},
     {"mnuFileRecover", "mnuFile", 0, "Reco&ver...", "", ""},
+    {"mnuFileImport", "mnuFile", 0, "&Import Loads...", "", "Ctrl+I"},
     Separator("mnuFileSep4", "mnuFile"),
     {"mnuFileMRU0", "mnuFile", 0, "", "", ""},
     {"mnuFileMRU1", "mnuFile", 0, "", "", ""},

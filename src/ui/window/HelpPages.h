@@ -12,7 +12,7 @@ struct HelpPage {
     std::string_view place;  ///< page, and where on it
 };
 
-inline constexpr std::array<HelpPage, 18> kHelpPages{{{"frmAbout", "index.html"},
+inline constexpr std::array<HelpPage, 19> kHelpPages{{{"frmAbout", "index.html"},
                                                       {"frmAddLoad", "loads.html#common"},
                                                       {"frmAddStep", "loads.html#common"},
                                                       {"frmAirCondLoad", "loads.html#air"},
@@ -20,6 +20,7 @@ inline constexpr std::array<HelpPage, 18> kHelpPages{{{"frmAbout", "index.html"}
                                                       {"frmDefaults", "site.html#defaults"},
                                                       {"frmEditStep", "loads.html#common"},
                                                       {"frmErrLog", "files.html#rescued"},
+                                                      {"frmImport", "import.html"},
                                                       {"frmLightLoad", "loads.html#lighting"},
                                                       {"frmMedLoad", "loads.html#medical"},
                                                       {"frmMiscLoad", "loads.html#misc"},

@@ -43,6 +43,7 @@ class panLoadProfile;
 class panProject;
 class panPwrSys;
 class panRecommend;
+struct ImportedTable;
 struct MenuCommand;
 
 /// The main window: menus, toolbar, side bar and four panels, and the commands on the project file.
@@ -73,6 +74,10 @@ class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHo
 
     /// Shows the other unit system on the power system panel.
     void PwrSysUnitsChanged(bool metric);
+
+    /// Shows what the rows of a table become that was copied from a spreadsheet, and imports them if the user
+    /// wants to.
+    void PasteTable(const QString& text);
 
     /// Full name of the project's file; empty for one that was never saved or opened.
     [[nodiscard]] const std::string& ProjectFile() const noexcept {
@@ -222,6 +227,11 @@ class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHo
     void RebuildRecentMenu();
     /// File of an item of the recent list; empty for one that shows none.
     [[nodiscard]] std::string RecentName(std::size_t index) const;
+    // Loads from tables: `frmMainImport.cpp`.
+    void ImportLoads();
+    /// @param origin of the table, for its title.
+    void PreviewTable(const std::string& bytes, const QString& origin);
+    void TakeTable(const ImportedTable& table);
     void SendMail();
     /// Ending of the format that the project's file has.
     [[nodiscard]] const char* ProjectEnding() const;

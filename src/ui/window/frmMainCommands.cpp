@@ -77,6 +77,7 @@ void frmMain::Run(const std::string& name) {
         {"mnuHelpAbout", &frmMain::ShowAbout},
         {"helpContents", &frmMain::HelpContents},
         {"mnuFileRecover", &frmMain::RecoverProject},
+        {"mnuFileImport", &frmMain::ImportLoads},
         {"mnuEditUndo", &frmMain::Undo},
         {"mnuEditRedo", &frmMain::Redo},
     };

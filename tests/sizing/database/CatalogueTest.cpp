@@ -36,10 +36,11 @@ std::pair<std::vector<Row>, std::string> Parse(const std::string& text) {
 TEST(CsvTable, ReadsRowsWithTheirLines) {
     const auto [rows, breach] = Parse(
         "\xEF\xBB\xBF"
-        "a,b\r\n\"1,5\",\"say \"\"x\"\"\"\n\n,\"two\nlines\"\nlast,");
+        "a,b\r\n\"1,5\",\"say \"\"x\"\"\"\n\n,\"two\nlines\"\n\"in the\n\nfirst\",1\nlast,");
     EXPECT_EQ(breach, "");
-    EXPECT_THAT(rows, ElementsAre(Row{1, {"a", "b"}}, Row{2, {"1,5", "say \"x\""}},
-                                  Row{4, {"", "two\nlines"}}, Row{6, {"last", ""}}));
+    EXPECT_THAT(rows,
+                ElementsAre(Row{1, {"a", "b"}}, Row{2, {"1,5", "say \"x\""}}, Row{4, {"", "two\nlines"}},
+                            Row{6, {"in the\n\nfirst", "1"}}, Row{9, {"last", ""}}));
 }
 
 TEST(CsvTable, TellsABreachOfTheQuotes) {

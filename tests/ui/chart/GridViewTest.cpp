@@ -75,6 +75,13 @@ TEST(TextGrid, CopiesAsTabsAndLines) {
         << "200.25 rounds half away from zero, and a tab in a cell is a blank";
 }
 
+TEST(TextGrid, NoTextIsTakenForAFormula) {
+    TextGrid grid{.title = {}, .columns = {{.caption = "Load"}, {.caption = "Left"}}, .rows = {}};
+    grid.rows.push_back({TextCell("=1+1"), NumberCell(-1.5, 1, " %")});
+    EXPECT_EQ(TabText(grid), "Load\tLeft\n'=1+1\t" + ShownNumber(-1.5, 1) + " %\n");
+    EXPECT_EQ(CsvText(grid), QByteArray("Load,Left\n'=1+1,-1.5\n"));
+}
+
 TEST(TextGrid, SavesAsCsvWithPointsQuotesAndAllDigits) {
     EXPECT_EQ(CsvText(Sets()),
               QByteArray("Set,Rated kW\nMV90,90\nMV1000,1000\n\"MV,\"\"200\"\"\tD\",200.25\n"));

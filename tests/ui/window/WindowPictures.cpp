@@ -66,6 +66,19 @@ TEST_F(WindowPictures, OfTheDialogs) {
     Click(Window(), "cmdEdit");
     InNextDialog([this](QDialog& dialog) { Save(dialog, "dialog-add-load"); });
     Click(Window(), "cmdAddLoad");
+    const auto shootImport = [this](const char* name, const QString& table) {
+        InNextDialog([this, name](QDialog& dialog) {
+            dialog.resize(770, 470);
+            Save(dialog, name);
+        });
+        Window().PasteTable(table);
+    };
+    const QString good =
+        "Step\tType\tName\tQty\tkW\tHP\tStart\n1\tLighting\tCorridors\t1\t12.5\t\t\n"
+        "2\tMisc\tWater heater\t3\t4.5\t\t\nLaundry\tMotor\tWasher\t2\t\t7.5\tWye-Delta\n"
+        "Laundry\tMotor\tDryer fan\t2\t\t5\t\n";
+    shootImport("dialog-import", good);
+    shootImport("dialog-import-faults", good + "Laundry\tMotor\tPress\t1\t\t1200\tHand\n");
     frmSplash splash(App().ProgramFile("\\Resources\\GenvaraSplash.bmp"), nullptr);
     Save(splash, "splash");
 }

@@ -19,6 +19,7 @@ struct CsvState {
     std::vector<std::string> fields;
     std::int64_t line = 1;     ///< line at which the parser stands
     std::int64_t rowLine = 1;  ///< line on which the present row began
+    bool inRow = false;        ///< whether one has begun and not ended
     std::exception_ptr failure;
 };
 
@@ -37,12 +38,16 @@ void OnRow(int /*terminator*/, void* data) {
         state->failure = std::current_exception();
     }
     state->fields.clear();
+    state->inRow = false;
 }
 
 /// libcsv's parser with its buffers.
 class CsvParser {
   public:
-    CsvParser() { csv_init(&m_parser, CSV_STRICT | CSV_STRICT_FINI); }
+    explicit CsvParser(const CsvRules& rules) {
+        csv_init(&m_parser, rules.strict ? CSV_STRICT | CSV_STRICT_FINI : CSV_STRICT_FINI);
+        csv_set_delim(&m_parser, static_cast<unsigned char>(rules.delimiter));
+    }
     ~CsvParser() { csv_free(&m_parser); }
     CsvParser(const CsvParser&) = delete;
     CsvParser& operator=(const CsvParser&) = delete;
@@ -65,15 +70,14 @@ bool ParseLines(CsvParser& parser, std::string_view bytes, CsvState& state) {
     while (!bytes.empty()) {
         const std::size_t end = bytes.find('\n');
         const std::string_view line = bytes.substr(0, end == std::string_view::npos ? end : end + 1);
+        if (!state.inRow && line.find_first_not_of(" \t\r\n") != std::string_view::npos) {
+            state.inRow = true;
+            state.rowLine = state.line;
+        }
         if (!parser.Parse(line, state)) {
             return false;
         }
-        if (end != std::string_view::npos) {
-            ++state.line;
-            if (state.fields.empty()) {
-                state.rowLine = state.line;
-            }
-        }
+        state.line += end == std::string_view::npos ? 0 : 1;
         bytes.remove_prefix(line.size());
     }
     return true;
@@ -81,8 +85,8 @@ bool ParseLines(CsvParser& parser, std::string_view bytes, CsvState& state) {
 
 }  // namespace
 
-std::string ReadCsv(ByteSource& source, const CsvRowHandler& handler) {
-    CsvParser parser;
+std::string ReadCsv(ByteSource& source, const CsvRowHandler& handler, const CsvRules& rules) {
+    CsvParser parser(rules);
     CsvState state{.handler = &handler, .fields = {}, .failure = nullptr};
     std::vector<char> buffer(kBufferSize);
     bool valid = true;

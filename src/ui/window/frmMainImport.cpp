@@ -1,0 +1,105 @@
+// The main window's import of loads from tables.
+
+#include <QFileInfo>
+#include <QStatusBar>
+#include <array>
+
+#include "ErrorNumbers.h"
+#include "ImportTable.h"
+#include "ProjectSource.h"
+#include "TableText.h"
+#include "Texts.h"
+#include "WaitCursor.h"
+#include "frmAnalysis.h"
+#include "frmErrLog.h"
+#include "frmImport.h"
+#include "frmMain.h"
+#include "frmSplash.h"
+#include "panLoadProfile.h"
+
+namespace genvara {
+namespace {
+
+constexpr const char* kTableFilter = "Tables (*.csv;*.tsv;*.txt)|*.csv;*.tsv;*.txt|All Files (*.*)|*.*";
+constexpr std::int32_t kLoadProfile = 2;  // of the side bar
+constexpr std::size_t kPiece = 65536;
+
+/// The bytes of a file, or one more than a table may have.
+std::string TableBytes(const std::string& file) {
+    FileSource source(file, "frmMain::ImportLoads");
+    std::string bytes;
+    std::array<char, kPiece> piece{};
+    while (bytes.size() <= kMostTableBytes) {
+        const std::size_t count = source.Read(piece);
+        if (count == 0) {
+            break;
+        }
+        bytes.append(piece.data(), count);
+    }
+    return bytes;
+}
+
+/// The user's decimal sign, if it is one that numbers of tables have.
+std::optional<char> UsualDecimal() {
+    const std::string sign = DecimalSeparator();
+    return sign == "." || sign == "," ? std::optional(sign.front()) : std::nullopt;
+}
+
+}  // namespace
+
+void frmMain::ImportLoads() {
+    try {
+        const std::string file = m_platform->OpenFileName(
+            this,
+            {.title = "Import Loads", .initialFolder = m_application->ProjectPath(), .filter = kTableFilter});
+        PreviewTable(TableBytes(file), QFileInfo(ToQt(file)).fileName());
+    } catch (const RaisedError& failure) {
+        if (failure.Number() != errors::kDialogCancelled) {
+            Tell("The table cannot be imported: " + failure.Description(), MessageIcon::Exclamation,
+                 ProductName());
+        }
+    }
+}
+
+void frmMain::PasteTable(const QString& text) {
+    try {
+        PreviewTable(FromQt(text), tr("the clipboard"));
+    } catch (const RaisedError& failure) {
+        Tell("The table cannot be imported: " + failure.Description(), MessageIcon::Exclamation,
+             ProductName());
+    }
+}
+
+void frmMain::PreviewTable(const std::string& bytes, const QString& origin) {
+    const std::optional<StudyProject> project = PanelsAreReady() ? ProjectAsItStands() : std::nullopt;
+    if (!project) {
+        return;
+    }
+    Catalogue& catalogue = m_application->Catalogue();
+    const EntryRules rules{
+        .motors = {catalogue.Motors(), catalogue.MotorCodeLetters(), catalogue.MotorStartingMultipliers()},
+        .phasesOf = [&catalogue](std::int32_t code) { return catalogue.PhasesOf(code); }};
+    const ImportedTable table = [&] {
+        const WaitCursor busy;
+        return ReadLoadTable(
+            bytes, project->loadProfile, project->powerSystem, rules,
+            {.stepAtHand = SelectedStep(), .usualDecimal = UsualDecimal(), .shown = EntryNumbers()});
+    }();
+    frmImport dialog(table, origin, this);
+    if (dialog.exec() == QDialog::Accepted && table.CanBeAdded()) {
+        TakeTable(table);
+    }
+}
+
+void frmMain::TakeTable(const ImportedTable& table) {
+    SwitchTo(kLoadProfile);
+    const WaitCursor busy;
+    const std::string name = ImportName(table);
+    CLoadProfile& profile = m_application->LoadProfile();
+    ChangeProject(ToQt(name), [&] { AddTable(table, profile); });
+    const std::int32_t last = table.rows.back().step;
+    m_panLoadProfile->SelectLoad(last, std::prev(profile.LoadStep(last).end())->ID());
+    statusBar()->showMessage(tr("%1: done. Ctrl+Z takes it back.").arg(ToQt(name)));
+}
+
+}  // namespace genvara
