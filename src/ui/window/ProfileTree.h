@@ -3,20 +3,19 @@
 #include <QTreeWidget>
 #include <cstdint>
 
+#include "ProfileCells.h"
+#include "ProfileColumns.h"
+
 namespace genvara {
 
-/// Columns of the tree.
-namespace profile_column {
-inline constexpr int kText = 0;    ///< description of a step, name of a load
-inline constexpr int kNumber = 1;  ///< position of a step, from 1
-}  // namespace profile_column
-
-/// Steps and their loads, two levels deep. An empty tree says in its ground how to begin.
+/// Steps and their loads, two levels deep, with what each of them draws. An empty tree says in its ground how
+/// to begin.
 class ProfileTree : public QTreeWidget {
     Q_OBJECT
 
   public:
-    explicit ProfileTree(const QString& name, QWidget* parent = nullptr);
+    /// @param profile what the rows show; outlives the tree.
+    ProfileTree(const QString& name, const CLoadProfile& profile, QWidget* parent = nullptr);
 
     /// Inserts a step at a position from 1, or at the end, expanded.
     QTreeWidgetItem* InsertStep(std::int32_t position, const QString& text, std::int32_t stepId);
@@ -36,6 +35,13 @@ class ProfileTree : public QTreeWidget {
     [[nodiscard]] static std::int32_t LoadID(const QTreeWidgetItem& load);
     static void LoadID(QTreeWidgetItem& load, std::int32_t id);
 
+    /// Which step or load a node stands for.
+    [[nodiscard]] static ProfilePlace PlaceOf(const QTreeWidgetItem& node);
+    [[nodiscard]] const ProfileCells& Cells() const noexcept { return m_cells; }
+    /// Shows figures that have changed.
+    /// @param widest the longest of them.
+    void ShowFigures(const QString& widest);
+
     /// The selected node, or null.
     [[nodiscard]] QTreeWidgetItem* Selected() const;
     [[nodiscard]] static bool IsStep(const QTreeWidgetItem& node) { return node.parent() == nullptr; }
@@ -50,11 +56,17 @@ class ProfileTree : public QTreeWidget {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
   private:
     void BuildColumns();
+    void FitColumns();
+
+    ProfileCells m_cells;
+    QString m_widest;  ///< figure
 };
 
 }  // namespace genvara

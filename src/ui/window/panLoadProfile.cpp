@@ -12,6 +12,7 @@
 #include "FormGrid.h"
 #include "LastChance.h"
 #include "ProfileFollower.h"
+#include "ProfileTotals.h"
 #include "ProfileTree.h"
 #include "PropertyRows.h"
 #include "Texts.h"
@@ -24,6 +25,9 @@ namespace {
 
 /// The widest label of a property, for a column that does not jump from load to load.
 constexpr const char* kLongestLabel = "Max. Peak Demand Vdip";
+// At the window's first size [pixels].
+constexpr int kListWidth = 362;
+constexpr int kPropertiesWidth = 280;
 constexpr int kPropertyHeight = 22;  // pixels, as the tree's rows with their pictures
 
 /// From so many steps on none can be added.
@@ -42,7 +46,8 @@ panLoadProfile::panLoadProfile(PlatformServices& platform, const LoadFormProject
       m_platform(&platform),
       m_project(project),
       m_host(&host),
-      m_tree(new ProfileTree("tlsProfileDisplay")),
+      m_tree(new ProfileTree("tlsProfileDisplay", project.profile)),
+      m_totals(new ProfileTotals(*m_tree->header())),
       m_properties(new QTreeWidget),
       m_cmdAddStep(AddButton("cmdAddStep", tr("Add &Step..."), &panLoadProfile::AddStep)),
       m_cmdDeleteStep(AddButton("cmdDeleteStep", tr("Delete Ste&p"), &panLoadProfile::DeleteStep)),
@@ -77,11 +82,13 @@ void panLoadProfile::Build() {
     m_properties->header()->resizeSection(0, LabelWidth(*m_properties, kLongestLabel));
 
     auto* split = new QSplitter(Qt::Horizontal);
-    split->addWidget(m_tree);
+    split->addWidget(BuildList());
     split->addWidget(m_properties);
     split->setChildrenCollapsible(false);
-    split->setStretchFactor(0, 5);
-    split->setStretchFactor(1, 4);
+    // What a wide window has to spare goes to the columns.
+    split->setStretchFactor(0, 1);
+    split->setStretchFactor(1, 0);
+    split->setSizes({kListWidth, kPropertiesWidth});
     Content()->addWidget(split, 1);
 
     auto* buttons = new QHBoxLayout;
@@ -93,6 +100,25 @@ void panLoadProfile::Build() {
     buttons->addWidget(m_cmdDeleteLoad);
     buttons->addWidget(m_cmdDeleteStep);
     Content()->addLayout(buttons);
+}
+
+QWidget* panLoadProfile::BuildList() {
+    auto* list = new QWidget;
+    auto* column = new QVBoxLayout(list);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_tree, 1);
+    column->addWidget(m_totals);
+    return list;
+}
+
+void panLoadProfile::RefreshFigures() {
+    if (m_held) {
+        return;
+    }
+    m_totals->Show(m_project.profile);
+    m_tree->ShowFigures(m_totals->Widest());
+    emit FiguresChanged();
 }
 
 void panLoadProfile::ProjectName(const std::string& text) {
@@ -109,6 +135,7 @@ void panLoadProfile::HoldDrawing(bool hold) {
     m_held = hold;
     if (!hold) {
         RefreshProperties();
+        RefreshFigures();
     }
 }
 
@@ -117,6 +144,7 @@ void panLoadProfile::DisplayNewStep(std::int32_t stepNumber, std::int32_t stepId
     const CLoadStep& step = m_project.profile.LoadStep(position);
     m_tree->setCurrentItem(m_tree->InsertStep(position, ToQt(step.Description()), stepId));
     LimitSteps();
+    RefreshFigures();
 }
 
 void panLoadProfile::LimitSteps() {
@@ -136,6 +164,7 @@ void panLoadProfile::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId
     if (!m_held && step->isSelected()) {
         RefreshProperties();  // the totals of the step count the load
     }
+    RefreshFigures();
 }
 
 void panLoadProfile::SelectLoad(std::int32_t stepNumber, std::int32_t loadId) {
@@ -155,6 +184,7 @@ void panLoadProfile::ClearAllLoads() {
     m_properties->clear();
     m_selectedStep = 0;
     RefreshButtons();
+    RefreshFigures();
     m_cmdAddStep->setEnabled(true);
 }
 
@@ -179,6 +209,7 @@ void panLoadProfile::ShowProfile(ProfilePlace place) {
         }
     }
     SelectionChanged();
+    RefreshFigures();
     m_cmdAddStep->setEnabled(true);
     LimitSteps();
 }
@@ -292,6 +323,7 @@ void panLoadProfile::DeleteStep() {
     });
     m_tree->Remove(*node);
     SelectionChanged();
+    RefreshFigures();
     if (m_project.profile.NumLoadSteps() < kMostSteps) {
         m_cmdAddStep->setEnabled(true);
     }
@@ -310,6 +342,7 @@ void panLoadProfile::DeleteLoad() {
     if (!region.Pending()) {
         m_tree->Remove(*node);
         SelectionChanged();
+        RefreshFigures();
         m_host->ProjectChanged();
         emit Deleted(tr("load \"%1\"").arg(name));
     }
@@ -332,6 +365,7 @@ void panLoadProfile::Edit() {
     }
     RefreshButtons();
     RefreshProperties();
+    RefreshFigures();
 }
 
 void panLoadProfile::EditLoadNode(QTreeWidgetItem& node) {
@@ -384,6 +418,7 @@ void panLoadProfile::Move(int by) {
     }
     m_tree->setCurrentItem(node);
     SelectionChanged();
+    RefreshFigures();
     emit Edited();
 }
 

@@ -18,6 +18,7 @@ class QTreeWidgetItem;
 
 namespace genvara {
 
+class ProfileTotals;
 class ProfileTree;
 
 /// The load steps and their loads. The panel works on the profile itself; there is nothing to store.
@@ -58,6 +59,8 @@ class panLoadProfile final : public Panel {
     void HoldDrawing(bool hold);
 
   signals:
+    /// What the loads draw may have changed.
+    void FiguresChanged();
     /// A step or a load was deleted.
     /// @param what "step 2, \"Pumps\"".
     void Deleted(const QString& what);
@@ -65,7 +68,10 @@ class panLoadProfile final : public Panel {
   private:
     QPushButton* AddButton(const char* name, const QString& caption, void (panLoadProfile::*command)());
     void Build();
+    [[nodiscard]] QWidget* BuildList();
     void SelectionChanged();
+    /// Shows what the loads draw now.
+    void RefreshFigures();
     void RefreshButtons();
     void SetEnabled(QPushButton& button, bool enabled);
     void LimitSteps();
@@ -98,6 +104,7 @@ class panLoadProfile final : public Panel {
     std::int32_t m_selectedStep = 0;
     bool m_held = false;  ///< many nodes are being added; the properties are shown when that is done
     ProfileTree* m_tree;
+    ProfileTotals* m_totals;
     QTreeWidget* m_properties;
     QPushButton* m_cmdAddStep;
     QPushButton* m_cmdDeleteStep;
