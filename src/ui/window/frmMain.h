@@ -35,6 +35,7 @@ namespace genvara {
 
 class FileStatus;
 class Panel;
+class ProfileStatus;
 class ctlSideBar;
 class frmAnalysis;
 class frmErrLog;
@@ -270,6 +271,7 @@ class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHo
     std::string m_notSaved;  ///< sentence on the last save, if it failed
     QToolBar* m_toolbar = nullptr;
     FileStatus* m_fileStatus = nullptr;
+    ProfileStatus* m_profileStatus = nullptr;
     ctlSideBar* m_barMain = nullptr;
     QStackedWidget* m_panels = nullptr;
     panProject* m_panProject = nullptr;
