@@ -24,6 +24,7 @@ ProfileStatus::ProfileStatus(QStatusBar& bar, const CLoadProfile& profile, const
     : m_bar(&bar), m_profile(&profile), m_site(&site), m_settling(new QTimer(this)) {
     setObjectName("lblRunning");
     setTextFormat(Qt::PlainText);
+    setContentsMargins(0, 0, metrics::kGap, 0);
     bar.addPermanentWidget(this);
     hide();
     m_settling->setSingleShot(true);

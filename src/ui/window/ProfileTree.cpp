@@ -77,6 +77,8 @@ ProfileTree::ProfileTree(const QString& name, const CLoadProfile& profile, QWidg
     setAllColumnsShowFocus(true);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setDragDropMode(QAbstractItemView::DragDrop);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void ProfileTree::BuildColumns() {
@@ -198,6 +200,7 @@ std::int32_t ProfileTree::StepPosition(const QTreeWidgetItem& node) const {
 
 void ProfileTree::paintEvent(QPaintEvent* event) {
     QTreeWidget::paintEvent(event);
+    PaintDropMark();
     if (topLevelItemCount() > 0) {
         return;
     }

@@ -2,6 +2,7 @@
 
 #include <QTreeWidget>
 #include <cstdint>
+#include <memory>
 
 #include "ProfileCells.h"
 #include "ProfileColumns.h"
@@ -48,7 +49,13 @@ class ProfileTree : public QTreeWidget {
     /// Position of a node's step, from 1.
     [[nodiscard]] std::int32_t StepPosition(const QTreeWidgetItem& node) const;
 
+    /// What a node is dragged as; it means something to this program alone.
+    [[nodiscard]] static std::unique_ptr<QMimeData> DragData(const QTreeWidgetItem& node);
+
   signals:
+    /// A step or a load was dropped where it is not yet.
+    /// @param position of the step that a load was dropped on; where a step is to stand. From 1.
+    void Dropped(genvara::ProfilePlace what, std::int32_t position);
     /// Enter or a double click on a node.
     void EditAsked();
     /// The delete key on a node.
@@ -60,11 +67,27 @@ class ProfileTree : public QTreeWidget {
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void BuildColumns();
     void FitColumns();
 
+    /// What a drop would do; nothing where it would do nothing.
+    struct Drop {
+        ProfilePlace what;
+        std::int32_t position = 0;
+        QRect mark;  ///< a step's row, or a line between two
+    };
+    [[nodiscard]] Drop DropOf(const QDropEvent& event) const;
+    void MarkDrop(const QRect& mark);
+    void PaintDropMark();
+
+    QRect m_dropMark;
     ProfileCells m_cells;
     QString m_widest;  ///< figure
 };

@@ -249,6 +249,18 @@ class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHo
     /// Tells the analysis that the project, or what it is sized with, has changed.
     void RefreshAnalysis();
     void RefreshEditMenu();
+    // Steps and loads in the Edit menu: `frmMainProfile.cpp`.
+    void BindProfileCommands();
+    void RefreshProfileCommands();
+    void CutLoads();
+    void CopyLoads();
+    void PasteLoads();
+    void DuplicateLoads();
+    void FindLoads();
+    void FindNext();
+    void FindPrevious();
+    /// Takes a table of loads that was copied elsewhere.
+    void PasteTable(const QString& text);
     void RunEdit(const std::string& name);
     /// Runs a command on a file; a failure other than the user's cancel is told in one sentence.
     void RunOrTell(const char* complaint, const std::function<void()>& command);

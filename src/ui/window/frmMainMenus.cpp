@@ -169,9 +169,12 @@ void frmMain::BuildPanels() {
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { KeepEditsBehind(now); });
     connect(m_panLoadProfile, &panLoadProfile::FiguresChanged, this, [this] { m_profileStatus->Refresh(); });
-    connect(m_panLoadProfile, &panLoadProfile::Deleted, this, [this](const QString& what) {
-        statusBar()->showMessage(tr("Deleted %1. Ctrl+Z brings it back.").arg(what));
-    });
+    connect(m_panLoadProfile, &panLoadProfile::Told, this,
+            [this](const QString& sentence) { statusBar()->showMessage(sentence); });
+    connect(m_panLoadProfile, &panLoadProfile::PlaceChanged, this, [this] { RefreshProfileCommands(); });
+    connect(m_panLoadProfile, &panLoadProfile::TablePasted, this,
+            Event([this](const QString& text) { PasteTable(text); }));
+    BindProfileCommands();
     m_recoveryTimer = new QTimer(this);
     m_recoveryTimer->setSingleShot(true);
     connect(m_recoveryTimer, &QTimer::timeout, this, [this] { FeedRecovery(); });

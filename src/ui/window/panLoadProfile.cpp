@@ -11,6 +11,7 @@
 #include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
+#include "ProfileFinder.h"
 #include "ProfileFollower.h"
 #include "ProfileTotals.h"
 #include "ProfileTree.h"
@@ -30,8 +31,6 @@ constexpr int kListWidth = 362;
 constexpr int kPropertiesWidth = 280;
 constexpr int kPropertyHeight = 22;  // pixels, as the tree's rows with their pictures
 
-/// From so many steps on none can be added.
-constexpr std::int32_t kMostSteps = 256;
 constexpr std::int32_t kMostLoads = 257;  // of a step
 
 int LabelWidth(const QWidget& list, const QString& label) {
@@ -48,6 +47,7 @@ panLoadProfile::panLoadProfile(PlatformServices& platform, const LoadFormProject
       m_host(&host),
       m_tree(new ProfileTree("tlsProfileDisplay", project.profile)),
       m_totals(new ProfileTotals(*m_tree->header())),
+      m_finder(new ProfileFinder(*m_tree, project.profile)),
       m_properties(new QTreeWidget),
       m_cmdAddStep(AddButton("cmdAddStep", tr("Add &Step..."), &panLoadProfile::AddStep)),
       m_cmdDeleteStep(AddButton("cmdDeleteStep", tr("Delete Ste&p"), &panLoadProfile::DeleteStep)),
@@ -60,6 +60,8 @@ panLoadProfile::panLoadProfile(PlatformServices& platform, const LoadFormProject
     connect(m_tree, &QTreeWidget::itemSelectionChanged, this, Event([this] { SelectionChanged(); }));
     connect(m_tree, &ProfileTree::EditAsked, this, Event([this] { Edit(); }));
     connect(m_tree, &ProfileTree::DeleteAsked, this, Event([this] { DeleteSelected(); }));
+    connect(m_tree, &ProfileTree::Dropped, this,
+            Event([this](ProfilePlace what, std::int32_t position) { TakeDrop(what, position); }));
     ClearAllLoads();
 }
 
@@ -109,6 +111,7 @@ QWidget* panLoadProfile::BuildList() {
     column->setSpacing(0);
     column->addWidget(m_tree, 1);
     column->addWidget(m_totals);
+    column->addWidget(m_finder);
     return list;
 }
 
@@ -188,6 +191,14 @@ void panLoadProfile::ClearAllLoads() {
     m_cmdAddStep->setEnabled(true);
 }
 
+void panLoadProfile::AddCommand(QAction& command) {
+    m_tree->addAction(&command);
+}
+
+bool panLoadProfile::TreeIsActive() const {
+    return ActiveCtrl() == m_tree;
+}
+
 ProfilePlace panLoadProfile::SelectedPlace() const {
     const QTreeWidgetItem* node = m_tree->Selected();
     if (node == nullptr) {
@@ -225,6 +236,7 @@ void panLoadProfile::SelectionChanged() {
     m_selectedStep = node == nullptr ? 0 : m_tree->StepPosition(*node);
     RefreshButtons();
     RefreshProperties();
+    emit PlaceChanged();
 }
 
 void panLoadProfile::RefreshButtons() {
@@ -310,15 +322,19 @@ void panLoadProfile::AddLoad() {
 }
 
 void panLoadProfile::DeleteStep() {
+    TakeStepAway(tr("Deleted"), "Delete");
+}
+
+void panLoadProfile::TakeStepAway(const QString& past, const std::string& deed) {
     FailureRegion region;
     QTreeWidgetItem* node = m_tree->Selected();
     if (node == nullptr) {
         return;
     }
     const std::int32_t position = m_tree->StepPosition(*node);
-    const QString what = tr("step %1, \"%2\"").arg(position).arg(node->text(profile_column::kText));
+    const QString what = InWords(*node);
     region.Run([&] {
-        m_host->Change("Delete Step " + std::to_string(position),
+        m_host->Change(deed + " Step " + std::to_string(position),
                        [&] { m_project.profile.DeleteLoadStep(ProfileTree::StepID(*node)); });
     });
     m_tree->Remove(*node);
@@ -328,23 +344,28 @@ void panLoadProfile::DeleteStep() {
         m_cmdAddStep->setEnabled(true);
     }
     m_host->ProjectChanged();
-    emit Deleted(what);
+    emit Told(tr("%1 %2. Ctrl+Z brings it back.").arg(past, what));
 }
 
 void panLoadProfile::DeleteLoad() {
+    TakeLoadAway(tr("Deleted"), "Delete");
+}
+
+void panLoadProfile::TakeLoadAway(const QString& past, const std::string& deed) {
     QTreeWidgetItem* node = m_tree->Selected();
+    const QString what = InWords(*node);
     const QString name = node->text(profile_column::kText);
     FailureRegion region;
     region.Run([&] {
         CLoadStep& step = m_project.profile.LoadStep(m_tree->StepPosition(*node));
-        m_host->Change("Delete Load " + FromQt(name), [&] { step.DeleteLoad(ProfileTree::LoadID(*node)); });
+        m_host->Change(deed + " Load " + FromQt(name), [&] { step.DeleteLoad(ProfileTree::LoadID(*node)); });
     });
     if (!region.Pending()) {
         m_tree->Remove(*node);
         SelectionChanged();
         RefreshFigures();
         m_host->ProjectChanged();
-        emit Deleted(tr("load \"%1\"").arg(name));
+        emit Told(tr("%1 %2. Ctrl+Z brings it back.").arg(past, what));
     }
 }
 
@@ -438,14 +459,18 @@ void panLoadProfile::MoveStep(QTreeWidgetItem& node, int by) {
     node.setExpanded(expanded);
 }
 
-void panLoadProfile::TellThatStepIsFull(std::int32_t position) {
+std::string panLoadProfile::WhyStepIsFull(std::int32_t position) const {
     const CLoadStep& step = m_project.profile.LoadStep(position);
     std::string text =
         "Step " + std::to_string(position) + ", \"" + step.Description() + "\", takes no more loads.";
     if (step.NumLoads() < kMostLoads) {
         text += "\r\nLoads that were taken from it count too, until the project is saved and opened again.";
     }
-    m_platform->ShowMessage(this, {.text = text, .icon = MessageIcon::Exclamation});
+    return text;
+}
+
+void panLoadProfile::TellThatStepIsFull(std::int32_t position) {
+    m_platform->ShowMessage(this, {.text = WhyStepIsFull(position), .icon = MessageIcon::Exclamation});
 }
 
 void panLoadProfile::MoveLoad(QTreeWidgetItem& node, int by) {
