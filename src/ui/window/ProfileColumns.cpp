@@ -8,8 +8,11 @@
 namespace genvara {
 namespace {
 
-constexpr int kColumnMargin = 20;           // pixels on both sides of a text together
-constexpr int kTextCharacters = 16;         // that a name or a description keeps room for
+constexpr int kColumnMargin = 20;  // pixels on both sides of a text together
+/// Characters of a name or a description that are to be read beside the most important column alone, and
+/// beside any other.
+constexpr int kShortText = 16;
+constexpr int kOrdinaryText = 24;
 constexpr int kTextInset = 66;              // pixels before a load's name, with its picture
 constexpr const char* kFigure = "0000.00";  // of an ordinary site
 
@@ -62,13 +65,15 @@ QString profile_column::HeaderText(int column) {
 }
 
 void ChooseColumns(QHeaderView& header, int room, const QString& widest) {
-    int left = room - kTextInset - kTextCharacters * header.fontMetrics().averageCharWidth() -
-               header.sectionSize(profile_column::kNumber);
+    const int character = header.fontMetrics().averageCharWidth();
+    int left = room - kTextInset - header.sectionSize(profile_column::kNumber);
     for (const int column : kByImportance) {
         const int width = WidthOf(header, column, widest);
+        const int text = column == kByImportance.front() ? kShortText : kOrdinaryText;
         left -= width;
-        header.setSectionHidden(column, left < 0);
-        if (left >= 0) {
+        const bool fits = left >= text * character;
+        header.setSectionHidden(column, !fits);
+        if (fits) {
             header.resizeSection(column, width);
         }
     }

@@ -60,7 +60,7 @@ void ProfileFinder::Build() {
     connect(previous, &QPushButton::clicked, this, Event([this] { Previous(); }));
     connect(close, &QPushButton::clicked, this, [this] { Close(); });
     auto* line = new QHBoxLayout(this);
-    line->setContentsMargins(0, metrics::kGap, 0, 0);
+    line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(metrics::kGap);
     line->addWidget(label);
     line->addWidget(m_text, 1);

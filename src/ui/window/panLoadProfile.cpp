@@ -92,6 +92,7 @@ void panLoadProfile::Build() {
     split->setStretchFactor(1, 0);
     split->setSizes({kListWidth, kPropertiesWidth});
     Content()->addWidget(split, 1);
+    Content()->addWidget(m_finder);
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(metrics::kGap);
@@ -111,7 +112,6 @@ QWidget* panLoadProfile::BuildList() {
     column->setSpacing(0);
     column->addWidget(m_tree, 1);
     column->addWidget(m_totals);
-    column->addWidget(m_finder);
     return list;
 }
 

@@ -232,9 +232,9 @@ TEST_F(ProfileClipboard, WhatTheClipboardCannotHoldStays) {
     Select(2, 2);
     Press(Qt::Key_X);
     EXPECT_EQ(Said(), "The clipboard cannot hold load \"Odd\" as it is. Edit it, or use Duplicate.");
-    EXPECT_EQ(Profile().LoadStep(2).NumLoads(), 2);
+    ASSERT_EQ(Profile().LoadStep(2).NumLoads(), 2);
     Press(Qt::Key_D);
-    EXPECT_EQ(Profile().LoadStep(2).NumLoads(), 3);
+    ASSERT_EQ(Profile().LoadStep(2).NumLoads(), 3);
     EXPECT_TRUE(Profile().LoadStep(2).LoadItem(2)->HoldsSame(*Profile().LoadStep(2).LoadItem(1)));
 }
 

@@ -101,7 +101,7 @@ TEST_F(ProfileDrag, NothingIsDoneWhereNothingWouldMove) {
 }
 
 TEST_F(ProfileDrag, GarbageIsIgnored) {
-    for (const char* text : {"", " ", "1 2 3", "x y z", "99999999999999999999 0 0"}) {
+    for (const char* text : {"", " ", "1 0 0", "1 2 3", "x y z", "99999999999999999999 0 0"}) {
         QMimeData data;
         data.setText("Pump");
         data.setData("application/x-genvara-node", text);
