@@ -63,7 +63,7 @@ void ProfileTotals::Show(const CLoadProfile& profile) {
 }
 
 QString ProfileTotals::Widest() const {
-    const auto longest =
+    const auto* const longest =
         std::ranges::max_element(m_powers, {}, [](const QLabel* label) { return label->text().size(); });
     return (*longest)->text();
 }

@@ -40,7 +40,7 @@ class ProfileNode final : public QTreeWidgetItem {
     [[nodiscard]] QVariant data(int column, int role) const override {
         const auto* tree = static_cast<const ProfileTree*>(treeWidget());
         if (column != profile_column::kText && role == Qt::TextAlignmentRole) {
-            return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+            return {Qt::AlignRight | Qt::AlignVCenter};
         }
         if (tree == nullptr) {
             return QTreeWidgetItem::data(column, role);
