@@ -83,6 +83,15 @@ def report_studies(program):
     print(f"order of 20 loads in 6 steps: {1e6 / order:,.0f} orders a second, {bare / order:.1f} in the time of a bare run")
 
 
+def report_profile(program):
+    """Clicks in a load profile of 256 steps with 50 loads each, on the window's thread."""
+    clicks = medians(program)
+    totals = clicks.pop("TotalsOfAllSteps")
+    longest = max(clicks, key=clicks.get)
+    print(f"a click in a profile of 256 steps with 50 loads each, the longest ({longest.split('/')[0]}):"
+          f" {clicks[longest]:.1f} ms; / reading every total once: {clicks[longest] / totals:.0f}")
+
+
 def main():
     folder = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else "build/bench/bin")
     times = medians(folder / "sizing_bench")
@@ -92,6 +101,7 @@ def main():
     keys, bare = times["ReadKeysOfSmallSite"], times["ReadKeysOfSmallSiteBare"]
     print(f"keys of a small site: {keys:.3f} ms; a query a key, bare / that: {bare / keys:.1f}")
     report_studies(folder / "study_bench")
+    report_profile(folder / "profile_bench")
     candidates = [(n, times[f"EngineAlone/{n}/16"]) for n in (100, 1000, 10000, 100000)]
     print(f"engine alone, exponent over 100 to 100,000 candidates: {exponent(candidates):.3f}")
     steps = [(n, times[f"EngineAlone/10000/{n}"]) for n in (1, 4, 16, 64, 256)]

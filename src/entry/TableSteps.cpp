@@ -36,7 +36,7 @@ std::optional<std::int32_t> NumberInName(std::string_view name) {
 TableSteps::TableSteps(const CLoadProfile& profile, const CPwrSys& site, std::int32_t atHand)
     : m_profile(&profile), m_maxVoltageDip(site.MaxVoltageDip()), m_atHand(atHand) {
     for (const CLoadStep& step : profile) {
-        m_room.push_back(step.RoomLeft());
+        m_room.push_back(step.Room());
     }
     if (m_atHand <= 0 || m_atHand > profile.NumLoadSteps()) {
         m_atHand = std::max(profile.NumLoadSteps(), 1);
@@ -91,7 +91,7 @@ std::string TableSteps::TakeName(Row& row, const std::string& name) {
 
 void TableSteps::AddStep(std::string description) {
     m_added.push_back({.description = std::move(description), .maxVoltageDip = m_maxVoltageDip});
-    m_room.push_back(CLoadStep().RoomLeft());
+    m_room.push_back(CLoadStep().Room());
 }
 
 void TableSteps::AddNumbered() {

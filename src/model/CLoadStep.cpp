@@ -78,12 +78,8 @@ bool HasMotor(const CLoadStep& step, Question question) {
 
 }  // namespace
 
-bool CLoadStep::HasRoom() const noexcept {
-    return m_nextLoadId <= kLastLoadId;
-}
-
-std::int32_t CLoadStep::RoomLeft() const noexcept {
-    return kLastLoadId - m_nextLoadId + 1;
+std::int32_t CLoadStep::Room() const noexcept {
+    return kLastLoadId + 1 - m_nextLoadId;
 }
 
 void CLoadStep::RequireRoom() const {

@@ -32,10 +32,10 @@ class CLoadStep {
     ///         "CLoadStep::AddLoad" at the 258th addition; the load is then lost.
     std::int32_t AddLoad(std::unique_ptr<Load> load);
 
-    /// Whether `AddLoad` would take another load.
-    [[nodiscard]] bool HasRoom() const noexcept;
     /// How many loads `AddLoad` would still take.
-    [[nodiscard]] std::int32_t RoomLeft() const noexcept;
+    [[nodiscard]] std::int32_t Room() const noexcept;
+    /// Whether `AddLoad` would take another load.
+    [[nodiscard]] bool HasRoom() const noexcept { return Room() > 0; }
     /// Makes sure that `AddLoad` would take another load.
     /// @throws RaisedError 0x80040003 as `AddLoad`.
     void RequireRoom() const;

@@ -29,7 +29,7 @@ inline constexpr MenuCommand Separator(const char* name, const char* menu) {
     return {name, menu, 0, nullptr, "", ""};
 }
 
-inline constexpr std::array<MenuCommand, 37> kMenuCommands{{
+inline constexpr std::array<MenuCommand, 46> kMenuCommands{{
     {"mnuFileNew", "mnuFile", 51, "", "new", "Ctrl+N"},
     {"mnuFileOpen", "mnuFile", 52, "", "open", "Ctrl+O"},
     {"mnuFileSave", "mnuFile", 53, "", "save", "Ctrl+S"},
@@ -58,6 +58,15 @@ inline constexpr std::array<MenuCommand, 37> kMenuCommands{{
     Separator("mnuEditSep1", "mnuEdit"),
     {"mnuEditUndo", "mnuEdit", 0, "&Undo", "", "Ctrl+Z"},
     {"mnuEditRedo", "mnuEdit", 0, "&Redo", "", "Ctrl+Shift+Z; Ctrl+Y"},
+    Separator("mnuEditSep2", "mnuEdit"),
+    {"mnuEditCutLoads", "mnuEdit", 0, "Cut &Step or Load", "", "Ctrl+X"},
+    {"mnuEditCopyLoads", "mnuEdit", 0, "Copy Step &or Load", "", "Ctrl+C"},
+    {"mnuEditPasteLoads", "mnuEdit", 0, "Paste Steps or &Loads", "", "Ctrl+V"},
+    {"mnuEditDuplicate", "mnuEdit", 0, "&Duplicate Step or Load", "", "Ctrl+D"},
+    Separator("mnuEditSep3", "mnuEdit"),
+    {"mnuEditFind", "mnuEdit", 0, "&Find Step or Load...", "", "Ctrl+F"},
+    {"mnuEditFindNext", "mnuEdit", 0, "Find Ne&xt", "", "F3"},
+    {"mnuEditFindPrevious", "mnuEdit", 0, "Find Pre&vious", "", "Shift+F3"},
     {"mnuToolsDefaults", "mnuTools", 76, "", "", ""},
     {"mnuToolsOptions", "mnuTools", 77, "", "", ""},
     {"mnuToolsAnalysis", "mnuTools", 0, "&Analysis", "", "F7"},

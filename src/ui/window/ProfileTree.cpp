@@ -14,7 +14,7 @@ namespace {
 /// Role of the hidden cell: "StepID" of a step, "LoadID" of a load.
 constexpr int kIdRole = Qt::UserRole;
 constexpr int kPictureSize = 20;   // pixels
-constexpr int kColumnMargin = 24;  // pixels on both sides of a text together
+constexpr int kNumberMargin = 24;  // pixels on both sides of a number together
 
 /// Pictures of the kinds by their code.
 constexpr std::array<const char*, 9> kKindPictures{
@@ -31,64 +31,102 @@ const QIcon& PictureOfKind(std::int32_t loadType) {
     return pictures.at(static_cast<std::size_t>(loadType));
 }
 
-/// A column of the tree.
-struct Column {
-    const char* caption;
-    const char* widest;  ///< a text that it has to hold; null for the column that takes the room left
-};
-constexpr std::array<Column, 2> kColumns{
-    {{QT_TRANSLATE_NOOP("genvara::ProfileTree", "Steps and loads"), nullptr},
-     {QT_TRANSLATE_NOOP("genvara::ProfileTree", "Step"), "Step"}}};
-
-/// A step knows its number from its place, so that no other step has to be told when it moves.
-class StepNode final : public QTreeWidgetItem {
+/// Asks for everything but its name when it is looked at: a step's number comes from its place, so that no
+/// other step has to be told when one moves, and figures come from the records.
+class ProfileNode final : public QTreeWidgetItem {
   public:
-    explicit StepNode(const QString& text) : QTreeWidgetItem({text}) {
-        setTextAlignment(profile_column::kNumber, Qt::AlignRight | Qt::AlignVCenter);
-    }
+    explicit ProfileNode(const QString& text) : QTreeWidgetItem({text}) {}
 
     [[nodiscard]] QVariant data(int column, int role) const override {
-        const bool number = column == profile_column::kNumber && role == Qt::DisplayRole;
-        if (!number || treeWidget() == nullptr) {
+        const auto* tree = static_cast<const ProfileTree*>(treeWidget());
+        if (column != profile_column::kText && role == Qt::TextAlignmentRole) {
+            return {Qt::AlignRight | Qt::AlignVCenter};
+        }
+        if (tree == nullptr) {
             return QTreeWidgetItem::data(column, role);
         }
-        // The toolkit asks, not changes.
-        return treeWidget()->indexOfTopLevelItem(const_cast<StepNode*>(this)) + 1;  // NOLINT
+        if (column == profile_column::kText) {
+            return role == Qt::AccessibleDescriptionRole ? tree->Cells().Words(ProfileTree::PlaceOf(*this))
+                                                         : QTreeWidgetItem::data(column, role);
+        }
+        if (role == Qt::DisplayRole) {
+            return column == profile_column::kNumber
+                       ? Number(*tree)
+                       : tree->Cells().Text(ProfileTree::PlaceOf(*this), column);
+        }
+        return role == Qt::ToolTipRole ? tree->Cells().Why(ProfileTree::PlaceOf(*this), column)
+                                       : QTreeWidgetItem::data(column, role);
+    }
+
+  private:
+    [[nodiscard]] QVariant Number(const ProfileTree& tree) const {
+        return ProfileTree::IsStep(*this) ? tree.StepPosition(*this) : QVariant();
     }
 };
 
 }  // namespace
 
-ProfileTree::ProfileTree(const QString& name, QWidget* parent) : QTreeWidget(parent) {
+ProfileTree::ProfileTree(const QString& name, const CLoadProfile& profile, QWidget* parent)
+    : QTreeWidget(parent), m_cells(profile) {
     setObjectName(name);
     setAccessibleName(tr("Load steps and loads"));
     BuildColumns();
     setIconSize({kPictureSize, kPictureSize});
     setExpandsOnDoubleClick(false);
     setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
     setSelectionMode(QAbstractItemView::SingleSelection);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setDragDropMode(QAbstractItemView::DragDrop);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void ProfileTree::BuildColumns() {
-    setColumnCount(static_cast<int>(kColumns.size()));
+    setColumnCount(profile_column::kCount);
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
+    header()->setMinimumSectionSize(1);
     for (int column = 0; column < columnCount(); ++column) {
-        const Column& look = kColumns[static_cast<std::size_t>(column)];
-        headerItem()->setText(column, tr(look.caption));
-        if (look.widest == nullptr) {
-            header()->setSectionResizeMode(column, QHeaderView::Stretch);
-        } else {
-            header()->resizeSection(column,
-                                    header()->fontMetrics().horizontalAdvance(look.widest) + kColumnMargin);
+        headerItem()->setText(column, profile_column::HeaderText(column));
+        headerItem()->setData(column, Qt::AccessibleTextRole, profile_column::Name(column));
+        if (column != profile_column::kText) {
+            headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
         }
     }
+    header()->setSectionResizeMode(QHeaderView::Fixed);
+    header()->setSectionResizeMode(profile_column::kText, QHeaderView::Stretch);
+    header()->resizeSection(profile_column::kNumber,
+                            header()->fontMetrics().horizontalAdvance("Step") + kNumberMargin);
     header()->moveSection(profile_column::kNumber, 0);
+}
+
+void ProfileTree::FitColumns() {
+    ChooseColumns(*header(), viewport()->width(), m_widest);
+}
+
+void ProfileTree::ShowFigures(const QString& widest) {
+    if (m_widest.size() != widest.size()) {
+        m_widest = widest;
+        FitColumns();
+    }
+    viewport()->update();
+}
+
+void ProfileTree::resizeEvent(QResizeEvent* event) {
+    QTreeWidget::resizeEvent(event);
+    FitColumns();
+}
+
+void ProfileTree::changeEvent(QEvent* event) {
+    QTreeWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        FitColumns();
+    }
 }
 
 QTreeWidgetItem* ProfileTree::InsertStep(std::int32_t position, const QString& text, std::int32_t stepId) {
     static const QIcon picture = Picture("step");
-    auto* step = new StepNode(text);
+    auto* step = new ProfileNode(text);
     QFont bold = font();
     bold.setBold(true);
     for (int column = 0; column < columnCount(); ++column) {
@@ -104,7 +142,7 @@ QTreeWidgetItem* ProfileTree::InsertStep(std::int32_t position, const QString& t
 
 QTreeWidgetItem* ProfileTree::AddLoad(QTreeWidgetItem& step, const QString& text, std::int32_t loadId,
                                       std::int32_t loadType) {
-    auto* load = new QTreeWidgetItem({text});
+    auto* load = new ProfileNode(text);
     load->setIcon(0, PictureOfKind(loadType));
     LoadID(*load, loadId);
     step.addChild(load);
@@ -140,6 +178,11 @@ std::int32_t ProfileTree::LoadID(const QTreeWidgetItem& load) {
     return load.data(0, kIdRole).toInt();
 }
 
+ProfilePlace ProfileTree::PlaceOf(const QTreeWidgetItem& node) {
+    return IsStep(node) ? ProfilePlace{.stepId = StepID(node)}
+                        : ProfilePlace{.stepId = StepID(*node.parent()), .loadId = LoadID(node)};
+}
+
 void ProfileTree::LoadID(QTreeWidgetItem& load, std::int32_t id) {
     load.setData(0, kIdRole, id);
 }
@@ -157,6 +200,7 @@ std::int32_t ProfileTree::StepPosition(const QTreeWidgetItem& node) const {
 
 void ProfileTree::paintEvent(QPaintEvent* event) {
     QTreeWidget::paintEvent(event);
+    PaintDropMark();
     if (topLevelItemCount() > 0) {
         return;
     }

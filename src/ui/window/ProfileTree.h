@@ -2,21 +2,21 @@
 
 #include <QTreeWidget>
 #include <cstdint>
+#include <memory>
+
+#include "ProfileCells.h"
+#include "ProfileColumns.h"
 
 namespace genvara {
 
-/// Columns of the tree.
-namespace profile_column {
-inline constexpr int kText = 0;    ///< description of a step, name of a load
-inline constexpr int kNumber = 1;  ///< position of a step, from 1
-}  // namespace profile_column
-
-/// Steps and their loads, two levels deep. An empty tree says in its ground how to begin.
+/// Steps and their loads, two levels deep, with what each of them draws. An empty tree says in its ground how
+/// to begin.
 class ProfileTree : public QTreeWidget {
     Q_OBJECT
 
   public:
-    explicit ProfileTree(const QString& name, QWidget* parent = nullptr);
+    /// @param profile what the rows show; outlives the tree.
+    ProfileTree(const QString& name, const CLoadProfile& profile, QWidget* parent = nullptr);
 
     /// Inserts a step at a position from 1, or at the end, expanded.
     QTreeWidgetItem* InsertStep(std::int32_t position, const QString& text, std::int32_t stepId);
@@ -36,13 +36,26 @@ class ProfileTree : public QTreeWidget {
     [[nodiscard]] static std::int32_t LoadID(const QTreeWidgetItem& load);
     static void LoadID(QTreeWidgetItem& load, std::int32_t id);
 
+    /// Which step or load a node stands for.
+    [[nodiscard]] static ProfilePlace PlaceOf(const QTreeWidgetItem& node);
+    [[nodiscard]] const ProfileCells& Cells() const noexcept { return m_cells; }
+    /// Shows figures that have changed.
+    /// @param widest the longest of them.
+    void ShowFigures(const QString& widest);
+
     /// The selected node, or null.
     [[nodiscard]] QTreeWidgetItem* Selected() const;
     [[nodiscard]] static bool IsStep(const QTreeWidgetItem& node) { return node.parent() == nullptr; }
     /// Position of a node's step, from 1.
     [[nodiscard]] std::int32_t StepPosition(const QTreeWidgetItem& node) const;
 
+    /// What a node is dragged as; it means something to this program alone.
+    [[nodiscard]] static std::unique_ptr<QMimeData> DragData(const QTreeWidgetItem& node);
+
   signals:
+    /// A step or a load was dropped where it is not yet.
+    /// @param position of the step that a load was dropped on; where a step is to stand. From 1.
+    void Dropped(genvara::ProfilePlace what, std::int32_t position);
     /// Enter or a double click on a node.
     void EditAsked();
     /// The delete key on a node.
@@ -50,11 +63,33 @@ class ProfileTree : public QTreeWidget {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void BuildColumns();
+    void FitColumns();
+
+    /// What a drop would do; nothing where it would do nothing.
+    struct Drop {
+        ProfilePlace what;
+        std::int32_t position = 0;
+        QRect mark;  ///< a step's row, or a line between two
+    };
+    [[nodiscard]] Drop DropOf(const QDropEvent& event) const;
+    void MarkDrop(const QRect& mark);
+    void PaintDropMark();
+
+    QRect m_dropMark;
+    ProfileCells m_cells;
+    QString m_widest;  ///< figure
 };
 
 }  // namespace genvara

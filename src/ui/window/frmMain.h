@@ -35,6 +35,7 @@ namespace genvara {
 
 class FileStatus;
 class Panel;
+class ProfileStatus;
 class ctlSideBar;
 class frmAnalysis;
 class frmErrLog;
@@ -230,7 +231,7 @@ class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHo
     // Loads from tables: `frmMainImport.cpp`.
     void ImportLoads();
     /// @param origin of the table, for its title.
-    void PreviewTable(const std::string& bytes, const QString& origin);
+    void PreviewTable(const std::string& bytes, const QString& origin, bool isPasted);
     void TakeTable(const ImportedTable& table);
     void SendMail();
     /// Ending of the format that the project's file has.
@@ -259,6 +260,16 @@ class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHo
     void RefreshAnalysis();
     void EndAnalysis();
     void RefreshEditMenu();
+    // Steps and loads in the Edit menu: `frmMainProfile.cpp`.
+    void BindProfileCommands();
+    void RefreshProfileCommands();
+    void CutLoads();
+    void CopyLoads();
+    void PasteLoads();
+    void DuplicateLoads();
+    void FindLoads();
+    void FindNext();
+    void FindPrevious();
     void RunEdit(const std::string& name);
     /// Runs a command on a file; a failure other than the user's cancel is told in one sentence.
     void RunOrTell(const char* complaint, const std::function<void()>& command);
@@ -282,6 +293,7 @@ class frmMain final : public QMainWindow, public LoadFormHost, public AnalysisHo
     std::string m_notSaved;  ///< sentence on the last save, if it failed
     QToolBar* m_toolbar = nullptr;
     FileStatus* m_fileStatus = nullptr;
+    ProfileStatus* m_profileStatus = nullptr;
     ctlSideBar* m_barMain = nullptr;
     QStackedWidget* m_panels = nullptr;
     panProject* m_panProject = nullptr;

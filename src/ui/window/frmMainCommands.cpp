@@ -80,6 +80,13 @@ void frmMain::Run(const std::string& name) {
         {"mnuFileImport", &frmMain::ImportLoads},
         {"mnuEditUndo", &frmMain::Undo},
         {"mnuEditRedo", &frmMain::Redo},
+        {"mnuEditCutLoads", &frmMain::CutLoads},
+        {"mnuEditCopyLoads", &frmMain::CopyLoads},
+        {"mnuEditPasteLoads", &frmMain::PasteLoads},
+        {"mnuEditDuplicate", &frmMain::DuplicateLoads},
+        {"mnuEditFind", &frmMain::FindLoads},
+        {"mnuEditFindNext", &frmMain::FindNext},
+        {"mnuEditFindPrevious", &frmMain::FindPrevious},
     };
     if (const auto found = commands.find(name); found != commands.end()) {
         (this->*found->second)();
@@ -121,6 +128,7 @@ void frmMain::RefreshEditMenu() {
     enable("mnuEditCut", "butCut", any && m_editMenu->CanCut());
     enable("mnuEditCopy", "butCopy", any && m_editMenu->CanCopy());
     enable("mnuEditPaste", "butPaste", any && m_editMenu->CanPaste());
+    RefreshProfileCommands();
     ShowUndo();
 }
 

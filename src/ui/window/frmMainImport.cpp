@@ -52,7 +52,7 @@ void frmMain::ImportLoads() {
         const std::string file = m_platform->OpenFileName(
             this,
             {.title = "Import Loads", .initialFolder = m_application->ProjectPath(), .filter = kTableFilter});
-        PreviewTable(TableBytes(file), QFileInfo(ToQt(file)).fileName());
+        PreviewTable(TableBytes(file), QFileInfo(ToQt(file)).fileName(), false);
     } catch (const RaisedError& failure) {
         if (failure.Number() != errors::kDialogCancelled) {
             Tell("The table cannot be imported: " + failure.Description(), MessageIcon::Exclamation,
@@ -63,14 +63,14 @@ void frmMain::ImportLoads() {
 
 void frmMain::PasteTable(const QString& text) {
     try {
-        PreviewTable(FromQt(text), tr("the clipboard"));
+        PreviewTable(FromQt(text), tr("the clipboard"), true);
     } catch (const RaisedError& failure) {
         Tell("The table cannot be imported: " + failure.Description(), MessageIcon::Exclamation,
              ProductName());
     }
 }
 
-void frmMain::PreviewTable(const std::string& bytes, const QString& origin) {
+void frmMain::PreviewTable(const std::string& bytes, const QString& origin, bool isPasted) {
     const std::optional<StudyProject> project = PanelsAreReady() ? ProjectAsItStands() : std::nullopt;
     if (!project) {
         return;
@@ -85,6 +85,10 @@ void frmMain::PreviewTable(const std::string& bytes, const QString& origin) {
             bytes, project->loadProfile, project->powerSystem, rules,
             {.stepAtHand = SelectedStep(), .usualDecimal = UsualDecimal(), .shown = EntryNumbers()});
     }();
+    if (table.rows.empty() && isPasted) {
+        statusBar()->showMessage(tr("The clipboard holds no loads."));
+        return;
+    }
     frmImport dialog(table, origin, this);
     if (dialog.exec() == QDialog::Accepted && table.CanBeAdded()) {
         TakeTable(table);

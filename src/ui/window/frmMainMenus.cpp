@@ -20,6 +20,7 @@
 #include "Globals.h"
 #include "LastChance.h"
 #include "Pictures.h"
+#include "ProfileStatus.h"
 #include "Texts.h"
 #include "ctlSideBar.h"
 #include "frmErrLog.h"
@@ -126,6 +127,8 @@ void frmMain::BuildToolbar() {
         m_toolbar->widgetForAction(button)->setFocusPolicy(Qt::NoFocus);
     }
     statusBar()->setObjectName("sbrMain");
+    m_profileStatus =
+        new ProfileStatus(*statusBar(), m_application->LoadProfile(), m_application->PowerSystem());
     m_fileStatus = new FileStatus;
     statusBar()->addPermanentWidget(m_fileStatus);
 }
@@ -165,13 +168,20 @@ void frmMain::BuildPanels() {
             }));
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { KeepEditsBehind(now); });
-    connect(m_panLoadProfile, &panLoadProfile::Deleted, this, [this](const QString& what) {
-        statusBar()->showMessage(tr("Deleted %1. Ctrl+Z brings it back.").arg(what));
-    });
+    connect(m_panLoadProfile, &panLoadProfile::FiguresChanged, this, [this] { m_profileStatus->Refresh(); });
+    connect(m_panLoadProfile, &panLoadProfile::Told, this,
+            [this](const QString& sentence) { statusBar()->showMessage(sentence); });
+    connect(m_panLoadProfile, &panLoadProfile::PlaceChanged, this, [this] { RefreshProfileCommands(); });
+    connect(m_panLoadProfile, &panLoadProfile::TablePasted, this,
+            Event([this](const QString& text) { PasteTable(text); }));
+    BindProfileCommands();
     m_recoveryTimer = new QTimer(this);
     m_recoveryTimer->setSingleShot(true);
     connect(m_recoveryTimer, &QTimer::timeout, this, [this] { FeedRecovery(); });
-    m_application->Document().MomentTeller([this] { FeedRecovery(); });
+    m_application->Document().MomentTeller([this] {
+        FeedRecovery();
+        m_profileStatus->Refresh();  // the site's voltage may be another
+    });
     m_application->Document().SelectionTeller([this] { return m_panLoadProfile->SelectedPlace(); });
     connect(m_panProject, &panProject::ProjectNameChanged, this, [this] { ShowCaption(); });
     connect(m_panPwrSys, &panPwrSys::Chosen, this, [this](SiteChoice choice) {

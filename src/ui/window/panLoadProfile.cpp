@@ -11,7 +11,9 @@
 #include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
+#include "ProfileFinder.h"
 #include "ProfileFollower.h"
+#include "ProfileTotals.h"
 #include "ProfileTree.h"
 #include "PropertyRows.h"
 #include "Texts.h"
@@ -24,10 +26,11 @@ namespace {
 
 /// The widest label of a property, for a column that does not jump from load to load.
 constexpr const char* kLongestLabel = "Max. Peak Demand Vdip";
+// At the window's first size [pixels].
+constexpr int kListWidth = 362;
+constexpr int kPropertiesWidth = 280;
 constexpr int kPropertyHeight = 22;  // pixels, as the tree's rows with their pictures
 
-/// From so many steps on none can be added.
-constexpr std::int32_t kMostSteps = 256;
 constexpr std::int32_t kMostLoads = 257;  // of a step
 
 int LabelWidth(const QWidget& list, const QString& label) {
@@ -42,7 +45,9 @@ panLoadProfile::panLoadProfile(PlatformServices& platform, const LoadFormProject
       m_platform(&platform),
       m_project(project),
       m_host(&host),
-      m_tree(new ProfileTree("tlsProfileDisplay")),
+      m_tree(new ProfileTree("tlsProfileDisplay", project.profile)),
+      m_totals(new ProfileTotals(*m_tree->header())),
+      m_finder(new ProfileFinder(*m_tree, project.profile)),
       m_properties(new QTreeWidget),
       m_cmdAddStep(AddButton("cmdAddStep", tr("Add &Step..."), &panLoadProfile::AddStep)),
       m_cmdDeleteStep(AddButton("cmdDeleteStep", tr("Delete Ste&p"), &panLoadProfile::DeleteStep)),
@@ -55,6 +60,8 @@ panLoadProfile::panLoadProfile(PlatformServices& platform, const LoadFormProject
     connect(m_tree, &QTreeWidget::itemSelectionChanged, this, Event([this] { SelectionChanged(); }));
     connect(m_tree, &ProfileTree::EditAsked, this, Event([this] { Edit(); }));
     connect(m_tree, &ProfileTree::DeleteAsked, this, Event([this] { DeleteSelected(); }));
+    connect(m_tree, &ProfileTree::Dropped, this,
+            Event([this](ProfilePlace what, std::int32_t position) { TakeDrop(what, position); }));
     ClearAllLoads();
 }
 
@@ -77,12 +84,15 @@ void panLoadProfile::Build() {
     m_properties->header()->resizeSection(0, LabelWidth(*m_properties, kLongestLabel));
 
     auto* split = new QSplitter(Qt::Horizontal);
-    split->addWidget(m_tree);
+    split->addWidget(BuildList());
     split->addWidget(m_properties);
     split->setChildrenCollapsible(false);
-    split->setStretchFactor(0, 5);
-    split->setStretchFactor(1, 4);
+    // What a wide window has to spare goes to the columns.
+    split->setStretchFactor(0, 1);
+    split->setStretchFactor(1, 0);
+    split->setSizes({kListWidth, kPropertiesWidth});
     Content()->addWidget(split, 1);
+    Content()->addWidget(m_finder);
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(metrics::kGap);
@@ -93,6 +103,25 @@ void panLoadProfile::Build() {
     buttons->addWidget(m_cmdDeleteLoad);
     buttons->addWidget(m_cmdDeleteStep);
     Content()->addLayout(buttons);
+}
+
+QWidget* panLoadProfile::BuildList() {
+    auto* list = new QWidget;
+    auto* column = new QVBoxLayout(list);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_tree, 1);
+    column->addWidget(m_totals);
+    return list;
+}
+
+void panLoadProfile::RefreshFigures() {
+    if (m_held) {
+        return;
+    }
+    m_totals->Show(m_project.profile);
+    m_tree->ShowFigures(m_totals->Widest());
+    emit FiguresChanged();
 }
 
 void panLoadProfile::ProjectName(const std::string& text) {
@@ -109,6 +138,7 @@ void panLoadProfile::HoldDrawing(bool hold) {
     m_held = hold;
     if (!hold) {
         RefreshProperties();
+        RefreshFigures();
     }
 }
 
@@ -117,6 +147,7 @@ void panLoadProfile::DisplayNewStep(std::int32_t stepNumber, std::int32_t stepId
     const CLoadStep& step = m_project.profile.LoadStep(position);
     m_tree->setCurrentItem(m_tree->InsertStep(position, ToQt(step.Description()), stepId));
     LimitSteps();
+    RefreshFigures();
 }
 
 void panLoadProfile::LimitSteps() {
@@ -136,6 +167,7 @@ void panLoadProfile::DisplayNewLoad(std::int32_t stepNumber, std::int32_t loadId
     if (!m_held && step->isSelected()) {
         RefreshProperties();  // the totals of the step count the load
     }
+    RefreshFigures();
 }
 
 void panLoadProfile::SelectLoad(std::int32_t stepNumber, std::int32_t loadId) {
@@ -155,7 +187,16 @@ void panLoadProfile::ClearAllLoads() {
     m_properties->clear();
     m_selectedStep = 0;
     RefreshButtons();
+    RefreshFigures();
     m_cmdAddStep->setEnabled(true);
+}
+
+void panLoadProfile::AddCommand(QAction& command) {
+    m_tree->addAction(&command);
+}
+
+bool panLoadProfile::TreeIsActive() const {
+    return ActiveCtrl() == m_tree;
 }
 
 ProfilePlace panLoadProfile::SelectedPlace() const {
@@ -179,6 +220,7 @@ void panLoadProfile::ShowProfile(ProfilePlace place) {
         }
     }
     SelectionChanged();
+    RefreshFigures();
     m_cmdAddStep->setEnabled(true);
     LimitSteps();
 }
@@ -194,6 +236,7 @@ void panLoadProfile::SelectionChanged() {
     m_selectedStep = node == nullptr ? 0 : m_tree->StepPosition(*node);
     RefreshButtons();
     RefreshProperties();
+    emit PlaceChanged();
 }
 
 void panLoadProfile::RefreshButtons() {
@@ -279,39 +322,50 @@ void panLoadProfile::AddLoad() {
 }
 
 void panLoadProfile::DeleteStep() {
+    TakeStepAway(tr("Deleted"), "Delete");
+}
+
+void panLoadProfile::TakeStepAway(const QString& past, const std::string& deed) {
     FailureRegion region;
     QTreeWidgetItem* node = m_tree->Selected();
     if (node == nullptr) {
         return;
     }
     const std::int32_t position = m_tree->StepPosition(*node);
-    const QString what = tr("step %1, \"%2\"").arg(position).arg(node->text(profile_column::kText));
+    const QString what = InWords(*node);
     region.Run([&] {
-        m_host->Change("Delete Step " + std::to_string(position),
+        m_host->Change(deed + " Step " + std::to_string(position),
                        [&] { m_project.profile.DeleteLoadStep(ProfileTree::StepID(*node)); });
     });
     m_tree->Remove(*node);
     SelectionChanged();
+    RefreshFigures();
     if (m_project.profile.NumLoadSteps() < kMostSteps) {
         m_cmdAddStep->setEnabled(true);
     }
     m_host->ProjectChanged();
-    emit Deleted(what);
+    emit Told(tr("%1 %2. Ctrl+Z brings it back.").arg(past, what));
 }
 
 void panLoadProfile::DeleteLoad() {
+    TakeLoadAway(tr("Deleted"), "Delete");
+}
+
+void panLoadProfile::TakeLoadAway(const QString& past, const std::string& deed) {
     QTreeWidgetItem* node = m_tree->Selected();
+    const QString what = InWords(*node);
     const QString name = node->text(profile_column::kText);
     FailureRegion region;
     region.Run([&] {
         CLoadStep& step = m_project.profile.LoadStep(m_tree->StepPosition(*node));
-        m_host->Change("Delete Load " + FromQt(name), [&] { step.DeleteLoad(ProfileTree::LoadID(*node)); });
+        m_host->Change(deed + " Load " + FromQt(name), [&] { step.DeleteLoad(ProfileTree::LoadID(*node)); });
     });
     if (!region.Pending()) {
         m_tree->Remove(*node);
         SelectionChanged();
+        RefreshFigures();
         m_host->ProjectChanged();
-        emit Deleted(tr("load \"%1\"").arg(name));
+        emit Told(tr("%1 %2. Ctrl+Z brings it back.").arg(past, what));
     }
 }
 
@@ -332,6 +386,7 @@ void panLoadProfile::Edit() {
     }
     RefreshButtons();
     RefreshProperties();
+    RefreshFigures();
 }
 
 void panLoadProfile::EditLoadNode(QTreeWidgetItem& node) {
@@ -384,6 +439,7 @@ void panLoadProfile::Move(int by) {
     }
     m_tree->setCurrentItem(node);
     SelectionChanged();
+    RefreshFigures();
     emit Edited();
 }
 
@@ -403,14 +459,18 @@ void panLoadProfile::MoveStep(QTreeWidgetItem& node, int by) {
     node.setExpanded(expanded);
 }
 
-void panLoadProfile::TellThatStepIsFull(std::int32_t position) {
+std::string panLoadProfile::WhyStepIsFull(std::int32_t position) const {
     const CLoadStep& step = m_project.profile.LoadStep(position);
     std::string text =
         "Step " + std::to_string(position) + ", \"" + step.Description() + "\", takes no more loads.";
     if (step.NumLoads() < kMostLoads) {
         text += "\r\nLoads that were taken from it count too, until the project is saved and opened again.";
     }
-    m_platform->ShowMessage(this, {.text = text, .icon = MessageIcon::Exclamation});
+    return text;
+}
+
+void panLoadProfile::TellThatStepIsFull(std::int32_t position) {
+    m_platform->ShowMessage(this, {.text = WhyStepIsFull(position), .icon = MessageIcon::Exclamation});
 }
 
 void panLoadProfile::MoveLoad(QTreeWidgetItem& node, int by) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "LoadForms.h"
 #include "Panel.h"
 #include "PlatformServices.h"
+#include "ProfileClip.h"
 #include "ProjectMoment.h"
 #include "StepDialog.h"
 
@@ -18,6 +20,8 @@ class QTreeWidgetItem;
 
 namespace genvara {
 
+class ProfileFinder;
+class ProfileTotals;
 class ProfileTree;
 
 /// The load steps and their loads. The panel works on the profile itself; there is nothing to store.
@@ -53,19 +57,41 @@ class panLoadProfile final : public Panel {
     /// Selects the first step, as a project that has just been opened shows it.
     void ShowBeginning();
 
+    // Commands on what is selected, each a change that can be taken back. What stands in the way is told.
+    void Cut();
+    void Copy();
+    /// Puts loads of the clipboard behind those of the selected step, and steps behind it.
+    void Paste();
+    /// A copy of the load behind the last one of its step, of a step behind it.
+    void Duplicate();
+    /// Gives the tree a command, with its key, and shows it in its context menu.
+    void AddCommand(QAction& command);
+    /// Finds steps and loads by what is said of them.
+    [[nodiscard]] ProfileFinder& Finder() { return *m_finder; }
+    /// Whether the tree is where the user is.
+    [[nodiscard]] bool TreeIsActive() const;
+
     /// Keeps the lists from being drawn, and the properties from being worked out, while many nodes are
     /// added.
     void HoldDrawing(bool hold);
 
   signals:
-    /// A step or a load was deleted.
-    /// @param what "step 2, \"Pumps\"".
-    void Deleted(const QString& what);
+    /// What the loads draw may have changed.
+    void FiguresChanged();
+    /// What a command has done, or why not, in a sentence.
+    void Told(const QString& sentence);
+    /// Something else than steps and loads of this program was pasted.
+    void TablePasted(const QString& text);
+    /// What is selected may have changed.
+    void PlaceChanged();
 
   private:
     QPushButton* AddButton(const char* name, const QString& caption, void (panLoadProfile::*command)());
     void Build();
+    [[nodiscard]] QWidget* BuildList();
     void SelectionChanged();
+    /// Shows what the loads draw now.
+    void RefreshFigures();
     void RefreshButtons();
     void SetEnabled(QPushButton& button, bool enabled);
     void LimitSteps();
@@ -91,6 +117,33 @@ class panLoadProfile final : public Panel {
     void MoveStep(QTreeWidgetItem& node, int by);
     void MoveLoad(QTreeWidgetItem& node, int by);
     void TellThatStepIsFull(std::int32_t position);
+    [[nodiscard]] std::string WhyStepIsFull(std::int32_t position) const;
+
+    // What is cut, copied and pasted.
+    /// A node in a sentence: "step 2, \"Pumps\"".
+    [[nodiscard]] QString InWords(const QTreeWidgetItem& node) const;
+    [[nodiscard]] ProfileClip ClipOfNode(const QTreeWidgetItem& node) const;
+    /// @return false if the clipboard cannot hold it; that has been told.
+    bool PutOnClipboard(const QTreeWidgetItem& node);
+    void PasteLoads(const ProfileClip& clip);
+    void PasteSteps(const ProfileClip& clip);
+    /// @return false if there is none; that has been told.
+    bool HasRoomForSteps(std::int32_t count);
+    /// What was dropped goes where the commands would move it, in one change.
+    void TakeDrop(ProfilePlace what, std::int32_t position);
+    void MoveStepTo(std::int32_t from, std::int32_t position);
+    void MoveLoadTo(ProfilePlace load, std::int32_t position);
+    /// Takes the selection out of the profile.
+    /// @param deed "Delete", which names the change; @param past "Deleted", which tells of it.
+    void TakeStepAway(const QString& past, const std::string& deed);
+    void TakeLoadAway(const QString& past, const std::string& deed);
+    /// Runs a change of loads, and shows it.
+    /// @param place what to select once it has been run.
+    void ChangeProfile(const std::string& name, const ProfilePlace& place,
+                       const std::function<void()>& change);
+
+    /// From so many steps on none can be added.
+    static constexpr std::int32_t kMostSteps = 256;
 
     PlatformServices* m_platform;
     LoadFormProject m_project;
@@ -98,6 +151,8 @@ class panLoadProfile final : public Panel {
     std::int32_t m_selectedStep = 0;
     bool m_held = false;  ///< many nodes are being added; the properties are shown when that is done
     ProfileTree* m_tree;
+    ProfileTotals* m_totals;
+    ProfileFinder* m_finder;
     QTreeWidget* m_properties;
     QPushButton* m_cmdAddStep;
     QPushButton* m_cmdDeleteStep;

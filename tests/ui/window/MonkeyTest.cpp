@@ -21,7 +21,7 @@
 namespace genvara {
 namespace {
 
-constexpr int kActions = 4000;
+constexpr int kActions = 5600;
 constexpr int kActionsInDialog = 12;
 /// What fingers type into fields: numbers, borders of ranges, rubbish.
 constexpr std::array<const char*, 14> kTexts{

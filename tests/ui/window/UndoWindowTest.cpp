@@ -345,6 +345,8 @@ TEST_F(UndoInTheWindow, WhateverIsPressedLeadsBackToTheFirstProjectAndOnToTheLas
     constexpr int kDeeds = 150;
     constexpr std::array<const char*, 4> kButtons{"cmdDeleteStep", "cmdDeleteLoad", "cmdMoveUp",
                                                   "cmdMoveDown"};
+    constexpr std::array<const char*, 4> kCommands{"mnuEditCutLoads", "mnuEditCopyLoads", "mnuEditPasteLoads",
+                                                   "mnuEditDuplicate"};
     for (const unsigned seed : {1U, 2U, 3U}) {
         SCOPED_TRACE(seed);
         std::mt19937 dice(seed);
@@ -363,6 +365,16 @@ TEST_F(UndoInTheWindow, WhateverIsPressedLeadsBackToTheFirstProjectAndOnToTheLas
                 }
             },
             [&] { Button(kButtons.at(static_cast<std::size_t>(below(4)))).click(); },
+            [&] {
+                Bar(2);
+                Tree().setFocus();
+                Run(kCommands.at(static_cast<std::size_t>(below(4))));
+            },
+            [&] {
+                if (const QTreeWidgetItem* node = Tree().Selected()) {
+                    emit Tree().Dropped(ProfileTree::PlaceOf(*node), 1 + below(Tree().topLevelItemCount()));
+                }
+            },
             [&] {
                 InNextDialog([](QDialog& dialog) { Click(dialog, "cmdOK"); });
                 Button("cmdAddStep").click();
