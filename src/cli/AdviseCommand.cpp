@@ -181,6 +181,7 @@ Status Work(const ProjectArguments& project, const AdviseArguments& arguments, c
         Complain(fmt::format("{}: every candidate is too large: all stay below the least loading of {} %.",
                              file, project.limits.MinLoading()));
     }
+    ComplainIfNoCandidates(file, studied);
     if (arguments.apply) {
         Apply(project, arguments, studied, list);
     }

@@ -199,6 +199,7 @@ class CommandLine {
         AddStudied(*advise);
         advise->add_flag("--pairs", m_advise.pairs, "Try each two changes together, too");
         advise->add_option("--kinds", m_advise.kinds, "Try changes of these kinds alone")
+            ->check(NotEmpty())
             ->type_name("KIND,...");
         AddJson(*advise, "One JSON object on one line");
         CLI::Option* jobs = AddJobs(*advise, "Changes to try at the same time [as many as there are cores]");
@@ -206,9 +207,10 @@ class CommandLine {
             advise
                 ->add_option("--apply", m_advise.apply, "Write the project with this advice, counted from 0")
                 ->transform(Decimal())
-                ->check(CLI::NonNegativeNumber)
+                ->check(NotNegative())
                 ->type_name("N");
         CLI::Option* output = advise->add_option("-o", m_advise.output, "File to write, .prj or .json")
+                                  ->check(NotEmpty())
                                   ->type_name("NEW")
                                   ->needs(apply);
         apply->needs(output);
@@ -235,11 +237,12 @@ class CommandLine {
             ->type_name("Step[1].Load[2]+Step[1].Load[3]")
             ->allow_extra_args(false);
         order->add_option("--seconds", m_order.seconds, "How long to search with more than 8 loads [10]")
-            ->check(CLI::NonNegativeNumber)
+            ->check(NotNegative())
             ->type_name("S");
         AddJson(*order, "One JSON object on one line");
         AddJobs(*order, "Accepted as for the other studies; one search keeps to one core");
         order->add_option("-o", m_order.output, "Write the project with the best order, .prj or .json")
+            ->check(NotEmpty())
             ->type_name("NEW");
         order->callback([this] { m_todo = [this] { return RunOrder(m_arguments, m_order); }; });
     }
@@ -298,6 +301,7 @@ class CommandLine {
             ->type_name("");
         convert->add_option("-o", m_report.output, "File to write, ending with .prj or .json")
             ->required()
+            ->check(NotEmpty())
             ->type_name("FILE");
         AddDatabase(*convert, m_arguments);
         convert->callback([this] { m_todo = [this] { return RunConvert(m_arguments, m_report.output); }; });
