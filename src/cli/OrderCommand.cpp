@@ -127,12 +127,13 @@ Status Work(const ProjectArguments& project, const OrderArguments& arguments, co
     Progress progress("orders", 0);
     const SearchEffort effort{.seconds = arguments.seconds,
                               .count = [&](std::int64_t judged) { progress.Show(judged); }};
-    const OrderAnswer answer = FindOrder(studied.Project(), rules, studied.Tables(), effort, stop);
+    OrderAnswer answer = FindOrder(studied.Project(), rules, studied.Tables(), effort, stop);
     progress.Clear();
     if (!arguments.output.empty()) {
         const StudyProject ordered =
             answer.isPresent ? studied.Project() : Reordered(studied.Project(), answer.steps);
-        WriteStudied(arguments.output, Reopened(ordered, studied.Tables().rules), studied.Tables());
+        WriteStudied(arguments.output, Reopened(ordered, studied.Tables().rules), studied.Tables(),
+                     answer.best);
     }
     const std::string& file = project.files.front();
     ComplainIfNoCandidates(file, studied);

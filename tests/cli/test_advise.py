@@ -343,6 +343,16 @@ class Advise(StudyCase):
             self.assertEqual((done.returncode, done.stdout), (2, ""))
             self.assertEqual(done.stderr.splitlines()[0], f"genvara-cli: {says}")
 
+    def test_what_is_promised_of_a_prj_is_what_15_digits_leave(self):
+        file = self.written(self.of_many_digits(SOURCE / "samples/quarry.prj"))
+        promised = []
+        for ending in ("json", "prj"):
+            new = self.folder / f"many-digits.{ending}"
+            listed, = self.lines("advise", file, "--apply", "0", "-o", new)
+            self.assertEqual(self.first(new), listed["Advice"][0]["Set"])
+            promised.append(listed["Advice"][0]["Set"])
+        self.assertNotEqual(*promised)  # in last bits
+
     def test_a_file_that_cannot_be_written_is_told(self):
         done = self.verb("advise", SOURCE / "samples/quarry.prj", "--apply", "0", "-o", self.folder / "no/such.prj")
         self.assertEqual((done.returncode, done.stdout), (3, ""))

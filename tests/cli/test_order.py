@@ -233,6 +233,29 @@ class Order(StudyCase):
             self.refused("order", sample, *arguments, says=says)
             self.assertEqual(sample.read_bytes(), before)
 
+    def test_what_is_promised_of_a_prj_is_what_15_digits_leave(self):
+        file = self.written(self.of_many_digits(SOURCE / "samples/cold-store.prj"))
+        promised = []
+        for ending in ("json", "prj"):
+            new = self.folder / f"many-digits.{ending}"
+            promised.append(self.order(file, "-o", new)["Best"])
+            self.assertEqual(self.first(new), promised[-1])
+        self.assertNotEqual(*promised)  # in last bits
+
+    def test_a_prj_whose_15_digits_need_another_set_is_not_written(self):
+        """80 percent of 150 kW are 120 kW, of which a step takes half: the 17th digit of a load is too much for a set of
+        150 kW, and a .prj has none."""
+        half = {"LoadType": "Miscellaneous", "name": "Heater", "RunningRealPower": 60000, "RunningPowerFactor": 1.0}
+        more = dict(half, RunningRealPower=60000.00000000003)
+        steps = [{"Description": "", "Loads": [load]} for load in (half, more)]
+        records = {"Format": "genvara-project", "Version": 1, "PowerSystem": {"Altitude": 0}, "LoadProfile": steps}
+        file, new = self.written(records), self.folder / "never.prj"
+        found = self.first(file)
+        steps[1]["Loads"] = [half]
+        self.assertLess(self.first(self.written(records, "rounded.json"))["NominalRating"], found["NominalRating"])
+        self.refused("order", file, "-o", new, status=3, says=["15 digits", "another set"])
+        self.assertFalse(new.exists())
+
     def test_options_that_no_number_or_name_follows_are_told(self):
         sample = SOURCE / "samples/hospital.prj"
         for arguments, says in ((["--seconds", "-1"], '"-1" is no number of 0 or more'),
