@@ -146,16 +146,16 @@ std::string ListText(const std::string& file, const AdviceList& list) {
 }
 
 void Apply(const ProjectArguments& project, const AdviseArguments& arguments, const StudiedProject& studied,
-           const AdviceList& list) {
+           AdviceList& list) {
     const auto number = static_cast<std::size_t>(*arguments.apply);
     if (number >= list.advice.size()) {
         RefuseArguments(list.advice.empty() ? "There is no advice to apply."
                                             : fmt::format("There is no advice {}: the last one is {}.",
                                                           number, list.advice.size() - 1));
     }
-    const Advice& advice = list.advice[number];
+    Advice& advice = list.advice[number];
     WriteStudied(arguments.output, Altered(studied.Project(), advice.alterations, studied.Tables().rules),
-                 studied.Tables());
+                 studied.Tables(), advice.sizing);
     for (const Alteration& alteration : advice.alterations) {
         if (alteration.member && alteration.member->path == kMaxLoadingPath) {
             Complain(
@@ -172,15 +172,15 @@ Status Work(const ProjectArguments& project, const AdviseArguments& arguments, c
         RequireProjectName(arguments.output, project);
     }
     Progress progress("variations", 0);
-    const AdviceList list =
-        Advise(studied.Project(), choice, studied.Tables(), project.jobs, stop,
-               [&](std::int64_t done, std::int64_t total) { progress.Show(done, total); });
+    AdviceList list = Advise(studied.Project(), choice, studied.Tables(), project.jobs, stop,
+                             [&](std::int64_t done, std::int64_t total) { progress.Show(done, total); });
     progress.Clear();
     const std::string& file = project.files.front();
     if (list.allBelowMinLoading) {
         Complain(fmt::format("{}: every candidate is too large: all stay below the least loading of {} %.",
                              file, project.limits.MinLoading()));
     }
+    ComplainIfNoCandidates(file, studied);
     if (arguments.apply) {
         Apply(project, arguments, studied, list);
     }

@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -35,6 +37,22 @@ CLI::Validator Decimal() {
         return fits ? std::string() : fmt::format("{} is out of range", text);
     };
     return {plain, ""};
+}
+
+CLI::Validator NotNegative() {
+    const auto refuse = [](std::string& text) -> std::string {
+        const std::optional<double> number = ParseNumber(text);
+        const bool accepted = number && std::isfinite(*number) && *number >= 0.0;
+        return accepted ? std::string() : fmt::format("\"{}\" is no number of 0 or more", text);
+    };
+    return {refuse, ""};
+}
+
+CLI::Validator NotEmpty() {
+    const auto refuse = [](std::string& text) -> std::string {
+        return text.empty() ? "expected a name, found nothing" : std::string();
+    };
+    return {refuse, ""};
 }
 
 std::string WithBlank(std::string time) {

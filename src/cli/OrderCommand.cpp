@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
+#include <string>
 
 #include "JsonText.h"
 #include "NumberText.h"
@@ -60,10 +62,14 @@ std::string AnswerJson(const std::string& file, const OrderAnswer& answer) {
     return json.EndObject().Text() + "\n";
 }
 
-std::string SetText(const Sizing& sizing) {
-    return sizing.set
-               ? fmt::format("{} of {} kW", sizing.set->ModelNum, RenderPlain(sizing.set->NominalRating))
-               : std::string("none");
+/// "MV750D of 750 kW" or, of several sets in parallel, "2 x MV400D of 400 kW".
+std::string SetText(std::int32_t sets, const std::string& model, double rating) {
+    return fmt::format("{}{} of {} kW", sets > 1 ? fmt::format("{} x ", sets) : "",
+                       OneLine(model, kLongestName), RenderPlain(rating));
+}
+
+std::string SetText(std::int32_t sets, const Sizing& sizing) {
+    return sizing.set ? SetText(sets, sizing.set->ModelNum, sizing.set->NominalRating) : std::string("none");
 }
 
 /// The loads of each step, a line a load.
@@ -84,10 +90,12 @@ std::vector<std::string> LinesOf(const LoadOrder& order, const CLoadProfile& pro
 }
 
 /// Old and new order side by side, and what they come to.
-std::string AnswerTable(const std::string& file, const OrderAnswer& answer, const CLoadProfile& profile) {
+std::string AnswerTable(const std::string& file, const OrderAnswer& answer, const StudyProject& project) {
     using Align = TextTable::Align;
-    TextTable table(
-        {{"Now: " + SetText(answer.now), Align::Left}, {"Best: " + SetText(answer.best), Align::Left}});
+    const CLoadProfile& profile = project.loadProfile;
+    const std::int32_t sets = project.powerSystem.GensetsInParallel();
+    TextTable table({{"Now: " + SetText(sets, answer.now), Align::Left},
+                     {"Best: " + SetText(sets, answer.best), Align::Left}});
     const std::vector<std::string> old = LinesOf(PresentOrder(profile), profile);
     const std::vector<std::string> best = LinesOf(answer.steps, profile);
     for (std::size_t line = 0; line < std::max(old.size(), best.size()); ++line) {
@@ -98,8 +106,8 @@ std::string AnswerTable(const std::string& file, const OrderAnswer& answer, cons
         verdict = answer.best.set ? "No permitted order does with a smaller set."
                                   : "No permitted order has a set that does.";
     } else if (answer.bound) {
-        verdict = fmt::format("Not proven: no proof excludes {} of {} kW.", answer.bound->ModelNum,
-                              RenderPlain(answer.bound->NominalRating));
+        verdict = fmt::format("Not proven: no proof excludes {}.",
+                              SetText(sets, answer.bound->ModelNum, answer.bound->NominalRating));
     }
     if (!answer.presentIsPermitted) {
         verdict = "The present order is not permitted. " + verdict;
@@ -119,15 +127,17 @@ Status Work(const ProjectArguments& project, const OrderArguments& arguments, co
     Progress progress("orders", 0);
     const SearchEffort effort{.seconds = arguments.seconds,
                               .count = [&](std::int64_t judged) { progress.Show(judged); }};
-    const OrderAnswer answer = FindOrder(studied.Project(), rules, studied.Tables(), effort, stop);
+    OrderAnswer answer = FindOrder(studied.Project(), rules, studied.Tables(), effort, stop);
     progress.Clear();
     if (!arguments.output.empty()) {
         const StudyProject ordered =
             answer.isPresent ? studied.Project() : Reordered(studied.Project(), answer.steps);
-        WriteStudied(arguments.output, Reopened(ordered, studied.Tables().rules), studied.Tables());
+        WriteStudied(arguments.output, Reopened(ordered, studied.Tables().rules), studied.Tables(),
+                     answer.best);
     }
     const std::string& file = project.files.front();
-    Print(project.json ? AnswerJson(file, answer) : AnswerTable(file, answer, profile));
+    ComplainIfNoCandidates(file, studied);
+    Print(project.json ? AnswerJson(file, answer) : AnswerTable(file, answer, studied.Project()));
     return Status::Done;
 }
 

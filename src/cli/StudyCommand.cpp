@@ -97,6 +97,15 @@ int RunStudy(const ProjectArguments& arguments, const StudyWork& work) {
     }
 }
 
+void ComplainIfNoCandidates(const std::string& file, const StudiedProject& studied) {
+    if (studied.Tables().candidates.Of(FilterOf(studied.Project().powerSystem))->Rows().empty()) {
+        Complain(
+            fmt::format("{}: no candidates: the genset database has no set of this frequency, connection, "
+                        "voltage and fuel.",
+                        file));
+    }
+}
+
 void RefuseArguments(const std::string& description) {
     throw ProjectFailure{Status::BadArguments, RaisedError(0, "", description)};
 }

@@ -41,6 +41,9 @@ using StudyWork = std::function<Status(const StudiedProject& project, const Stop
 /// standard error alone. Returns the exit status.
 [[nodiscard]] int RunStudy(const ProjectArguments& arguments, const StudyWork& work);
 
+/// Tells on standard error that the catalogue has no set for the site, which no order or load can mend.
+void ComplainIfNoCandidates(const std::string& file, const StudiedProject& studied);
+
 /// Refuses arguments with one sentence.
 [[noreturn]] void RefuseArguments(const std::string& description);
 

@@ -35,6 +35,21 @@ std::string Rendered(const std::string& output, const StudyProject& project, con
     return RenderProject(view, kProgramVersion, now).bytes;
 }
 
+/// What sizing the project comes to once 15 digits of its numbers are all that is left of them.
+Sizing SizedAsRecords(const std::string& output, const StudyProject& project, const StudyTables& tables,
+                      const Sizing& promised) {
+    StudyProject records = project;
+    records.format = ProjectFormat::Records;
+    Sizing sizing = ProjectSizer(tables).Size(Reopened(records, tables.rules));
+    if (!sizing.IsSameRow(promised)) {
+        Fail(fmt::format(
+            "{} cannot hold the project: the 15 digits that a .prj keeps of its numbers would have "
+            "it need another set.",
+            output));
+    }
+    return sizing;
+}
+
 }  // namespace
 
 void RequireProjectName(const std::string& output, const ProjectArguments& arguments) {
@@ -49,8 +64,12 @@ void RequireProjectName(const std::string& output, const ProjectArguments& argum
     }
 }
 
-void WriteStudied(const std::string& output, const StudyProject& project, const StudyTables& tables) {
+void WriteStudied(const std::string& output, const StudyProject& project, const StudyTables& tables,
+                  Sizing& promised) {
     const std::string bytes = Rendered(output, project, tables);
+    if (project.format == ProjectFormat::Json && FormatOfName(output) == ProjectFormat::Records) {
+        promised = SizedAsRecords(output, project, tables, promised);
+    }
     try {
         AtomicFile target(output);
         target.Write(bytes);

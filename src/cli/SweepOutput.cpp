@@ -291,7 +291,8 @@ std::string StretchesTable(const std::string& file, const SweepAxis& axis,
         AddAnswerCells(row, stretch.point);
         table.AddRow(std::move(row));
     }
-    return fmt::format("{}: {}\n{}", file, TitleOf(axis), table.Text());
+    return fmt::format("{}: {}\n{}  The figures of a set are those at From.\n", file, TitleOf(axis),
+                       table.Text());
 }
 
 }  // namespace genvara

@@ -201,6 +201,7 @@ class CommandLine {
         AddStudied(*advise);
         advise->add_flag("--pairs", m_advise.pairs, "Try each two changes together, too");
         advise->add_option("--kinds", m_advise.kinds, "Try changes of these kinds alone")
+            ->check(NotEmpty())
             ->type_name("KIND,...");
         AddJson(*advise, "One JSON object on one line");
         CLI::Option* jobs = AddJobs(*advise, "Changes to try at the same time [as many as there are cores]");
@@ -208,9 +209,10 @@ class CommandLine {
             advise
                 ->add_option("--apply", m_advise.apply, "Write the project with this advice, counted from 0")
                 ->transform(Decimal())
-                ->check(CLI::NonNegativeNumber)
+                ->check(NotNegative())
                 ->type_name("N");
         CLI::Option* output = advise->add_option("-o", m_advise.output, "File to write, .prj or .json")
+                                  ->check(NotEmpty())
                                   ->type_name("NEW")
                                   ->needs(apply);
         apply->needs(output);
@@ -237,182 +239,190 @@ class CommandLine {
             ->type_name("Step[1].Load[2]+Step[1].Load[3]")
             ->allow_extra_args(false);
         order->add_option("--seconds", m_order.seconds, "How long to search with more than 8 loads [10]")
-            ->check(CLI::NonNegativeNumber)
+            ->check(NotNegative())
             ->type_name("S");
         AddJson(*order, "One JSON object on one line");
         AddJobs(*order, "Accepted as for the other studies; one search keeps to one core");
         order->add_option("-o", m_order.output, "Write the project with the best order, .prj or .json")
+            ->check(NotEmpty())
             ->type_name("NEW");
         order->callback([this] { m_todo = [this] { return RunOrder(m_arguments, m_order); }; });
     }
 
     void AddImport() {
-        CLI::App* import =
+        CLI::App* table =
             m_app.add_subcommand("import", "Add the loads of a spreadsheet's table to a project");
-        import
+        table
             ->add_option("TABLE.csv", m_import.table,
                          "Table with a heading row, its cells parted by commas, semicolons or tabs; - for "
                          "standard input")
             ->required()
             ->type_name("");
-        import->add_option("--into", m_arguments.files, "Project file, .prj or .json")
+        table->add_option("--into", m_arguments.files, "Project file, .prj or .json")
             ->required()
             ->expected(1)
             ->type_name("PROJECT");
-        import
+        table
             ->add_option("-o", m_import.output,
                          "Write the project with the loads, .prj or .json [nothing is written]")
+            ->check(NotEmpty())
             ->type_name("NEW");
-        AddJson(*import, "One JSON object on one line");
-        AddDatabase(*import, m_arguments);
-        import->callback([this] { m_todo = [this] { return RunImport(m_arguments, m_import);
-    }; });
-}  // namespace
+        AddJson(*table, "One JSON object on one line");
+        AddDatabase(*table, m_arguments);
+        table->callback([this] { m_todo = [this] { return RunImport(m_arguments, m_import); }; });
+    }
 
-void AddCheck() {
-    CLI::App* check = m_app.add_subcommand("check", "List what of project files cannot be used");
-    AddProjects(*check, m_arguments);
-    AddDatabase(*check, m_arguments);
-    check->callback([this] { m_todo = [this] { return RunCheck(m_arguments); }; });
-}
+    void AddCheck() {
+        CLI::App* check = m_app.add_subcommand("check", "List what of project files cannot be used");
+        AddProjects(*check, m_arguments);
+        AddDatabase(*check, m_arguments);
+        check->callback([this] { m_todo = [this] { return RunCheck(m_arguments); }; });
+    }
 
-void AddReport() {
-    CLI::App* report = m_app.add_subcommand("report", "Write a report on a set as rich text or PDF");
-    AddOneProject(*report, "FILE.rtf|FILE.pdf");
-    CLI::Option* chosen = AddSets(*report);
-    report->add_flag("--no-match", m_report.noMatch, "The search failure report, whatever was found")
-        ->excludes(chosen)
-        ->excludes(report->get_option("--undersized"));
-    report
-        ->add_option_function<std::string>(
-            "--type", [this](const std::string& type) { m_report.type = type == "summary" ? 1 : 0; },
-            "sizing or summary [sizing]")
-        ->check(CLI::IsMember({"sizing", "summary"}))
-        ->type_name("TYPE");
-    report->add_flag("--metric", m_report.metric,
-                     "Metres and degrees Celsius in place of feet and Fahrenheit");
-    report
-        ->add_option_function<std::string>(
-            "--now",
-            [this](const std::string& text) {
-                m_report.now = ParseDateTime(WithBlank(text));
-                if (!m_report.now) {
-                    throw CLI::ValidationError(
-                        "--now", fmt::format("\"{}\" is no time; expected {}", text, kTimeForm));
-                }
-            },
-            fmt::format("Time that the report states: {} [the present]", kTimeForm))
-        ->type_name("TIME");
-    report->callback([this] { m_todo = [this] { return RunReport(m_arguments, m_report); }; });
-}
+    void AddReport() {
+        CLI::App* report = m_app.add_subcommand("report", "Write a report on a set as rich text or PDF");
+        AddOneProject(*report, "FILE.rtf|FILE.pdf");
+        CLI::Option* chosen = AddSets(*report);
+        report->add_flag("--no-match", m_report.noMatch, "The search failure report, whatever was found")
+            ->excludes(chosen)
+            ->excludes(report->get_option("--undersized"));
+        report
+            ->add_option_function<std::string>(
+                "--type", [this](const std::string& type) { m_report.type = type == "summary" ? 1 : 0; },
+                "sizing or summary [sizing]")
+            ->check(CLI::IsMember({"sizing", "summary"}))
+            ->type_name("TYPE");
+        report->add_flag("--metric", m_report.metric,
+                         "Metres and degrees Celsius in place of feet and Fahrenheit");
+        report
+            ->add_option_function<std::string>(
+                "--now",
+                [this](const std::string& text) {
+                    m_report.now = ParseDateTime(WithBlank(text));
+                    if (!m_report.now) {
+                        throw CLI::ValidationError(
+                            "--now", fmt::format("\"{}\" is no time; expected {}", text, kTimeForm));
+                    }
+                },
+                fmt::format("Time that the report states: {} [the present]", kTimeForm))
+            ->type_name("TIME");
+        report->callback([this] { m_todo = [this] { return RunReport(m_arguments, m_report); }; });
+    }
 
-void AddExportSpec() {
-    CLI::App* spec = m_app.add_subcommand("export-spec", "Write the essentials of a set to a profile file");
-    AddOneProject(*spec, "FILE.gvx");
-    AddSets(*spec);
-    spec->callback([this] { m_todo = [this] { return RunExportSpec(m_arguments, m_report); }; });
-}
+    void AddExportSpec() {
+        CLI::App* spec =
+            m_app.add_subcommand("export-spec", "Write the essentials of a set to a profile file");
+        AddOneProject(*spec, "FILE.gvx");
+        AddSets(*spec);
+        spec->callback([this] { m_todo = [this] { return RunExportSpec(m_arguments, m_report); }; });
+    }
 
-void AddConvert() {
-    CLI::App* convert =
-        m_app.add_subcommand("convert", "Turn a project into its other format, .prj or .json");
-    convert->add_option("PROJECT", m_arguments.files, "Project file")->required()->expected(1)->type_name("");
-    convert->add_option("-o", m_report.output, "File to write, ending with .prj or .json")
-        ->required()
-        ->type_name("FILE");
-    AddDatabase(*convert, m_arguments);
-    convert->callback([this] { m_todo = [this] { return RunConvert(m_arguments, m_report.output); }; });
-}
+    void AddConvert() {
+        CLI::App* convert =
+            m_app.add_subcommand("convert", "Turn a project into its other format, .prj or .json");
+        convert->add_option("PROJECT", m_arguments.files, "Project file")
+            ->required()
+            ->expected(1)
+            ->type_name("");
+        convert->add_option("-o", m_report.output, "File to write, ending with .prj or .json")
+            ->required()
+            ->check(NotEmpty())
+            ->type_name("FILE");
+        AddDatabase(*convert, m_arguments);
+        convert->callback([this] { m_todo = [this] { return RunConvert(m_arguments, m_report.output); }; });
+    }
 
-void AddDescribe() {
-    CLI::App* describe = m_app.add_subcommand(
-        "describe", "List every member of a project: name, unit, range or codes, meaning");
-    describe
-        ->add_option("KIND", m_describe.kind, "Project, PowerSystem, Designer, Step or a kind of load [all]")
-        ->type_name("");
-    CLI::Option* json = describe->add_flag("--json", m_describe.json, "One JSON object a line");
-    describe->add_flag("--schema", m_describe.schema, "The JSON schema of JSON projects")->excludes(json);
-    describe->callback([this] { m_todo = [this] { return RunDescribe(m_describe); }; });
-}
+    void AddDescribe() {
+        CLI::App* describe = m_app.add_subcommand(
+            "describe", "List every member of a project: name, unit, range or codes, meaning");
+        describe
+            ->add_option("KIND", m_describe.kind,
+                         "Project, PowerSystem, Designer, Step or a kind of load [all]")
+            ->type_name("");
+        CLI::Option* json = describe->add_flag("--json", m_describe.json, "One JSON object a line");
+        describe->add_flag("--schema", m_describe.schema, "The JSON schema of JSON projects")->excludes(json);
+        describe->callback([this] { m_todo = [this] { return RunDescribe(m_describe); }; });
+    }
 
-void AddOneProject(CLI::App& command, const char* output) {
-    command.add_option("PROJECT.prj", m_arguments.files, "Project file, .prj or .json")
-        ->required()
-        ->expected(1)
-        ->type_name("");
-    command.add_option("-o", m_report.output, "File to write, or - for standard output")
-        ->required()
-        ->type_name(output);
-    AddDatabase(command, m_arguments);
-    AddLimits(command, m_arguments);
-}
+    void AddOneProject(CLI::App& command, const char* output) {
+        command.add_option("PROJECT.prj", m_arguments.files, "Project file, .prj or .json")
+            ->required()
+            ->expected(1)
+            ->type_name("");
+        command.add_option("-o", m_report.output, "File to write, or - for standard output")
+            ->required()
+            ->type_name(output);
+        AddDatabase(command, m_arguments);
+        AddLimits(command, m_arguments);
+    }
 
-CLI::Option* AddSets(CLI::App& command) {
-    CLI::Option* chosen =
-        command.add_option("--set", m_report.set, "Recommended set, counted from 0 [the first]")
+    CLI::Option* AddSets(CLI::App& command) {
+        CLI::Option* chosen =
+            command.add_option("--set", m_report.set, "Recommended set, counted from 0 [the first]")
+                ->transform(Decimal())
+                ->type_name("N");
+        command.add_option("--undersized", m_report.undersized, "Undersized set, counted from 0")
+            ->transform(Decimal())
+            ->type_name("N")
+            ->excludes(chosen);
+        return chosen;
+    }
+
+    void AddCatalog() {
+        CLI::App* catalog = m_app.add_subcommand("catalog", "Build and check the genset database");
+        catalog->require_subcommand(1);
+        CLI::App* build = catalog->add_subcommand("build", "Build a database from a folder of CSV tables");
+        build->add_option("DIR", m_folder, "Folder with one CSV file a table")->required()->type_name("");
+        build->add_option("-o", m_file, "Database to write")->required()->type_name("FILE.db");
+        build->callback([this] { m_todo = [this] { return RunCatalogBuild(m_folder, m_file); }; });
+        CLI::App* check =
+            catalog->add_subcommand("check", "List everything in a database that would end or falsify a run");
+        check->add_option("FILE.db", m_file, "Database to look through")->required()->type_name("");
+        check->callback([this] { m_todo = [this] { return RunCatalogCheck(m_file); }; });
+    }
+
+    /// The one project of a study, with the options of a run.
+    void AddStudied(CLI::App& command) {
+        command.add_option("PROJECT", m_arguments.files, "Project file, .prj or .json")
+            ->required()
+            ->expected(1)
+            ->type_name("");
+        AddDatabase(command, m_arguments);
+        AddLimits(command, m_arguments);
+    }
+
+    void AddJson(CLI::App& command,
+                 const char* description = "One JSON object on one line for each project") {
+        command.add_flag("--json", m_arguments.json, description);
+    }
+
+    void UseAllCores(const CLI::Option& jobs) {
+        if (jobs.empty()) {
+            m_arguments.jobs =
+                std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostJobs);
+        }
+    }
+
+    CLI::Option* AddJobs(CLI::App& command, const char* description) {
+        return command.add_option("--jobs", m_arguments.jobs, description)
+            ->check(CLI::Range(1, kMostJobs))
             ->transform(Decimal())
             ->type_name("N");
-    command.add_option("--undersized", m_report.undersized, "Undersized set, counted from 0")
-        ->transform(Decimal())
-        ->type_name("N")
-        ->excludes(chosen);
-    return chosen;
-}
-
-void AddCatalog() {
-    CLI::App* catalog = m_app.add_subcommand("catalog", "Build and check the genset database");
-    catalog->require_subcommand(1);
-    CLI::App* build = catalog->add_subcommand("build", "Build a database from a folder of CSV tables");
-    build->add_option("DIR", m_folder, "Folder with one CSV file a table")->required()->type_name("");
-    build->add_option("-o", m_file, "Database to write")->required()->type_name("FILE.db");
-    build->callback([this] { m_todo = [this] { return RunCatalogBuild(m_folder, m_file); }; });
-    CLI::App* check =
-        catalog->add_subcommand("check", "List everything in a database that would end or falsify a run");
-    check->add_option("FILE.db", m_file, "Database to look through")->required()->type_name("");
-    check->callback([this] { m_todo = [this] { return RunCatalogCheck(m_file); }; });
-}
-
-/// The one project of a study, with the options of a run.
-void AddStudied(CLI::App& command) {
-    command.add_option("PROJECT", m_arguments.files, "Project file, .prj or .json")
-        ->required()
-        ->expected(1)
-        ->type_name("");
-    AddDatabase(command, m_arguments);
-    AddLimits(command, m_arguments);
-}
-
-void AddJson(CLI::App& command, const char* description = "One JSON object on one line for each project") {
-    command.add_flag("--json", m_arguments.json, description);
-}
-
-void UseAllCores(const CLI::Option& jobs) {
-    if (jobs.empty()) {
-        m_arguments.jobs =
-            std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostJobs);
     }
-}
 
-CLI::Option* AddJobs(CLI::App& command, const char* description) {
-    return command.add_option("--jobs", m_arguments.jobs, description)
-        ->check(CLI::Range(1, kMostJobs))
-        ->transform(Decimal())
-        ->type_name("N");
-}
-
-CLI::App m_app{"Sizes electric generator sets for a site and its load profile.", "genvara-cli"};
-ProjectArguments m_arguments;
-ReportArguments m_report;
-DescribeArguments m_describe;
-ExplainArguments m_explain;
-SweepArguments m_sweep;
-AdviseArguments m_advise;
-OrderArguments m_order;
-ImportArguments m_import;
-std::string m_folder;
-std::string m_file;
-std::function<int()> m_todo;
-};  // namespace genvara
+    CLI::App m_app{"Sizes electric generator sets for a site and its load profile.", "genvara-cli"};
+    ProjectArguments m_arguments;
+    ReportArguments m_report;
+    DescribeArguments m_describe;
+    ImportArguments m_import;
+    ExplainArguments m_explain;
+    SweepArguments m_sweep;
+    AdviseArguments m_advise;
+    OrderArguments m_order;
+    std::string m_folder;
+    std::string m_file;
+    std::function<int()> m_todo;
+};
 
 }  // namespace
 }  // namespace genvara

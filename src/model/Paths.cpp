@@ -180,6 +180,22 @@ std::int32_t RequireWhole(const PropertyFacts& facts, std::string_view text) {
     return *whole;
 }
 
+/// Whether a byte may be of a letter, of ASCII or of UTF-8 beyond it.
+bool IsLetter(unsigned char byte) noexcept {
+    return (byte | 0x20U) >= 'a' && ((byte | 0x20U) <= 'z' || byte >= 0x80U);
+}
+
+/// "0 "Any Fuel", 1 "Diesel" or 2 "Nat. Gas"".
+std::string CodesText(const PropertyFacts& facts) {
+    std::string text;
+    for (const CodeName& code : facts.codes) {
+        const bool isLast = &code == &facts.codes.back();
+        text += text.empty() ? "" : isLast ? " or " : ", ";
+        text += fmt::format("{} \"{}\"", code.Code(), code.Name());
+    }
+    return text;
+}
+
 std::int32_t RequireCode(const PropertyFacts& facts, std::string_view text) {
     const std::optional<double> number = ParseNumber(text);
     std::vector<std::string_view> names;
@@ -189,6 +205,9 @@ std::int32_t RequireCode(const PropertyFacts& facts, std::string_view text) {
             return code.Code();
         }
         names.push_back(code.Name());
+    }
+    if (std::ranges::none_of(text, IsLetter)) {
+        RefuseValue(facts, text, CodesText(facts));  // no slip of a name
     }
     Refuse(fmt::format("\"{}\" is no value of {}; {}.", text, facts.name, SuggestionText(text, names)));
 }

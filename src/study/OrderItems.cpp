@@ -8,6 +8,18 @@
 #include "RaisedError.h"
 
 namespace genvara {
+namespace {
+
+/// "Step[1].Load[2]", or "Step[1].Load[2]+Step[1].Load[3]" of loads that start together.
+std::string PlacesText(const std::vector<LoadPlace>& places) {
+    std::string text;
+    for (const LoadPlace& place : places) {
+        text += (text.empty() ? "" : "+") + PlaceText(place);
+    }
+    return text;
+}
+
+}  // namespace
 
 OrderItems::OrderItems(const CLoadProfile& profile, const OrderRules& rules)
     : m_maxSteps(static_cast<std::size_t>(std::max(rules.maxSteps, 1))) {
@@ -99,7 +111,7 @@ void OrderItems::RefuseCircle(const ItemGroup& left) const {
     way.push_back(item);
     std::string text;
     for (std::size_t i = way.size(); i-- > 0;) {
-        text += (text.empty() ? "" : " < ") + PlaceText(m_items[way[i]].front());
+        text += (text.empty() ? "" : " < ") + PlacesText(m_items[way[i]]);
     }
     throw RaisedError(0, "", fmt::format("Loads cannot start before each other in a circle: {}.", text));
 }

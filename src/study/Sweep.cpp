@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 #include "InOrder.h"
@@ -101,6 +102,12 @@ std::vector<PropertyValue> ParseList(const PropertyFacts& facts, std::string_vie
         values.push_back(ParseValue(facts, part));
     }
     return values;
+}
+
+/// Whether two paths lead to one member: "Step[01]" is "Step[1]".
+bool IsSameMember(const PropertyPath& one, const PropertyPath& other) {
+    return std::tie(one.record, one.step, one.load, one.member) ==
+           std::tie(other.record, other.step, other.load, other.member);
 }
 
 SweepAxis ParseAxis(std::string_view text, StudyProject& project) {
@@ -255,7 +262,10 @@ std::vector<SweepAxis> ParseAxes(const std::vector<std::string>& texts, const St
     StudyProject probe = project;
     for (const std::string& text : texts) {
         SweepAxis axis = ParseAxis(text, probe);
-        if (std::ranges::find(axes, axis.path, &SweepAxis::path) != axes.end()) {
+        const auto isVaried = [path = ParsePath(axis.path)](const SweepAxis& earlier) {
+            return IsSameMember(path, ParsePath(earlier.path));
+        };
+        if (std::ranges::any_of(axes, isVaried)) {
             Refuse(fmt::format("{} cannot be varied twice.", axis.path));
         }
         try {

@@ -68,6 +68,15 @@ class StudyCase(unittest.TestCase):
         file.write_text(json.dumps(records))
         return file
 
+    def of_many_digits(self, sample):
+        """A project of a sample whose motors have powers of more digits than the 15 that a .prj keeps."""
+        records = self.as_json(sample)
+        for step in records["LoadProfile"]:
+            for load in step["Loads"]:
+                if load["LoadType"] == "Motor":
+                    load["StartingAppPower"] *= 1 + 1 / 3e5
+        return records
+
     def refused(self, verb, *arguments, status=2, says=()):
         """A sentence on standard error, nothing on standard output."""
         done = self.verb(verb, *arguments)

@@ -334,6 +334,25 @@ class Advise(StudyCase):
             self.assertEqual(self.verb("advise", sample, *arguments).returncode, 2)
             self.assertFalse(new.exists())
 
+    def test_options_that_no_number_or_name_follows_are_told(self):
+        sample = SOURCE / "samples/quarry.prj"
+        for arguments, says in ((["--apply", "-1", "-o", "x.prj"], '--apply: "-1" is no number of 0 or more'),
+                                (["--apply", "0", "-o", ""], "-o: expected a name, found nothing"),
+                                (["--kinds", ""], "--kinds: expected a name, found nothing")):
+            done = self.verb("advise", sample, *arguments)
+            self.assertEqual((done.returncode, done.stdout), (2, ""))
+            self.assertEqual(done.stderr.splitlines()[0], f"genvara-cli: {says}")
+
+    def test_what_is_promised_of_a_prj_is_what_15_digits_leave(self):
+        file = self.written(self.of_many_digits(SOURCE / "samples/quarry.prj"))
+        promised = []
+        for ending in ("json", "prj"):
+            new = self.folder / f"many-digits.{ending}"
+            listed, = self.lines("advise", file, "--apply", "0", "-o", new)
+            self.assertEqual(self.first(new), listed["Advice"][0]["Set"])
+            promised.append(listed["Advice"][0]["Set"])
+        self.assertNotEqual(*promised)  # in last bits
+
     def test_a_file_that_cannot_be_written_is_told(self):
         done = self.verb("advise", SOURCE / "samples/quarry.prj", "--apply", "0", "-o", self.folder / "no/such.prj")
         self.assertEqual((done.returncode, done.stdout), (3, ""))

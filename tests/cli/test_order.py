@@ -197,6 +197,13 @@ class Order(StudyCase):
         self.assertIn("Best: MV27L of 27 kW", done.stdout)
         self.assertIn("No permitted order does with a smaller set.", done.stdout)
 
+    def test_the_table_tells_sets_in_parallel(self):
+        records = self.as_json(SOURCE / "samples/office.prj")
+        records["PowerSystem"]["GensetsInParallel"] = 2
+        file = self.written(records)
+        found = self.first(file)
+        self.assertIn(f"Now: 2 x {found['ModelNum']} of {found['NominalRating']:g} kW", self.verb("order", file).stdout)
+
     def test_the_cold_store_starts_its_compressor_too_late(self):
         """Its 199 kW and 632 kvar come on top of 240 kW and 46 kvar, 808 kVA at once; before fans and heaters on top of
         65 kW and 23 kvar, 706 kVA, which a smaller alternator starts."""
@@ -216,7 +223,7 @@ class Order(StudyCase):
         for arguments, says in (
                 (["--before", f"{a}<{b}", "--before", f"{b}<{c}", "--before", f"{c}<{a}"], ["circle", a, b, c]),
                 (["--before", f"{a}<{a}"], ["circle", a]),
-                (["--before", f"{a}<{b}", "--together", f"{a}+{b}"], ["circle"]),
+                (["--before", f"{a}<{b}", "--together", f"{a}+{b}"], [f"circle: {a}+{b} < {a}+{b}."]),
                 (["--before", f"{a}<Step[99].Load[1]"], ["Step[99].Load[1]", "7 steps"]),
                 (["--before", f"{a}>{b}"], ["two loads"]), (["--together", f"{a}+Load[1]"], ["Load[1]"]),
                 (["--max-steps", "1", "--before", f"{a}<{b}"], ["2 steps", "no more than 1"]),
@@ -225,6 +232,40 @@ class Order(StudyCase):
             before = sample.read_bytes()
             self.refused("order", sample, *arguments, says=says)
             self.assertEqual(sample.read_bytes(), before)
+
+    def test_what_is_promised_of_a_prj_is_what_15_digits_leave(self):
+        file = self.written(self.of_many_digits(SOURCE / "samples/cold-store.prj"))
+        promised = []
+        for ending in ("json", "prj"):
+            new = self.folder / f"many-digits.{ending}"
+            promised.append(self.order(file, "-o", new)["Best"])
+            self.assertEqual(self.first(new), promised[-1])
+        self.assertNotEqual(*promised)  # in last bits
+
+    def test_a_prj_whose_15_digits_need_another_set_is_not_written(self):
+        """80 percent of 150 kW are 120 kW, of which a step takes half: the 17th digit of a load is too much for a set of
+        150 kW, and a .prj has none."""
+        half = {"LoadType": "Miscellaneous", "name": "Heater", "RunningRealPower": 60000, "RunningPowerFactor": 1.0}
+        more = dict(half, RunningRealPower=60000.00000000003)
+        steps = [{"Description": "", "Loads": [load]} for load in (half, more)]
+        records = {"Format": "genvara-project", "Version": 1, "PowerSystem": {"Altitude": 0}, "LoadProfile": steps}
+        file, new = self.written(records), self.folder / "never.prj"
+        found = self.first(file)
+        steps[1]["Loads"] = [half]
+        self.assertLess(self.first(self.written(records, "rounded.json"))["NominalRating"], found["NominalRating"])
+        self.refused("order", file, "-o", new, status=3, says=["15 digits", "another set"])
+        self.assertFalse(new.exists())
+
+    def test_options_that_no_number_or_name_follows_are_told(self):
+        sample = SOURCE / "samples/hospital.prj"
+        for arguments, says in ((["--seconds", "-1"], '"-1" is no number of 0 or more'),
+                                (["--seconds", "soon"], '"soon" is no number of 0 or more'),
+                                (["--seconds", "nan"], '"nan" is no number of 0 or more'),
+                                (["--seconds", "inf"], '"inf" is no number of 0 or more'),
+                                (["-o", ""], "expected a name, found nothing")):
+            done = self.verb("order", sample, *arguments)
+            self.assertEqual((done.returncode, done.stdout), (2, ""))
+            self.assertEqual(done.stderr.splitlines()[0], f"genvara-cli: {arguments[0]}: {says}")
 
     def test_control_c_leaves_no_half_written_file(self):
         project_file = self.written(project(311, loads=14, steps=6), "long.json")
@@ -250,6 +291,10 @@ class Order(StudyCase):
         self.assertEqual((result["Now"], result["Best"], result["Proven"], result["Bound"]), (None, None, True, None))
         advice, = self.lines("advise", self.written(records))
         self.assertIsNone(advice["Now"])
+        file = self.written(records)
+        for verb in ("order", "advise"):
+            self.assertEqual(self.verb(verb, file).stderr, f"{file}: no candidates: the genset database has no set of "
+                             "this frequency, connection, voltage and fuel.\n")
 
     def test_a_project_that_fails_today_is_told_and_nothing_is_written(self):
         records = project(1)

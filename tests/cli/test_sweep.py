@@ -198,6 +198,15 @@ class Sweep(StudyCase):
         rows = self.sweep(SOURCE / HOSPITAL, "PowerSystem.Altitude=0:1000:300", options=["--breaks"])
         self.assertEqual((rows[0]["From"], rows[-1]["To"]), (0, 1000))
 
+    def test_the_table_of_breaks_says_where_its_figures_hold(self):
+        """The rating at the site falls on the way from From to To: what stands there must say for which end."""
+        done = self.verb("sweep", SOURCE / HOSPITAL, "--vary", "PowerSystem.Altitude=1500:2000:500", "--breaks")
+        low, high = self.sweep(SOURCE / HOSPITAL, "PowerSystem.Altitude=1500,2000")
+        self.assertNotEqual(low["Set"]["DeratedRating"], high["Set"]["DeratedRating"])
+        row, note = done.stdout.splitlines()[-2:]
+        self.assertIn(f"{low['Set']['DeratedRating']:.1f}", row)
+        self.assertEqual(note, "  The figures of a set are those at From.")
+
     def test_a_stretch_that_fails_says_why(self):
         rows = self.sweep(SOURCE / HOSPITAL, "PowerSystem.ConnectCode=1:90:40", options=["--breaks"], status=4)
         self.assertTrue(any("Error" in row and "Set" not in row for row in rows))
@@ -212,9 +221,11 @@ class Sweep(StudyCase):
                            (["PowerSystem.Altitude=1:5:0"], ["above 0"]), (["PowerSystem.Altitude=1:5:-1"], ["above 0"]),
                            (["PowerSystem.Altitude=1:5"], ["FROM:TO:BY"]), (["PowerSystem.Altitude=a:5:1"], ["no number"]),
                            (["PowerSystem.Altitude"], ["PATH="]), (["PowerSystem.Fuel=Steam"], ["Steam", "nearest"]),
+                           (["PowerSystem.Fuel=1:3:1"], ['"1:3:1"', '0 "Any Fuel", 1 "Diesel"', '3 "L.P." or 4']),
                            (["PowerSystem.MaxVoltageDip=5:9:0.5"], ["whole"]),
                            (["PowerSystem.Phases=1:3:1"], ["2"]),
                            (["PowerSystem.Altitude=1", "PowerSystem.Altitude=2"], ["twice"]),
+                           (["Step[1].MaxVoltageDipOverride=9", "Step[01].MaxVoltageDipOverride=8"], ["twice"]),
                            (["PowerSystem.Altitude=0:4000:0.000004"], ["1000000001", "--yes"]),
                            (["PowerSystem.Altitude=0:4000:1e-300", "--yes"], ["more than can be sized"]),
                            (["PowerSystem.Fuel=1,2", "--breaks"], ["--breaks"])):

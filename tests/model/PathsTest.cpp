@@ -131,7 +131,12 @@ TEST(Paths, TakeOnlyValuesThatAPersonMayEnter) {
     refused("PowerSystem.MaxFreqDipEnabled", "True",
             "\"True\" is no value of MaxFreqDipEnabled: expected true or false.");
     refused("PowerSystem.Fuel", "Diesl", "\"Diesl\" is no value of Fuel; the nearest is Diesel.");
-    refused("PowerSystem.Fuel", "5", "\"5\" is no value of Fuel; the nearest is L.P..");
+    refused("PowerSystem.Fuel", "5",
+            "\"5\" is no value of Fuel: expected 0 \"Any Fuel\", 1 \"Diesel\", 2 \"Nat. Gas\", 3 \"L.P.\" or "
+            "4 \"Gasoline\".");
+    refused("PowerSystem.Fuel", "",
+            "\"\" is no value of Fuel: expected 0 \"Any Fuel\", 1 \"Diesel\", 2 \"Nat. Gas\", 3 \"L.P.\" or "
+            "4 \"Gasoline\".");
     refused("Project.Created", "yesterday",
             "\"yesterday\" is no value of Created: expected a date as \"yyyy-mm-ddThh:mm:ss\".");
     refused("Step[2].Load[6].CodeLetter", "AB",
