@@ -50,6 +50,16 @@ Sizing SizedAsRecords(const std::string& output, const StudyProject& project, co
     return sizing;
 }
 
+void Write(const std::string& output, std::string_view bytes) {
+    try {
+        AtomicFile target(output);
+        target.Write(bytes);
+        target.Commit();
+    } catch (const RaisedError& failure) {
+        Fail(fmt::format("{} cannot be written: {}.", output, failure.Description()), failure.Number());
+    }
+}
+
 }  // namespace
 
 void RequireProjectName(const std::string& output, const ProjectArguments& arguments) {
@@ -64,19 +74,17 @@ void RequireProjectName(const std::string& output, const ProjectArguments& argum
     }
 }
 
+void WriteStudied(const std::string& output, const StudyProject& project, const StudyTables& tables) {
+    Write(output, Rendered(output, project, tables));
+}
+
 void WriteStudied(const std::string& output, const StudyProject& project, const StudyTables& tables,
                   Sizing& promised) {
     const std::string bytes = Rendered(output, project, tables);
     if (project.format == ProjectFormat::Json && FormatOfName(output) == ProjectFormat::Records) {
         promised = SizedAsRecords(output, project, tables, promised);
     }
-    try {
-        AtomicFile target(output);
-        target.Write(bytes);
-        target.Commit();
-    } catch (const RaisedError& failure) {
-        Fail(fmt::format("{} cannot be written: {}.", output, failure.Description()), failure.Number());
-    }
+    Write(output, bytes);
 }
 
 }  // namespace genvara
