@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QStatusBar>
+#include <algorithm>
 #include <array>
 
 #include "ErrorNumbers.h"
@@ -45,6 +46,16 @@ std::optional<char> UsualDecimal() {
     return sign == "." || sign == "," ? std::optional(sign.front()) : std::nullopt;
 }
 
+/// Whether a text was meant to be a table of loads: some heading of it is known, or it has lines and could
+/// not be read.
+bool IsTableOfLoads(const ImportedTable& table, const std::string& text) {
+    if (table.columns.empty()) {
+        return ToQt(text).trimmed().contains('\n');
+    }
+    return std::ranges::any_of(table.columns,
+                               [](const TableColumn& column) { return !column.meaning.fields.empty(); });
+}
+
 }  // namespace
 
 void frmMain::ImportLoads() {
@@ -85,7 +96,7 @@ void frmMain::PreviewTable(const std::string& bytes, const QString& origin, bool
             bytes, project->loadProfile, project->powerSystem, rules,
             {.stepAtHand = SelectedStep(), .usualDecimal = UsualDecimal(), .shown = EntryNumbers()});
     }();
-    if (table.rows.empty() && isPasted) {
+    if (isPasted && !IsTableOfLoads(table, bytes)) {
         statusBar()->showMessage(tr("The clipboard holds no loads."));
         return;
     }

@@ -97,11 +97,19 @@ TEST_F(ImportInTheWindow, AFaultIsToldByWordAndGroundBesideItsCell) {
 }
 
 TEST_F(ImportInTheWindow, ATableAsAWholeIsRefusedInOneSentence) {
-    Paste("hello", [](QDialog& dialog) {
+    Paste("Name,kW\nfan,3\n", [](QDialog& dialog) {
         EXPECT_FALSE(CanImport(dialog));
-        EXPECT_THAT(Summary(dialog), HasSubstr("no heading that is known"));
+        EXPECT_THAT(Summary(dialog), HasSubstr("No column tells the type of the loads."));
         EXPECT_EQ(Model(dialog).rowCount(), 0);
     });
+}
+
+TEST_F(ImportInTheWindow, ATextThatIsNoTableOfLoadsOpensNothing) {
+    for (const char* text : {"", " \n\t", "hello", "Pump\t12\nFan\t3\n"}) {
+        Window().statusBar()->clearMessage();
+        Window().PasteTable(text);
+        EXPECT_EQ(Window().statusBar()->currentMessage(), "The clipboard holds no loads.") << text;
+    }
 }
 
 TEST_F(ImportInTheWindow, AColumnWithoutAMeaningIsNoted) {

@@ -82,8 +82,8 @@ TEST_F(MainWindow, HasTheFileMenuInItsOrder) {
                 ElementsAre("mnuFileNew", "mnuFileOpen", "mnuFileSave", "mnuFileSaveAs", "mnuFileSep1",
                             "mnuFileExport", "mnuFileSaveReport", "mnuFileSaveReportPdf", "mnuFileSep2",
                             "mnuFilePrint", "mnuFilePrintSetup", "mnuFileSep3", "mnuFileSend",
-                            "mnuFileRecover", "mnuFileSep4", "mnuFileMRU0", "mnuFileMRU1", "mnuFileMRU2",
-                            "mnuFileMRU3", "mnuFileSep5", "mnuFileExit"));
+                            "mnuFileRecover", "mnuFileImport", "mnuFileSep4", "mnuFileMRU0", "mnuFileMRU1",
+                            "mnuFileMRU2", "mnuFileMRU3", "mnuFileSep5", "mnuFileExit"));
     for (const char* hidden : {"mnuFileSep4", "mnuFileMRU0", "mnuFileMRU3"}) {
         EXPECT_FALSE(Find<QAction>(Window(), hidden).isVisible()) << hidden;
     }
