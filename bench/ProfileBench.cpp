@@ -12,8 +12,8 @@
 #include <string>
 
 #include "CApplication.h"
-#include "CMtrLoad.h"
 #include "Globals.h"
+#include "LargeProfile.h"
 #include "ProfileTree.h"
 #include "QtPlatformServices.h"
 #include "frmMain.h"
@@ -22,26 +22,7 @@
 namespace genvara {
 namespace {
 
-constexpr int kSteps = 256;
-constexpr int kLoads = 50;
 constexpr int kPanel = 2;
-
-/// Motors with names as long as people give them.
-void FillProfile(CLoadProfile& profile) {
-    for (int step = 1; step <= kSteps; ++step) {
-        profile.AddLoadStep("Load Step #" + std::to_string(step), 20, 0);
-        for (int load = 0; load < kLoads; ++load) {
-            auto motor = std::make_unique<CMtrLoad>();
-            motor->name("Cooling water pump " + std::to_string(load));
-            motor->Description("behind the tank, second floor");
-            motor->RunningRealPower(1000 + load);
-            motor->RunningAppPower(1200 + load);
-            motor->StartingAppPower(7000 + load);
-            motor->StartingPF(0.4);
-            profile.LoadStep(step).AddLoad(std::move(motor));
-        }
-    }
-}
 
 /// The main window on its load profile, in a folder of its own.
 class OpenWindow {

@@ -7,33 +7,21 @@
 #include <cstdint>
 #include <string>
 
-#include "CMtrLoad.h"
+#include "LargeProfile.h"
 #include "ProjectMoment.h"
 #include "UndoHistory.h"
 
 namespace genvara {
 namespace {
 
-constexpr int kSteps = 256;
-constexpr int kLoads = 50;
 constexpr int kChanges = 200;
 constexpr double kMegabyte = 1e6;
 
-/// Motors with names as long as people give them.
+/// A large project and what is kept of its changes.
 class Project {
   public:
     Project() {
-        for (int step = 1; step <= kSteps; ++step) {
-            profile.AddLoadStep("Load Step #" + std::to_string(step), 20, 0);
-            for (int load = 0; load < kLoads; ++load) {
-                auto motor = std::make_unique<CMtrLoad>();
-                motor->name("Cooling water pump " + std::to_string(load));
-                motor->Description("behind the tank, second floor");
-                motor->RunningRealPower(1000 + load);
-                motor->RunningAppPower(1200 + load);
-                profile.LoadStep(step).AddLoad(std::move(motor));
-            }
-        }
+        FillProfile(profile);
         history.Begin(MomentOf(View()));
     }
     /// One load of one step, and what is kept of the change.
