@@ -16,7 +16,6 @@
 namespace genvara {
 namespace {
 
-constexpr std::int32_t kLastLoadId = 256;
 constexpr std::int32_t kNoMedicalDip = 100;  // percent
 constexpr std::int32_t kAutotransformerTap65 = 3;
 
@@ -79,7 +78,7 @@ bool HasMotor(const CLoadStep& step, Question question) {
 }  // namespace
 
 std::int32_t CLoadStep::Room() const noexcept {
-    return kLastLoadId + 1 - m_nextLoadId;
+    return kMostLoadsOfStep - m_nextLoadId;
 }
 
 void CLoadStep::RequireRoom() const {

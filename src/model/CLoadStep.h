@@ -13,6 +13,9 @@ namespace genvara {
 /// Allowed voltage dips of a step [percent].
 inline constexpr Range<std::int32_t> kStepVoltageDip{5, 35};
 
+/// Loads that a step takes in all; those that leave it count too.
+inline constexpr std::int32_t kMostLoadsOfStep = 257;
+
 /// A group of loads that are switched on together, with its own allowed voltage dip.
 ///
 /// Totals are worked out afresh on each call, in W, VA and var. Phase 0 is the total, 1 to 3 are A to C;

@@ -1,6 +1,7 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
+#include "CLoadStep.h"
 #include "JsonProject.h"
 #include "LoadFactory.h"
 #include "Properties.h"
@@ -135,8 +136,9 @@ Json LoadSchema(const LoadKindRow& kind, const Load& fresh) {
 
 Json StepSchema(Json loads) {
     Json properties = RecordProperties(StepProperties());
-    properties["Loads"] = {
-        {"description", "Loads that are switched on together."}, {"type", "array"}, {"maxItems", 257}};
+    properties["Loads"] = {{"description", "Loads that are switched on together."},
+                           {"type", "array"},
+                           {"maxItems", kMostLoadsOfStep}};
     properties["Loads"]["items"] = std::move(loads);
     return ObjectSchema(std::move(properties));
 }
