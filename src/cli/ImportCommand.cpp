@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <optional>
 #include <span>
@@ -26,7 +25,6 @@ namespace genvara {
 namespace {
 
 constexpr std::size_t kLongestName = 40;
-constexpr std::size_t kPiece = 65536;
 
 [[noreturn]] void Fail(const std::string& description) {
     throw ProjectFailure{Status::Unreadable, RaisedError(0, "", description)};
@@ -47,28 +45,14 @@ class InputSource final : public ByteSource {
     }
 };
 
-/// All bytes of a table, or one more than a table may have.
-std::string BytesOf(ByteSource& source) {
-    std::string bytes;
-    std::array<char, kPiece> piece{};
-    while (bytes.size() <= kMostTableBytes) {
-        const std::size_t count = source.Read(piece);
-        if (count == 0) {
-            break;
-        }
-        bytes.append(piece.data(), count);
-    }
-    return bytes;
-}
-
 std::string ReadTableFile(const std::string& table) {
     if (table == "-") {
         InputSource input;
-        return BytesOf(input);
+        return TableBytes(input);
     }
     try {
         FileSource file(table, "ReadLoadTable");
-        return BytesOf(file);
+        return TableBytes(file);
     } catch (const RaisedError& failure) {
         throw ProjectFailure{Status::Unreadable, failure};
     }

@@ -29,12 +29,6 @@ class StudyObserver final : public ProjectReadObserver {
     SkipCounter m_counter;
 };
 
-EntryRules RulesOf(Catalogue& catalogue) {
-    return {
-        .motors = {catalogue.Motors(), catalogue.MotorCodeLetters(), catalogue.MotorStartingMultipliers()},
-        .phasesOf = [&catalogue](std::int32_t code) { return catalogue.PhasesOf(code); }};
-}
-
 StudyProject ReadProject(std::unique_ptr<SizedProject>& read, const SharedCatalogue& shared,
                          const ProjectArguments& arguments) {
     const std::string& file = arguments.files.front();
@@ -69,7 +63,7 @@ StudiedProject::StudiedProject(const ProjectArguments& arguments)
     : m_catalogue(arguments.database),
       m_gensets(m_catalogue.Gensets()),
       m_candidates(m_gensets),
-      m_tables{RulesOf(m_catalogue), m_candidates},
+      m_tables{m_catalogue.Rules(), m_candidates},
       m_project(ReadProject(m_read, {.catalogue = m_catalogue, .gensets = m_gensets}, arguments)) {}
 
 int RunStudy(const ProjectArguments& arguments, const StudyWork& work) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "GensetDatabase.h"
+#include "MemberChange.h"
 #include "MotorConversions.h"
 
 namespace genvara {
@@ -64,6 +65,13 @@ class Catalogue {
     void ReadMotorConversions() { m_motors = m_database.ReadMotorConversions(); }
     /// The motor tables; empty until they are read.
     [[nodiscard]] const MotorConversions& Motors() const noexcept { return m_motors; }
+
+    /// What changes of members are worked out by. They ask this catalogue, which outlives them.
+    /// @throws RaisedError of the tables.
+    [[nodiscard]] EntryRules Rules() {
+        return {.motors = {Motors(), MotorCodeLetters(), MotorStartingMultipliers()},
+                .phasesOf = [this](std::int32_t code) { return PhasesOf(code); }};
+    }
 
   private:
     GensetDatabase m_database;

@@ -9,6 +9,7 @@
 
 #include "CodePage.h"
 #include "CsvTable.h"
+#include "ProjectSource.h"
 
 namespace genvara {
 namespace {
@@ -152,6 +153,20 @@ class RowGatherer {
 };
 
 }  // namespace
+
+std::string TableBytes(ByteSource& source) {
+    constexpr std::size_t kPiece = 65536;
+    std::string bytes;
+    std::array<char, kPiece> piece{};
+    while (bytes.size() <= kMostTableBytes) {
+        const std::size_t count = source.Read(piece);
+        if (count == 0) {
+            break;
+        }
+        bytes.append(piece.data(), count);
+    }
+    return bytes;
+}
 
 TableText ReadTableText(std::string_view bytes) {
     TableText table;

@@ -8,6 +8,8 @@
 
 namespace genvara {
 
+class ByteSource;
+
 /// What a table of text may come to; a program that takes more takes something else for a table.
 inline constexpr std::size_t kMostTableBytes = 16'777'216;  ///< 16 MB
 inline constexpr std::size_t kMostTableRows = 10000;        ///< behind the heading
@@ -26,6 +28,10 @@ struct TableText {
     char delimiter = ',';        ///< comma, semicolon or tab
     std::string fault;           ///< one sentence on why there are no rows; empty if there are
 };
+
+/// All bytes of a table, or some more than a table may have, which `ReadTableText` refuses.
+/// @throws whatever the source does.
+[[nodiscard]] std::string TableBytes(ByteSource& source);
 
 /// Reads a table of comma-, semicolon- or tab-separated cells, told apart by the heading row, or by a line
 /// "sep=;" before it. The text is UTF-8, UTF-16 with a byte order mark, or else Windows-1252. Cells may stand

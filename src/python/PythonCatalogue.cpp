@@ -27,9 +27,7 @@ PythonCatalogue::PythonCatalogue(const std::filesystem::path& file)
 }
 
 EntryRules PythonCatalogue::Rules() {
-    return {.motors = {m_catalogue.Motors(), m_catalogue.MotorCodeLetters(),
-                       m_catalogue.MotorStartingMultipliers()},
-            .phasesOf = [this](std::int32_t code) { return m_catalogue.PhasesOf(code); }};
+    return m_catalogue.Rules();
 }
 
 std::shared_ptr<PythonCatalogue> CatalogueBesideProgram() {

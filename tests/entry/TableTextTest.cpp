@@ -3,7 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <span>
+
 #include "CsvTable.h"
+#include "ProjectSource.h"
 
 namespace genvara {
 namespace {
@@ -105,6 +109,26 @@ TEST(CsvTable, ReadsOtherSignsThanACommaAndLenientlyWhereTold) {
     const auto take = [&](std::int64_t, const Cells& cells) { rows.push_back(cells); };
     EXPECT_EQ(ReadCsv(source, take, {.delimiter = ';', .strict = false}), "");
     EXPECT_THAT(rows, ElementsAre(Cells{"a", "b;c"}, Cells{"1\"2", "3"}));
+}
+
+/// Gives a few bytes at a time, without an end.
+class Endless final : public ByteSource {
+  public:
+    std::size_t asked = 0;
+    [[nodiscard]] std::size_t Read(std::span<char> buffer) override {
+        std::ranges::fill(buffer, 'a');
+        asked += buffer.size();
+        return buffer.size();
+    }
+};
+
+TEST(TableText, TakesAllBytesOfASourceAndNotTheLastOfOneWithoutAnEnd) {
+    const std::string text(200'001, 'b');
+    MemorySource source(text);
+    EXPECT_EQ(TableBytes(source), text);
+    Endless endless;
+    EXPECT_GT(TableBytes(endless).size(), kMostTableBytes);
+    EXPECT_LT(endless.asked, 2 * kMostTableBytes);
 }
 
 }  // namespace

@@ -1,24 +1,12 @@
 #include "StudyDesk.h"
 
-#include <optional>
-#include <utility>
-
 namespace genvara {
 namespace {
 
+/// Any number of threads may ask the rules once the connections are read.
 EntryRules RulesOf(Catalogue& catalogue) {
-    std::map<std::int32_t, std::int32_t> phases;
-    for (const ConnectionRecord& connection : catalogue.Connections()) {
-        if (const auto count = catalogue.PhasesOf(connection.ID)) {
-            phases.emplace(connection.ID, *count);
-        }
-    }
-    return {
-        .motors = {catalogue.Motors(), catalogue.MotorCodeLetters(), catalogue.MotorStartingMultipliers()},
-        .phasesOf = [phases = std::move(phases)](std::int32_t code) {
-            const auto found = phases.find(code);
-            return found == phases.end() ? std::nullopt : std::optional(found->second);
-        }};
+    (void)catalogue.Connections();
+    return catalogue.Rules();
 }
 
 }  // namespace

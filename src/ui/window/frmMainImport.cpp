@@ -3,7 +3,6 @@
 #include <QFileInfo>
 #include <QStatusBar>
 #include <algorithm>
-#include <array>
 
 #include "ErrorNumbers.h"
 #include "ImportTable.h"
@@ -23,22 +22,6 @@ namespace {
 
 constexpr const char* kTableFilter = "Tables (*.csv;*.tsv;*.txt)|*.csv;*.tsv;*.txt|All Files (*.*)|*.*";
 constexpr std::int32_t kLoadProfile = 2;  // of the side bar
-constexpr std::size_t kPiece = 65536;
-
-/// The bytes of a file, or one more than a table may have.
-std::string TableBytes(const std::string& file) {
-    FileSource source(file, "frmMain::ImportLoads");
-    std::string bytes;
-    std::array<char, kPiece> piece{};
-    while (bytes.size() <= kMostTableBytes) {
-        const std::size_t count = source.Read(piece);
-        if (count == 0) {
-            break;
-        }
-        bytes.append(piece.data(), count);
-    }
-    return bytes;
-}
 
 /// The user's decimal sign, if it is one that numbers of tables have.
 std::optional<char> UsualDecimal() {
@@ -63,7 +46,8 @@ void frmMain::ImportLoads() {
         const std::string file = m_platform->OpenFileName(
             this,
             {.title = "Import Loads", .initialFolder = m_application->ProjectPath(), .filter = kTableFilter});
-        PreviewTable(TableBytes(file), QFileInfo(ToQt(file)).fileName(), false);
+        FileSource table(file, "frmMain::ImportLoads");
+        PreviewTable(TableBytes(table), QFileInfo(ToQt(file)).fileName(), false);
     } catch (const RaisedError& failure) {
         if (failure.Number() != errors::kDialogCancelled) {
             Tell("The table cannot be imported: " + failure.Description(), MessageIcon::Exclamation,
@@ -86,10 +70,7 @@ void frmMain::PreviewTable(const std::string& bytes, const QString& origin, bool
     if (!project) {
         return;
     }
-    Catalogue& catalogue = m_application->Catalogue();
-    const EntryRules rules{
-        .motors = {catalogue.Motors(), catalogue.MotorCodeLetters(), catalogue.MotorStartingMultipliers()},
-        .phasesOf = [&catalogue](std::int32_t code) { return catalogue.PhasesOf(code); }};
+    const EntryRules rules = m_application->Catalogue().Rules();
     const ImportedTable table = [&] {
         const WaitCursor busy;
         return ReadLoadTable(
