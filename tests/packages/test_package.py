@@ -17,7 +17,7 @@ from pathlib import Path
 
 BUILD, SOURCE = Path(sys.argv[1]), Path(sys.argv[2])
 SKIPPED = 77
-NEEDED = ("cpack", "dpkg", "dpkg-deb", "dpkg-shlibdeps", "lintian", "desktop-file-validate", "appstreamcli", "man")
+NEEDED = ("cpack", "dpkg", "dpkg-deb", "dpkg-shlibdeps", "lintian", "readelf", "desktop-file-validate", "appstreamcli", "man")
 
 
 def run(*command, **options):
@@ -54,6 +54,22 @@ def check_style(package):
         done = subprocess.run(["man", "--warnings", "-l", "-Tutf8", SOURCE / "packaging/man" / page],
                               capture_output=True, text=True, env={**os.environ, "LC_ALL": "C.UTF-8"})
         expect(done.returncode == 0 and not done.stderr, f"{page}: {done.stderr}")
+
+
+def check_hardening(package, folder):
+    """Programs that read files of strangers are built as Debian hardens its own."""
+    run("dpkg-deb", "-x", package, folder)
+    programs = [path for path in folder.rglob("*") if path.is_file() and path.read_bytes()[:4] == b"\x7fELF"]
+    expect({"genvara", "genvara-cli"} <= {path.name for path in programs}, f"programs of the package: {programs}")
+    for path in programs:
+        headers = run("readelf", "--wide", "--file-header", "--program-headers", "--dynamic", path)
+        symbols = run("readelf", "--wide", "--dyn-syms", path)
+        for what, is_kept in (("its place in memory can be guessed", re.search(r"Type: +DYN", headers)),
+                             ("its tables stay writable", "GNU_RELRO" in headers),
+                             ("its calls are bound late", re.search(r"FLAGS.*NOW", headers)),
+                             ("its stack may hold code", re.search(r"GNU_STACK.* RW ", headers)),
+                             ("its stack is not guarded", "__stack_chk_fail" in symbols)):
+            expect(is_kept, f"{path.name}: {what}")
 
 
 def long_options(text):
@@ -140,6 +156,7 @@ def main():
         package = make_package(folder / "package")
         check_control(package)
         check_style(package)
+        check_hardening(package, folder / "unpacked")
         check_options(BUILD / "bin/genvara-cli")
         check_completion()
         if os.geteuid() != 0:
