@@ -194,12 +194,6 @@ void AddAnswerCells(std::vector<std::string>& row, const SweepPoint& point) {
     }
 }
 
-bool IsOtherAnswer(const SweepPoint& one, const SweepPoint& other) {
-    return one.error.has_value() != other.error.has_value() ||
-           (!one.error && !one.sizing.IsSameRow(other.sizing)) ||
-           (one.error && one.error->Description() != other.error->Description());
-}
-
 class TablePrinter final : public PointPrinter {
   public:
     TablePrinter(const std::string& file, const std::vector<SweepAxis>& axes)
@@ -210,7 +204,7 @@ class TablePrinter final : public PointPrinter {
         for (std::size_t i = 0; i < m_axes->size(); ++i) {
             row.push_back(OneLine(ValueText((*m_axes)[i].facts, point.at[i]), kLongestCell));
         }
-        const bool changes = m_before && IsOtherAnswer(*m_before, point);
+        const bool changes = m_before && !IsSameAnswer(*m_before, point);
         m_changes += changes ? 1 : 0;
         row.emplace_back(changes ? "*" : "");
         AddAnswerCells(row, point);

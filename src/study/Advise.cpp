@@ -38,6 +38,11 @@ bool Beats(const Outcome& outcome, const Outcome& other) {
     return outcome && (!other || outcome->IsSmaller(*other));
 }
 
+/// Where a change stands in the table and, of one kind, in the profile.
+std::pair<AdviceKind, std::size_t> PlaceOf(const Alteration& alteration) {
+    return {alteration.kind, alteration.place};
+}
+
 /// Finds the advice for one project.
 class Adviser {
   public:
@@ -57,14 +62,15 @@ class Adviser {
         m_list.now = sizer.Size(*m_project);
         NoteMinLoading();
         AddOrder();
+        NotePlaces();
         m_total = CountAll();
         TrySingles();
         if (m_choice.pairs) {
             TryPairs();
         }
         std::ranges::stable_sort(m_list.advice, {}, [](const Advice& advice) {
-            return std::tuple(advice.sizing.total, advice.alterations.size(), advice.alterations.front().kind,
-                              advice.alterations.back().kind);
+            return std::tuple(advice.sizing.total, advice.alterations.size(),
+                              PlaceOf(advice.alterations.front()), PlaceOf(advice.alterations.back()));
         });
         return std::move(m_list);
     }
@@ -155,6 +161,13 @@ class Adviser {
             m_plain.insert(
                 m_plain.begin(),
                 {.kind = AdviceKind::Order, .member = {}, .move = {}, .order = std::move(answer.steps)});
+        }
+    }
+
+    /// Of one kind, values of limits stand before the switches that turn a limit off.
+    void NotePlaces() {
+        for (std::size_t i = 0; i < m_plain.size(); ++i) {
+            m_plain[i].place = m_limits.size() + i;
         }
     }
 
@@ -265,7 +278,8 @@ class Adviser {
         return {.kind = AdviceKind::Limit,
                 .member = MemberValue{limit.path, limit.now + 1 + static_cast<std::int32_t>(index)},
                 .move = {},
-                .order = {}};
+                .order = {},
+                .place = axis};
     }
 
     void TryPairs() {
@@ -357,7 +371,7 @@ class Adviser {
 
     void File(Found found) {
         Advice advice;
-        std::ranges::stable_sort(found.alterations, {}, &Alteration::kind);
+        std::ranges::stable_sort(found.alterations, {}, PlaceOf);
         for (const Alteration& alteration : found.alterations) {
             const std::string sentence = SentenceOf(*m_project, alteration);
             advice.text += (advice.text.empty() ? "" : "; and: ") + sentence;

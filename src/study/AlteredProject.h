@@ -37,6 +37,7 @@ struct Alteration {
     std::optional<MemberValue> member;
     std::optional<LoadMove> move;
     std::optional<LoadOrder> order;
+    std::size_t place = 0;  ///< among those of its kind, in the order of the profile
 };
 
 /// The members that alterations set.

@@ -20,6 +20,8 @@ constexpr double kMostCounted = 1e18;
 /// A step that misses TO by less than this share of itself hits it.
 constexpr double kHit = 1e-9;
 constexpr double kBoundsPerStep = 1000.0;
+/// What figures are written with.
+constexpr std::string_view kFigures = "0123456789.+-";
 
 [[noreturn]] void Refuse(std::string description) {
     throw RaisedError(0, "", std::move(description));
@@ -164,13 +166,15 @@ std::vector<PropertyValue> ValuesAt(const std::vector<SweepAxis>& axes, std::int
     return values;
 }
 
-bool IsSameAnswer(const SweepPoint& one, const SweepPoint& other) {
-    if (one.error || other.error) {
-        return one.error && other.error && one.error->Number() == other.error->Number() &&
-               one.error->Source() == other.error->Source() &&
-               one.error->Description() == other.error->Description();
-    }
-    return one.sizing.IsSameRow(other.sizing);
+/// What a failure says, without the figures that go with the values of its point.
+std::string WithoutFigures(std::string text) {
+    std::erase_if(text, [](char letter) { return kFigures.find(letter) != std::string_view::npos; });
+    return text;
+}
+
+bool IsSameFailure(const RaisedError& one, const RaisedError& other) {
+    return one.Number() == other.Number() && one.Source() == other.Source() &&
+           WithoutFigures(one.Description()) == WithoutFigures(other.Description());
 }
 
 /// Finds the changes between points of the grid.
@@ -284,6 +288,13 @@ double PointCount(const std::vector<SweepAxis>& axes) noexcept {
         count *= axis.Count();
     }
     return count;
+}
+
+bool IsSameAnswer(const SweepPoint& one, const SweepPoint& other) {
+    if (one.error && other.error) {
+        return IsSameFailure(*one.error, *other.error);
+    }
+    return !one.error && !other.error && one.sizing.IsSameRow(other.sizing);
 }
 
 void Sweep(const StudyProject& project, const std::vector<SweepAxis>& axes, const StudyTables& tables,

@@ -54,6 +54,10 @@ struct SweepPoint {
     std::optional<RaisedError> error;
 };
 
+/// Whether two points have one answer: a row of the catalogue, none, or a failure. Failures may differ in the
+/// figures that they tell. The numbers of sets that are listed do not count.
+[[nodiscard]] bool IsSameAnswer(const SweepPoint& one, const SweepPoint& other);
+
 using TakePoint = std::function<void(std::int64_t index, const SweepPoint& point)>;
 
 /// Sizes every point, the last axis running fastest, and hands them over in this order.
@@ -61,8 +65,7 @@ using TakePoint = std::function<void(std::int64_t index, const SweepPoint& point
 void Sweep(const StudyProject& project, const std::vector<SweepAxis>& axes, const StudyTables& tables,
            std::int32_t jobs, const StopFlag& stop, const TakePoint& take);
 
-/// A stretch of values with one answer: a row of the catalogue, none, or a failure. The numbers of sets that
-/// are listed do not count.
+/// A stretch of values with one answer.
 struct SweepStretch {
     PropertyValue from;
     PropertyValue to;

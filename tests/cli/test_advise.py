@@ -17,6 +17,8 @@ from study import SOURCE, StudyCase, changed, member
 
 LONG = "GENVARA_LONG_TESTS" in os.environ
 KINDS = ["order", "split", "starter", "rectifier", "limit", "rise", "sets", "fuel"]
+# In each of these a limit is raised together with another, or with the switch that ends another.
+PAIRED_LIMITS = (8, 17, 57)
 HIGHEST = {"MaxVoltageDip": 35, "MaxVoltageDipOverride": 35, "MaxFreqDip": 25, "MaxHarmonics": 20, "MaxLoading": 100}
 
 
@@ -271,6 +273,20 @@ class Advise(StudyCase):
             if before["Set"]["NominalRating"] == after["Set"]["NominalRating"] and \
                     "sets" not in (before["Kind"], after["Kind"]):
                 self.assertLessEqual(KINDS.index(before["Kind"]), KINDS.index(after["Kind"]))
+
+    def test_pairs_of_limits_stand_in_the_order_of_the_profile_among_equals(self):
+        names = ["PowerSystem.MaxVoltageDip", *(f"Step[{step}].MaxVoltageDipOverride" for step in range(1, 20)),
+                 "Designer.MaxLoading", "PowerSystem.MaxFreqDip", "PowerSystem.MaxHarmonics",
+                 "PowerSystem.MaxFreqDipEnabled", "PowerSystem.MaxHarmonicsEnabled"]
+        switched = 0
+        for seed in PAIRED_LIMITS:
+            listed = self.advise(project(seed), "--pairs", "--kinds", "limit")["Advice"]
+            sets = project(seed)["PowerSystem"]["GensetsInParallel"]
+            places = [(one["Set"]["NominalRating"] * sets, len(one["Changes"]),
+                       *(names.index(change["Path"]) for change in one["Changes"])) for one in listed]
+            self.assertEqual(places, sorted(places), seed)
+            switched += sum(len(place) == 4 and names[place[3]].endswith("Enabled") for place in places)
+        self.assertGreater(switched, 0)
 
     def test_a_sentence_names_the_load_and_both_values(self):
         advice = self.advise(SOURCE / "samples/quarry.prj", "--kinds", "starter")["Advice"]

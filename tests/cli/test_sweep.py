@@ -111,6 +111,16 @@ class Sweep(StudyCase):
         self.assertEqual(list(points[1]["Error"]), ["Number", "Source", "Description"])
         self.assertIn("77", points[1]["Error"]["Description"])
 
+    def test_points_that_fail_are_counted_and_the_first_is_told_on_standard_error(self):
+        done = self.verb("sweep", SOURCE / HOSPITAL, "--vary", "PowerSystem.Altitude=0,300",
+                         "--vary", "PowerSystem.ConnectCode=1,77,78", "--csv")
+        self.assertEqual(done.returncode, 4)
+        line, = done.stderr.splitlines()
+        self.assertIn("hospital.prj: 4 of 6 points could not be sized, the first at "
+                      "PowerSystem.Altitude=0, PowerSystem.ConnectCode=77: error", line)
+        self.assertIn(done.stdout.splitlines()[2].split(",")[-1].strip('"'), line)
+        self.assertEqual(self.verb("sweep", SOURCE / HOSPITAL, "--vary", "PowerSystem.Altitude=0").stderr, "")
+
     def test_limits_of_the_run_vary_like_members(self):
         points = self.sweep(SOURCE / HOSPITAL, "Designer.MaxLoading=60:100:20")
         for point in points:
@@ -209,7 +219,11 @@ class Sweep(StudyCase):
 
     def test_a_stretch_that_fails_says_why(self):
         rows = self.sweep(SOURCE / HOSPITAL, "PowerSystem.ConnectCode=1:90:40", options=["--breaks"], status=4)
-        self.assertTrue(any("Error" in row and "Set" not in row for row in rows))
+        # Each code that is no connection fails with its own figure in the text, which is one answer all the same.
+        with sqlite3.connect(self.database) as connection:
+            (greatest,), = connection.execute("Select max(ID) from Connections")
+        self.assertEqual([(row["From"], row["To"]) for row in rows if "Error" in row], [(greatest + 1, 90)])
+        self.assertIn(f"{greatest + 1}", rows[-1]["Error"]["Description"])
 
     # --- what is off
 

@@ -24,13 +24,6 @@ double NumberOf(const PropertyValue& value) {
     return whole == nullptr ? 0.0 : *whole;
 }
 
-bool IsSameAnswer(const SweepPoint& one, const SweepPoint& other) {
-    if (one.error || other.error) {
-        return one.error && other.error && one.error->Description() == other.error->Description();
-    }
-    return one.sizing.IsSameRow(other.sizing);
-}
-
 std::optional<double> HeightOf(const SweepPoint& point) {
     return !point.error && point.sizing.set ? std::optional(point.sizing.total) : std::nullopt;
 }
