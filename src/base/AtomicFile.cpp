@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
+#include <fstream>
+#include <ios>
 #include <system_error>
 #include <utility>
 
@@ -20,19 +22,22 @@ namespace {
 
 constexpr std::string_view kSource = "AtomicFile";
 constexpr mode_t kNewFileMode = 0666;
+constexpr mode_t kWhoMay = 0777;
+constexpr mode_t kPrivate = 0077;
 constexpr std::string_view kTemporary = ".genvara-";
 
-/// The mode that a new file gets under the user's mask.
-mode_t DefaultMode() {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return kNewFileMode & ~mask;
-}
-
-std::filesystem::path FollowLink(const std::filesystem::path& path) {
-    std::error_code failure;
-    std::filesystem::path real = std::filesystem::weakly_canonical(path, failure);
-    return failure || !std::filesystem::is_symlink(path, failure) ? path : real;
+/// The user's mask. The call of the system that tells it also changes it, under the feet of other threads;
+/// where the system does not tell it otherwise, a new file is the user's own.
+mode_t UserMask() {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        if (word == "Umask:") {
+            unsigned mask = 0;
+            status >> std::oct >> mask;
+            return status ? mask : kPrivate;
+        }
+    }
+    return kPrivate;
 }
 
 std::filesystem::path FolderOf(const std::filesystem::path& target) {
@@ -87,6 +92,20 @@ bool Claim(int descriptor) {
 
 }  // namespace
 
+std::filesystem::path FollowLink(const std::filesystem::path& path) {
+    std::error_code failure;
+    std::filesystem::path real = std::filesystem::weakly_canonical(path, failure);
+    return failure || !std::filesystem::is_symlink(path, failure) ? path : real;
+}
+
+std::filesystem::perms SavedPermissions(const std::filesystem::path& target) {
+    struct stat existing {};
+    if (stat(target.c_str(), &existing) == 0) {
+        return static_cast<std::filesystem::perms>(existing.st_mode & kWhoMay);
+    }
+    return static_cast<std::filesystem::perms>(kNewFileMode & ~UserMask());
+}
+
 void RemoveAbandonedFiles(const std::filesystem::path& folder) {
     RemoveAbandoned(folder, kTemporary);
 }
@@ -102,7 +121,6 @@ AtomicFile::AtomicFile(const std::filesystem::path& target) : m_target(FollowLin
     struct stat existing {};
     if (stat(m_target.c_str(), &existing) != 0) {
         CreateTemporary();
-        fchmod(m_descriptor, DefaultMode());
         return;
     }
     if (S_ISDIR(existing.st_mode)) {
@@ -113,7 +131,6 @@ AtomicFile::AtomicFile(const std::filesystem::path& target) : m_target(FollowLin
     }
     if (S_ISREG(existing.st_mode)) {
         CreateTemporary();
-        fchmod(m_descriptor, existing.st_mode & 07777);
         return;
     }
     m_descriptor = open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
@@ -143,6 +160,7 @@ void AtomicFile::CreateTemporary() {
             RaiseSystemError(errno, kSource);
         }
         if (Claim(m_descriptor)) {
+            fchmod(m_descriptor, static_cast<mode_t>(SavedPermissions(m_target)));
             return;
         }
         close(m_descriptor);

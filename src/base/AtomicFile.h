@@ -10,9 +10,10 @@ namespace genvara {
 ///
 /// What is written goes to a temporary file in the same folder; `Commit` flushes it to the disk and renames
 /// it over the target. Abandoned before that, it leaves the target as it was. A link is followed, the
-/// permissions of an existing file are kept, and a file that the user may not write is not replaced. A target
-/// that is no ordinary file (a device, a pipe) is written directly. A temporary file is locked while it is
-/// written; one without a lock is what a program left that was killed, and the next save deletes it.
+/// permissions of an existing file are kept (`SavedPermissions`), and a file that the user may not write is
+/// not replaced. A target that is no ordinary file (a device, a pipe) is written directly. A temporary file
+/// is locked while it is written; one without a lock is what a program left that was killed, and the next
+/// save deletes it.
 class AtomicFile {
   public:
     /// @throws RaisedError 53 for a missing folder, else the system's number, from "AtomicFile"; the
@@ -38,6 +39,14 @@ class AtomicFile {
     std::string m_temporary;
     int m_descriptor = -1;
 };
+
+/// What a link leads to, so that a save leaves the link one; other paths as they are.
+[[nodiscard]] std::filesystem::path FollowLink(const std::filesystem::path& path);
+
+/// Who may read, write and run a file once it was saved: as before, or of a new file what the user's mask
+/// leaves. As whom the old file ran does not pass on to the new one, which may have another owner.
+/// @param target no link.
+[[nodiscard]] std::filesystem::perms SavedPermissions(const std::filesystem::path& target);
 
 /// Deletes the temporary files of a folder whose programs were killed while they wrote, whatever they wrote.
 void RemoveAbandonedFiles(const std::filesystem::path& folder);

@@ -103,7 +103,7 @@ class Lock {
   private:
     static int Open(const std::filesystem::path& file) {
         CreateFolderOf(file);
-        return open((file.string() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+        return open((file.string() + ".lock").c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0644);
     }
 
     Descriptor m_descriptor;

@@ -39,16 +39,6 @@ std::string Quoted(std::string_view name) {
     return quoted + "\"";
 }
 
-/// What a link leads to, so that the link stays one.
-std::filesystem::path FollowLink(const std::filesystem::path& target) {
-    std::error_code failure;
-    if (!std::filesystem::is_symlink(target, failure)) {
-        return target;
-    }
-    const std::filesystem::path real = std::filesystem::weakly_canonical(target, failure);
-    return failure ? target : real;
-}
-
 /// A file in the target's folder that is deleted unless it takes the target's place.
 class TemporaryDatabase {
   public:
@@ -84,11 +74,7 @@ class TemporaryDatabase {
 
     void TakePlace() {
         std::error_code failure;
-        std::filesystem::permissions(
-            m_temporary,
-            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write |
-                std::filesystem::perms::group_read | std::filesystem::perms::others_read,
-            failure);
+        std::filesystem::permissions(m_temporary, SavedPermissions(m_target), failure);
         std::filesystem::rename(m_temporary, m_target, failure);
         if (failure) {
             RaiseFailure(failure.value());

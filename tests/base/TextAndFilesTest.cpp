@@ -105,6 +105,23 @@ TEST(AtomicFile, ReplacesWholeOrNotAtAll) {
               1);  // nothing left behind
 }
 
+TEST(AtomicFile, KeepsWhoMayAndNotAsWhomItRan) {
+    const TemporaryFolder folder;
+    const mode_t mask = umask(0027);
+    const auto savedMode = [&](const char* name) {
+        AtomicFile file(folder / name);
+        file.Commit();
+        struct stat status {};
+        stat((folder / name).c_str(), &status);
+        return status.st_mode & 07777;
+    };
+    EXPECT_EQ(savedMode("new"), 0640U);
+    WriteBytes(folder / "old", "old");
+    chmod((folder / "old").c_str(), 06751);
+    EXPECT_EQ(savedMode("old"), 0751U);
+    umask(mask);
+}
+
 TEST(AtomicFile, FollowsALink) {
     const TemporaryFolder folder;
     WriteBytes(folder / "real", "old");
