@@ -2,6 +2,7 @@
 import csv
 import hashlib
 import math
+import os
 import sqlite3
 import statistics
 import subprocess
@@ -12,7 +13,7 @@ import pytest
 import genvara
 from conftest import SOURCE, WITH_MODULE
 from genvara import fleet
-from genvara.fleet import _draws
+from genvara.fleet import _draws, _pieces
 from told import set_of
 
 HOSPITAL = SOURCE / "samples/hospital.prj"
@@ -169,6 +170,12 @@ def test_progress_is_told(catalogue):
     fleet.size(SAMPLES, catalogue, piece=3, progress=lambda done, total: told.append((done, total)))
     pieces = math.ceil(len(SAMPLES) / 3)
     assert told == [(done, pieces) for done in range(1, pieces + 1)]
+
+
+@pytest.mark.parametrize(("total", "sizings"), [(1, 2_000), (32_000, 2_000), (32_001, 2_001), (160_000, 10_000), (160_001, 10_000)])
+def test_a_study_has_sixteen_pieces_unless_they_are_too_small_or_too_large(total, sizings):
+    assert _pieces.sizings_of(None, total) == sizings
+    assert _pieces.sizings_of(7, total) == 7
 
 
 # ---- chances
@@ -373,6 +380,25 @@ def test_csv(catalogue, tmp_path):
     frame = table.to_pandas()
     assert list(frame.columns) == titles and list(frame["model_num"])[:8] == [row["model_num"] for row in table][:8]
     assert "<table>" in table._repr_html_() and "&quot;too&quot;" in table._repr_html_()
+
+
+def test_csv_holds_no_formulas_and_keeps_who_may_read_it(hospital, catalogue, tmp_path):
+    texts = ["=1+2", " @sum", "-5", "-", "+x", "a=b"]
+    path = "Step[1].Description"
+    table = fleet.chances(hospital, {path: fleet.choice(texts)}, runs=60, seed=7, catalogue=catalogue)
+    written = tmp_path / "runs.csv"
+    mask = os.umask(0o027)
+    try:
+        table.to_csv(written)
+        assert written.stat().st_mode & 0o7777 == 0o640
+        written.chmod(0o600)
+        table.to_csv(written)
+        assert written.stat().st_mode & 0o7777 == 0o600
+    finally:
+        os.umask(mask)
+    with open(written, newline="", encoding="utf-8") as file:
+        shown = {row[path] for row in csv.DictReader(file)}
+    assert shown == {"'=1+2", "' @sum", "-5", "-", "'+x", "a=b"}
 
 
 def test_nothing_of_a_cluster_is_needed():

@@ -98,6 +98,26 @@ class Store:
         self._database.close()
 
 
+def _without_formula(value: Any) -> Any:
+    text = value.strip() if isinstance(value, str) else ""
+    if len(text) < 2 or text[0] not in "=+-@":
+        return value
+    try:
+        float(text)
+    except ValueError:
+        return f"'{value}"
+    return value
+
+
+def _saved_mode(target: pathlib.Path) -> int:
+    """Who may read a file once it was saved: as before, or of a new file what the user's mask leaves. To ask the system for the mask
+    is to change it, under the feet of other threads."""
+    if target.exists():
+        return target.stat().st_mode & 0o777
+    words = pathlib.Path("/proc/self/status").read_text(errors="replace").split()
+    return 0o666 & ~int(words[words.index("Umask:") + 1], 8)
+
+
 class Table:
     """Results as a table: a row each, in order. It reads the file of results where there is one."""
 
@@ -132,7 +152,8 @@ class Table:
         return self.rows()
 
     def to_csv(self, file: Path) -> None:
-        """Writes the table as CSV (UTF-8), whole or not at all. Numbers are written so that they read back as they are."""
+        """Writes the table as CSV (UTF-8), whole or not at all. Numbers are written so that they read back as they are; a text that a
+        spreadsheet would take for a formula, and might carry out, gets an apostrophe before it."""
         target = pathlib.Path(file).absolute()
         if self.file is not None and target.exists() and os.path.samefile(target, self.file):
             raise ValueError(f"{target} holds the results themselves")
@@ -141,12 +162,10 @@ class Table:
             with os.fdopen(handle, "w", newline="", encoding="utf-8") as output:
                 writer = csv.writer(output)
                 writer.writerow(self.columns)
-                writer.writerows(self._store.rows())
+                writer.writerows([_without_formula(value) for value in row] for row in self._store.rows())
                 output.flush()
                 os.fsync(output.fileno())
-            umask = os.umask(0)
-            os.umask(umask)
-            os.chmod(temporary, 0o666 & ~umask)
+            os.chmod(temporary, _saved_mode(target))
             os.replace(temporary, target)
         except BaseException:
             os.unlink(temporary)
