@@ -207,7 +207,7 @@ def _study_of(work: _Runs, runs: int, piece: int, catalogue: genvara.Catalogue) 
 
 def chances(project: genvara.Project | Path, distributions: Mapping[str, Distribution], *, runs: int, seed: int,
             catalogue: genvara.Catalogue | None = None, client: Any = None, out: Path | None = None, resume: bool = False,
-            piece: int = _pieces.SIZINGS, retries: int = 2, progress: _pieces.Progress | None = None, **limits: int) -> Chances:
+            piece: int | None = None, retries: int = 2, progress: _pieces.Progress | None = None, **limits: int) -> Chances:
     """Sizes a project `runs` times with values drawn at random, by paths such as "PowerSystem.AmbTemp" or
     "Step[2].Load[1].Quantity", and counts in how many runs each set does the job.
 
@@ -220,8 +220,8 @@ def chances(project: genvara.Project | Path, distributions: Mapping[str, Distrib
 
     Raises RaisedError for a path or a choice that does not exist; ValueError for a distribution that does not serve its member.
     """
-    _pieces.require_sizings(piece)
     _require_whole("runs", runs, 1)
+    piece = _pieces.sizings_of(piece, runs)
     _require_whole("seed", seed)
     used = genvara.Catalogue() if catalogue is None else catalogue
     read = project if isinstance(project, genvara.Project) else genvara.read(project, used)

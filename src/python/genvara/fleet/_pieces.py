@@ -13,8 +13,11 @@ from . import _catalogues
 from ._store import Store
 
 Progress = Callable[[int, int], None]
-#: Sizings of a piece: large enough that who hands the pieces out is never the limit.
-SIZINGS = 2000
+#: Sizings of a piece, at least and at most: large enough that who hands the pieces out is never the limit, small enough that little is
+#: lost with a worker.
+LEAST, MOST = 2_000, 10_000
+#: Pieces of a study that is large enough for both.
+PIECES = 16
 
 
 def show(done: int, total: int) -> None:
@@ -23,9 +26,13 @@ def show(done: int, total: int) -> None:
         print(f"\r{done} of {total} pieces", end="\n" if done == total else "", file=sys.stderr, flush=True)
 
 
-def require_sizings(piece: int) -> None:
+def sizings_of(piece: int | None, total: int) -> int:
+    """Sizings of each piece of a study: those that are asked for, or what suits the study."""
+    if piece is None:
+        return min(max(-(-total // PIECES), LEAST), MOST)
     if isinstance(piece, bool) or not isinstance(piece, int) or piece < 1:
         raise ValueError("a piece has a number of sizings, at least 1")
+    return piece
 
 
 def content_of(catalogue: genvara.Catalogue) -> bytes:

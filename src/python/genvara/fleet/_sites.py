@@ -67,24 +67,25 @@ def _digest_of_items(items: list[_Item]) -> str:
 
 
 def size(projects: Iterable[Path | genvara.Project], catalogue: genvara.Catalogue | None = None, *, client: Any = None,
-         out: Path | None = None, resume: bool = False, piece: int = _pieces.SIZINGS, retries: int = 2,
+         out: Path | None = None, resume: bool = False, piece: int | None = None, retries: int = 2,
          progress: _pieces.Progress | None = None, **limits: int) -> Table:
     """Sizes projects, a row each, in their order. A project that fails is a row with its error.
 
     A project is a path, which the workers have to see too, or a `genvara.Project`. The work is done by the workers of `client`,
     a `dask.distributed.Client`, or without one in this process. `out` is an SQLite file that takes the rows as pieces of
-    `piece` projects end; with `resume` a run that was stopped goes on with it. A piece whose worker dies is tried again, and one
-    that fails up to `retries` times. `progress` is called with the pieces that are done and all of them; by default a line on
-    standard error tells, if that is a terminal. Other keywords are the limits of the runs.
+    `piece` projects end, by default a sixteenth of all, 2,000 at least and 10,000 at most; with `resume` a run that was stopped
+    goes on with it. A piece whose worker dies is tried again, and one that fails up to `retries` times. `progress` is called with
+    the pieces that are done and all of them; by default a line on standard error tells, if that is a terminal. Other keywords are
+    the limits of the runs.
 
     The catalogue is by default the one beside the program; its file is sent to each worker once.
 
     Raises FileExistsError and ValueError for an `out` that is there, or of another study; what failed a piece, with a note.
     """
-    _pieces.require_sizings(piece)
     used = genvara.Catalogue() if catalogue is None else catalogue
     _core._limits(**limits)
     items = [_item_of(project) for project in projects]
+    piece = _pieces.sizings_of(piece, len(items))
     study = {"kind": "sites", "version": genvara.__version__, "catalogue": digest_of(_pieces.content_of(used)),
              "projects": _digest_of_items(items), "limits": dict(sorted(limits.items())), "piece": piece}
     store = Store(out, study, COLUMNS, resume)
