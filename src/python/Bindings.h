@@ -8,7 +8,8 @@ namespace genvara::python {
 void BindCatalogue(pybind11::module_& module);
 void BindProject(pybind11::module_& module);
 void BindRecords(pybind11::module_& module);
-void BindStudies(pybind11::module_& module);
+void BindAdvice(pybind11::module_& module);
+void BindOrder(pybind11::module_& module);
 void BindSweep(pybind11::module_& module);
 void BindTrials(pybind11::module_& module);
 void BindResult(pybind11::module_& module);

@@ -8,6 +8,7 @@
 #include "Bindings.h"
 #include "SetMembers.h"
 #include "SizingResult.h"
+#include "States.h"
 #include "StepTests.h"
 #include "VerdictWords.h"
 
@@ -27,6 +28,22 @@ struct SetWithReason {
     std::string reason;
 };
 
+using TestState = std::tuple<std::size_t, VerdictState>;
+using TightestTestState = std::tuple<std::string, std::int32_t, double>;
+using ReasonState = std::tuple<ExplainedState, std::string>;
+
+TestState StateOfTest(const TestOfStep& test) {
+    return {static_cast<std::size_t>(test.test - kStepTests.data()), StateOf(test.verdict)};
+}
+
+TestOfStep TestOf(const TestState& state) {
+    const auto& [test, verdict] = state;
+    if (test >= kStepTests.size()) {
+        throw py::value_error(fmt::format("there is no test {}", test));
+    }
+    return {&kStepTests[test], VerdictOf(verdict)};
+}
+
 std::vector<std::vector<TestOfStep>> StepsOf(const SetWithReason& set) {
     std::vector<std::vector<TestOfStep>> steps;
     for (const StepVerdicts& verdicts : set.explained.steps) {
@@ -38,7 +55,7 @@ std::vector<std::vector<TestOfStep>> StepsOf(const SetWithReason& set) {
     return steps;
 }
 
-std::optional<TightestTest> TightestOf(const SetWithReason& set) {
+std::optional<TightestTest> TightestOfSet(const SetWithReason& set) {
     return NamedTightest(set.explained.tightest);
 }
 
@@ -77,18 +94,33 @@ void BindTests(py::module_& module) {
         .def_property_readonly(
             "margin", [](const TestOfStep& self) { return self.verdict.Margin(); },
             "What is left, in percent of what is there; None where the test does not apply.")
-        .def("__repr__", [](const TestOfStep& self) {
-            return fmt::format("<genvara.Test {}: {:.1f} needed, {:.1f} available, {}>", self.test->name,
-                               self.verdict.needed, self.verdict.available, self.test->unit);
-        });
+        .def("__repr__",
+             [](const TestOfStep& self) {
+                 return fmt::format("<genvara.Test {}: {:.1f} needed, {:.1f} available, {}>", self.test->name,
+                                    self.verdict.needed, self.verdict.available, self.test->unit);
+             })
+        .def("__reduce__", Reduced<TestOfStep>(
+                               module, "_test", [](const TestOfStep& self) { return StateOfTest(self); },
+                               [](const TestState& state) { return TestOf(state); }));
     py::class_<TightestTest>(module, "Tightest", "The test that comes closest to failing, or fails by most.")
         .def_readonly("name", &TightestTest::name, "Name of the test.")
         .def_readonly("step_number", &TightestTest::stepNumber, "Position of the step, from 1.")
         .def_readonly("margin", &TightestTest::margin, "What is left, in percent of what is there.")
-        .def("__repr__", [](const TightestTest& self) {
-            return fmt::format("<genvara.Tightest {} at step {}, {:.1f} %>", self.name, self.stepNumber,
-                               self.margin);
-        });
+        .def("__repr__",
+             [](const TightestTest& self) {
+                 return fmt::format("<genvara.Tightest {} at step {}, {:.1f} %>", self.name, self.stepNumber,
+                                    self.margin);
+             })
+        .def("__reduce__", Reduced<TightestTest>(
+                               module, "_tightest",
+                               [](const TightestTest& self) {
+                                   return TightestTestState(self.name, self.stepNumber, self.margin);
+                               },
+                               [](const TightestTestState& state) {
+                                   const auto& [name, stepNumber, margin] = state;
+                                   return TightestTest{
+                                       .name = name, .stepNumber = stepNumber, .margin = margin};
+                               }));
 }
 
 }  // namespace
@@ -109,11 +141,19 @@ void BindExplanation(py::module_& module) {
             "loading", [](const SetWithReason& self) { return self.explained.loading; },
             "Share of the rating that the whole profile uses. Unit: %.")
         .def_property_readonly("steps", StepsOf, "The tests of each step.")
-        .def_property_readonly("tightest", TightestOf, "The tightest of all tests; None without any.")
-        .def("__repr__", [](const SetWithReason& self) {
-            return fmt::format("<genvara.ExplainedSet {}: {}>", self.explained.set.ModelNum,
-                               WordOf(self.explained.fate));
-        });
+        .def_property_readonly("tightest", TightestOfSet, "The tightest of all tests; None without any.")
+        .def("__repr__",
+             [](const SetWithReason& self) {
+                 return fmt::format("<genvara.ExplainedSet {}: {}>", self.explained.set.ModelNum,
+                                    WordOf(self.explained.fate));
+             })
+        .def("__reduce__",
+             Reduced<SetWithReason>(
+                 module, "_explained_set",
+                 [](const SetWithReason& self) { return ReasonState(StateOf(self.explained), self.reason); },
+                 [](const ReasonState& state) {
+                     return SetWithReason{ExplainedOf(std::get<0>(state)), std::get<1>(state)};
+                 }));
     // The class of results is bound by now; this is the part of it that is about single tests.
     const py::object result = module.attr("Result");
     result.attr("explain") =

@@ -55,7 +55,8 @@ PYBIND11_MODULE(_core, module) {
     BindExplanation(module);
     BindProject(module);
     BindRecords(module);
-    BindStudies(module);
+    BindAdvice(module);
+    BindOrder(module);
     BindSweep(module);
     BindTrials(module);
     BindDescribe(module);

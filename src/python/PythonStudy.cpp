@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "LimitArguments.h"
 #include "Paths.h"
 #include "PropertyText.h"
 #include "Values.h"
@@ -43,6 +44,34 @@ std::shared_ptr<PythonProject> PythonStudy::Made(const StudyProject& project) co
     made->LoadProfile() = project.loadProfile;
     made->Format(project.format);
     return made;
+}
+
+std::shared_ptr<const PythonStudy> BeginStudy(std::string_view function, const PythonProject& project,
+                                              const std::shared_ptr<PythonCatalogue>& catalogue,
+                                              const py::kwargs& limits) {
+    return std::make_shared<const PythonStudy>(project, catalogue, LimitsOf(function, limits));
+}
+
+std::vector<std::vector<std::string>> PathsOf(const LoadOrder& order) {
+    std::vector<std::vector<std::string>> steps;
+    for (const auto& places : order) {
+        std::vector<std::string>& loads = steps.emplace_back();
+        for (const LoadPlace& place : places) {
+            loads.push_back(PlaceText(place));
+        }
+    }
+    return steps;
+}
+
+LoadOrder OrderOf(const std::vector<std::vector<std::string>>& steps, const CLoadProfile& profile) {
+    LoadOrder order;
+    for (const std::vector<std::string>& paths : steps) {
+        std::vector<LoadPlace>& places = order.emplace_back();
+        for (const std::string& path : paths) {
+            places.push_back(ParsePlace(path, profile));
+        }
+    }
+    return order;
 }
 
 void RequireJobs(std::int32_t jobs) {

@@ -7,7 +7,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "Order.h"
 #include "PythonProject.h"
 #include "Stopping.h"
 #include "Variation.h"
@@ -35,6 +38,20 @@ class PythonStudy {
     StudyTables m_tables;
     StudyProject m_project;
 };
+
+/// A study that a function of Python begins, with the limits that its keywords give.
+/// @throws RaisedError as the constructor; TypeError and RaisedError of the keywords.
+[[nodiscard]] std::shared_ptr<const PythonStudy> BeginStudy(std::string_view function,
+                                                            const PythonProject& project,
+                                                            const std::shared_ptr<PythonCatalogue>& catalogue,
+                                                            const pybind11::kwargs& limits);
+
+/// The loads of each step by their paths.
+[[nodiscard]] std::vector<std::vector<std::string>> PathsOf(const LoadOrder& order);
+/// The same back.
+/// @throws RaisedError 0 for a load that the profile lacks.
+[[nodiscard]] LoadOrder OrderOf(const std::vector<std::vector<std::string>>& steps,
+                                const CLoadProfile& profile);
 
 /// Makes sure that a number of threads is one.
 /// @throws ValueError below 1 or above 1,024.

@@ -12,6 +12,7 @@
 #include "ResultHtml.h"
 #include "SetMembers.h"
 #include "SizingResult.h"
+#include "States.h"
 
 namespace genvara::python {
 namespace {
@@ -71,36 +72,27 @@ py::dict CountsOf(const SizingResult& result) {
     return made;
 }
 
-using Limits = std::array<std::int32_t, 4>;
-
-Limits StateOf(const DesignLimits& limits) {
-    return {limits.MinLoading(), limits.MaxLoading(), limits.MaxSetsRecommended(),
-            limits.MaxSetsUndersized()};
-}
-
-DesignLimits LimitsOf(const Limits& state) {
-    DesignLimits limits;
-    limits.MinLoading(state[0]);
-    limits.MaxLoading(state[1]);
-    limits.MaxSetsRecommended(state[2]);
-    limits.MaxSetsUndersized(state[3]);
-    return limits;
-}
-
 std::shared_ptr<SizingResult> SizedAgain(const std::shared_ptr<PythonProject>& project,
                                          const std::shared_ptr<PythonCatalogue>& catalogue,
-                                         const Limits& limits) {
+                                         const LimitsState& limits) {
     auto result = std::make_shared<SizingResult>(*project, catalogue, LimitsOf(limits));
     result->Size();
     return result;
 }
 
+using RejectedState = std::tuple<SetState, std::int32_t>;
+
 void BindSets(py::module_& module) {
     py::class_<ChosenSet> chosen(module, "ChosenSet", "A recommended set as the run found it.");
     AddSetMembers<ChosenSet>(chosen, [](const ChosenSet& set) -> const ChosenSet& { return set; });
-    chosen.def("__repr__", [](const ChosenSet& set) {
-        return fmt::format("<genvara set {}, {:.1f} kW derated>", set.ModelNum, set.DeratedRating);
-    });
+    chosen
+        .def("__repr__",
+             [](const ChosenSet& set) {
+                 return fmt::format("<genvara set {}, {:.1f} kW derated>", set.ModelNum, set.DeratedRating);
+             })
+        .def("__reduce__", Reduced<ChosenSet>(
+                               module, "_chosen_set", [](const ChosenSet& set) { return StateOf(set); },
+                               [](const SetState& state) { return SetOf(state); }));
     py::class_<RejectedSet, ChosenSet>(module, "RejectedSet", "An undersized set with the reasons.")
         .def_property_readonly(
             "rejection_reason", [](const RejectedSet& set) { return set.RejectionReason; },
@@ -114,7 +106,14 @@ void BindSets(py::module_& module) {
                 }
                 return texts;
             },
-            "The same as sentences.");
+            "The same as sentences.")
+        .def("__reduce__",
+             Reduced<RejectedSet>(
+                 module, "_rejected_set",
+                 [](const RejectedSet& set) { return RejectedState(StateOf(set), set.RejectionReason); },
+                 [](const RejectedState& state) {
+                     return RejectedSet{SetOf(std::get<0>(state)), std::get<1>(state)};
+                 }));
 }
 
 /// A figure of the run.

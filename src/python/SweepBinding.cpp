@@ -9,6 +9,7 @@
 #include "PropertyText.h"
 #include "PythonStudy.h"
 #include "SetMembers.h"
+#include "States.h"
 #include "Sweep.h"
 #include "Values.h"
 
@@ -20,6 +21,7 @@ namespace py = pybind11;
 using CataloguePtr = std::shared_ptr<PythonCatalogue>;
 
 struct Grid {
+    std::shared_ptr<const PythonStudy> study;
     std::vector<SweepAxis> axes;
     std::vector<SweepPoint> points;
 };
@@ -59,9 +61,9 @@ std::vector<SweepAxis> AxesOf(const py::dict& values, const PythonStudy& study) 
 GridPtr SweepOver(const PythonProject& project, const CataloguePtr& catalogue, const py::dict& values,
                   std::int32_t jobs, double mostPoints, const py::kwargs& limits) {
     RequireJobs(jobs);
-    const PythonStudy study(project, catalogue, LimitsOf("sweep", limits));
     auto grid = std::make_shared<Grid>();
-    grid->axes = AxesOf(values, study);
+    grid->study = std::make_shared<const PythonStudy>(project, catalogue, LimitsOf("sweep", limits));
+    grid->axes = AxesOf(values, *grid->study);
     const double count = PointCount(grid->axes);
     if (!(count <= mostPoints)) {
         throw py::value_error(fmt::format("the sweep has {} points, and most_points is {}",
@@ -69,7 +71,7 @@ GridPtr SweepOver(const PythonProject& project, const CataloguePtr& catalogue, c
     }
     grid->points.reserve(static_cast<std::size_t>(count));
     DoInterruptibly([&](const StopFlag& stop) {
-        Sweep(study.Project(), grid->axes, study.Tables(), jobs, stop,
+        Sweep(grid->study->Project(), grid->axes, grid->study->Tables(), jobs, stop,
               [&grid](std::int64_t /*index*/, const SweepPoint& point) { grid->points.push_back(point); });
     });
     return grid;
@@ -140,12 +142,63 @@ py::dict ColumnsOf(const Grid& grid) {
 }
 
 GridPoint PointAt(const GridPtr& grid, std::ptrdiff_t index) {
+    if (!grid) {
+        throw py::type_error("a point is one of a sweep");
+    }
     const auto count = static_cast<std::ptrdiff_t>(grid->points.size());
     const std::ptrdiff_t place = index < 0 ? index + count : index;
     if (place < 0 || place >= count) {
         throw py::index_error(fmt::format("there is no point {} among {}", index, count));
     }
     return {grid, static_cast<std::size_t>(place)};
+}
+
+// ---- states for pickle
+
+using AxisState = std::pair<std::string, py::list>;
+using ErrorState = std::tuple<std::int32_t, std::string, std::string>;
+using PointState = std::pair<SizingState, std::optional<ErrorState>>;
+using GridState = std::tuple<StudyState, std::vector<AxisState>, std::vector<PointState>>;
+
+GridState StateOfGrid(const Grid& grid) {
+    GridState state{StateOf(*grid.study), {}, {}};
+    for (const SweepAxis& axis : grid.axes) {
+        auto& [path, values] = std::get<1>(state).emplace_back(axis.path, py::list());
+        for (const PropertyValue& value : axis.values) {
+            values.append(ToPython(axis.facts, value));
+        }
+    }
+    for (const SweepPoint& point : grid.points) {
+        auto& [sizing, error] = std::get<2>(state).emplace_back(StateOf(point.sizing), std::nullopt);
+        if (point.error) {
+            error = ErrorState(point.error->Number(), point.error->Source(), point.error->Description());
+        }
+    }
+    return state;
+}
+
+GridPtr GridOf(const GridState& state) {
+    const auto& [study, axes, points] = state;
+    auto grid = std::make_shared<Grid>();
+    grid->study = StudyOf(study);
+    py::dict values;
+    for (const auto& [path, list] : axes) {
+        values[py::str(path)] = list;
+    }
+    grid->axes = AxesOf(values, *grid->study);
+    if (PointCount(grid->axes) != static_cast<double>(points.size())) {
+        throw py::value_error("a sweep has as many points as its grid");
+    }
+    for (const auto& [sizing, error] : points) {
+        SweepPoint& point = grid->points.emplace_back();
+        point.at = ValuesAt(grid->axes, static_cast<std::int64_t>(grid->points.size()) - 1);
+        point.sizing = SizingOf(sizing);
+        if (error) {
+            const auto& [number, source, description] = *error;
+            point.error.emplace(number, source, description);
+        }
+    }
+    return grid;
 }
 
 }  // namespace
@@ -165,13 +218,20 @@ void BindSweep(py::module_& module) {
         .def_property_readonly(
             "error", [](const GridPoint& self) { return ErrorOf(self.Point()); },
             "Why the point could not be sized, a RaisedError; None if it could.")
-        .def("__repr__", [](const GridPoint& self) {
-            const SweepPoint& point = self.Point();
-            return fmt::format("<genvara.SweepPoint {}: {}>", py::str(AtOf(self)).cast<std::string>(),
-                               point.error        ? point.error->Description()
-                               : point.sizing.set ? point.sizing.set->ModelNum
-                                                  : "none");
-        });
+        .def("__repr__",
+             [](const GridPoint& self) {
+                 const SweepPoint& point = self.Point();
+                 return fmt::format("<genvara.SweepPoint {}: {}>", py::str(AtOf(self)).cast<std::string>(),
+                                    point.error        ? point.error->Description()
+                                    : point.sizing.set ? point.sizing.set->ModelNum
+                                                       : "none");
+             })
+        .def("__reduce__", Reduced<GridPoint>(
+                               module, "_sweep_point",
+                               [](const GridPoint& self) { return std::pair(self.grid, self.index); },
+                               [](const std::pair<GridPtr, std::size_t>& state) {
+                                   return PointAt(state.first, static_cast<std::ptrdiff_t>(state.second));
+                               }));
     py::class_<Grid, std::shared_ptr<Grid>>(module, "Sweep",
                                             "The points of a grid of values, the last path running fastest.")
         .def_property_readonly(
@@ -197,9 +257,11 @@ void BindSweep(py::module_& module) {
             "to_pandas",
             [](const Grid& self) { return py::module_::import("pandas").attr("DataFrame")(ColumnsOf(self)); },
             "The same as a DataFrame, where pandas is installed.")
-        .def("__repr__", [](const Grid& self) {
-            return fmt::format("<genvara.Sweep of {} points>", self.points.size());
-        });
+        .def("__repr__",
+             [](const Grid& self) { return fmt::format("<genvara.Sweep of {} points>", self.points.size()); })
+        .def("__reduce__", Reduced<Grid>(
+                               module, "_sweep", [](const Grid& self) { return StateOfGrid(self); },
+                               [](const GridState& state) { return GridOf(state); }));
     module.def("sweep", SweepOver, py::arg("project").none(false), py::arg("catalogue").none(false),
                py::arg("values"), py::kw_only(), py::arg("jobs") = 1, py::arg("most_points") = 1e6,
                "Sizes the project at every point of a grid: `values` has the values of each path, as in "

@@ -156,16 +156,6 @@ class PointSizer {
     ProjectSizer m_sizer;
 };
 
-std::vector<PropertyValue> ValuesAt(const std::vector<SweepAxis>& axes, std::int64_t index) {
-    std::vector<PropertyValue> values(axes.size());
-    for (std::size_t i = axes.size(); i-- > 0;) {
-        const auto count = static_cast<std::int64_t>(axes[i].Count());
-        values[i] = axes[i].At(index % count);
-        index /= count;
-    }
-    return values;
-}
-
 /// What a failure says, without the figures that go with the values of its point.
 std::string WithoutFigures(std::string text) {
     std::erase_if(text, [](char letter) { return kFigures.find(letter) != std::string_view::npos; });
@@ -288,6 +278,16 @@ double PointCount(const std::vector<SweepAxis>& axes) noexcept {
         count *= axis.Count();
     }
     return count;
+}
+
+std::vector<PropertyValue> ValuesAt(const std::vector<SweepAxis>& axes, std::int64_t index) {
+    std::vector<PropertyValue> values(axes.size());
+    for (std::size_t i = axes.size(); i-- > 0;) {
+        const auto count = static_cast<std::int64_t>(axes[i].Count());
+        values[i] = axes[i].At(index % count);
+        index /= count;
+    }
+    return values;
 }
 
 bool IsSameAnswer(const SweepPoint& one, const SweepPoint& other) {

@@ -47,6 +47,9 @@ struct SweepAxis {
 /// Points of a grid, as a double because nothing bounds them.
 [[nodiscard]] double PointCount(const std::vector<SweepAxis>& axes) noexcept;
 
+/// The values of a point, counted from 0, the last axis running fastest.
+[[nodiscard]] std::vector<PropertyValue> ValuesAt(const std::vector<SweepAxis>& axes, std::int64_t index);
+
 /// What a point came to: a sizing, or why it failed.
 struct SweepPoint {
     std::vector<PropertyValue> at;  ///< in the order of the axes

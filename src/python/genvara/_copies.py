@@ -11,5 +11,9 @@ def project(tables, text, powers, is_json):
     return _core._project(tables, text, powers, is_json)
 
 
+def made(maker, state):
+    return getattr(_core, maker)(state)
+
+
 def result(project, catalogue, limits):
     return _core._result(project, catalogue, limits)

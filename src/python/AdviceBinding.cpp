@@ -2,18 +2,20 @@
 #include <pybind11/stl.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 #include "Advise.h"
 #include "AlteredProject.h"
 #include "Bindings.h"
-#include "LimitArguments.h"
 #include "NearestNames.h"
-#include "Order.h"
-#include "PropertyText.h"
 #include "PythonStudy.h"
 #include "SetMembers.h"
-#include "SizingResult.h"
+#include "States.h"
 #include "Values.h"
 
 namespace genvara::python {
@@ -24,13 +26,6 @@ namespace py = pybind11;
 using ProjectPtr = std::shared_ptr<PythonProject>;
 using CataloguePtr = std::shared_ptr<PythonCatalogue>;
 using StudyPtr = std::shared_ptr<const PythonStudy>;
-
-StudyPtr BeginStudy(std::string_view function, const PythonProject& project, const CataloguePtr& catalogue,
-                    const py::kwargs& limits) {
-    return std::make_shared<const PythonStudy>(project, catalogue, LimitsOf(function, limits));
-}
-
-// ---- advise
 
 /// A list of advice with the project that it is about.
 struct PythonAdvice {
@@ -81,17 +76,6 @@ PythonAdviceList AdviseOn(const PythonProject& project, const CataloguePtr& cata
     return made;
 }
 
-std::vector<std::vector<std::string>> PathsOf(const LoadOrder& order) {
-    std::vector<std::vector<std::string>> steps;
-    for (const auto& places : order) {
-        std::vector<std::string>& loads = steps.emplace_back();
-        for (const LoadPlace& place : places) {
-            loads.push_back(PlaceText(place));
-        }
-    }
-    return steps;
-}
-
 py::dict DifferenceRow(const MemberDifference& difference) {
     py::dict row;
     row["path"] = difference.path;
@@ -137,6 +121,149 @@ ProjectPtr Applied(const PythonAdvice& self) {
         Altered(self.study->Project(), self.advice.alterations, self.study->Tables().rules));
 }
 
+// ---- states for pickle
+
+/// Kind, member and value, load and side that it moves to, order, place.
+using AlterationState = std::tuple<std::size_t, std::optional<std::pair<std::string, py::object>>,
+                                   std::optional<std::pair<std::string, bool>>,
+                                   std::optional<std::vector<std::vector<std::string>>>, std::size_t>;
+using DifferenceState = std::tuple<std::string, py::object, py::object, bool>;
+/// An advice without its study.
+using PieceState = std::tuple<std::vector<AlterationState>, std::vector<DifferenceState>, std::string,
+                              SizingState, std::optional<double>>;
+using AdviceState = std::pair<StudyState, PieceState>;
+/// A list without advice has no study.
+using AdviceListState = std::tuple<SizingState, bool, std::optional<StudyState>, std::vector<PieceState>>;
+
+/// A project to look members up in as changes bring them.
+class MemberProbe {
+  public:
+    explicit MemberProbe(const PythonStudy& study) : m_study(&study), m_project(study.Project()) {}
+
+    [[nodiscard]] PropertyFacts FactsOf(const std::string& path) { return FactsAt(m_project, path); }
+    void Take(const MemberValue& change) { TryChange(m_project, change, m_study->Tables().rules); }
+
+  private:
+    const PythonStudy* m_study;
+    StudyProject m_project;
+};
+
+AlterationState StateOfAlteration(const Alteration& alteration, MemberProbe& probe) {
+    AlterationState state;
+    auto& [kind, member, move, order, place] = state;
+    kind = static_cast<std::size_t>(alteration.kind);
+    if (alteration.member) {
+        const auto& [path, value] = *alteration.member;
+        member.emplace(path, ToPython(probe.FactsOf(path), value));
+        probe.Take(*alteration.member);
+    }
+    if (alteration.move) {
+        move.emplace(PlaceText(alteration.move->load), alteration.move->isBefore);
+    }
+    if (alteration.order) {
+        order = PathsOf(*alteration.order);
+    }
+    place = alteration.place;
+    return state;
+}
+
+Alteration AlterationOf(const AlterationState& state, const CLoadProfile& profile, MemberProbe& probe) {
+    const auto& [kind, member, move, order, place] = state;
+    if (kind >= kAdviceKinds.size()) {
+        throw py::value_error(fmt::format("there is no kind {} of advice", kind));
+    }
+    if (int{member.has_value()} + int{move.has_value()} + int{order.has_value()} != 1) {
+        throw py::value_error("an alteration is one of a member, of a load's step or of the order");
+    }
+    Alteration alteration;
+    alteration.kind = static_cast<AdviceKind>(kind);
+    alteration.place = place;
+    if (member) {
+        const auto& [path, value] = *member;
+        alteration.member = MemberValue{path, FromPython(probe.FactsOf(path), value)};
+        probe.Take(*alteration.member);
+    }
+    if (move) {
+        alteration.move = LoadMove{.load = ParsePlace(move->first, profile), .isBefore = move->second};
+    }
+    if (order) {
+        alteration.order = OrderOf(*order, profile);
+    }
+    return alteration;
+}
+
+PieceState StateOfPiece(const PythonAdvice& self) {
+    PieceState state;
+    auto& [alterations, differences, text, sizing, saved] = state;
+    MemberProbe probe(*self.study);
+    for (const Alteration& alteration : self.advice.alterations) {
+        alterations.push_back(StateOfAlteration(alteration, probe));
+    }
+    for (const MemberDifference& difference : self.advice.differences) {
+        differences.emplace_back(difference.path, ToPython(difference.facts, difference.from),
+                                 ToPython(difference.facts, difference.to), difference.follows);
+    }
+    text = self.advice.text;
+    sizing = StateOf(self.advice.sizing);
+    saved = self.advice.saved;
+    return state;
+}
+
+PythonAdvice PieceOf(const StudyPtr& study, const PieceState& state) {
+    const auto& [alterations, differences, text, sizing, saved] = state;
+    PythonAdvice made{
+        .study = study,
+        .advice = {
+            .alterations = {}, .differences = {}, .text = text, .sizing = SizingOf(sizing), .saved = saved}};
+    MemberProbe probe(*study);
+    std::size_t members = 0;
+    for (const AlterationState& alteration : alterations) {
+        made.advice.alterations.push_back(AlterationOf(alteration, study->Project().loadProfile, probe));
+        members += made.advice.alterations.back().member ? 1 : 0;
+    }
+    if (alterations.empty() || differences.size() < members) {
+        throw py::value_error("an advice has alterations, and a difference for each of a member");
+    }
+    for (const auto& [path, from, to, follows] : differences) {
+        const PropertyFacts facts = probe.FactsOf(path);
+        made.advice.differences.push_back({.path = path,
+                                           .facts = facts,
+                                           .from = FromPython(facts, from),
+                                           .to = FromPython(facts, to),
+                                           .follows = follows});
+    }
+    return made;
+}
+
+AdviceListState StateOfList(const PythonAdviceList& self) {
+    AdviceListState state{StateOf(self.now), self.allBelowMinLoading, std::nullopt, {}};
+    for (const PythonAdvice& advice : self.advice) {
+        std::get<3>(state).push_back(StateOfPiece(advice));
+    }
+    if (!self.advice.empty()) {
+        std::get<2>(state) = StateOf(*self.advice.front().study);
+    }
+    return state;
+}
+
+PythonAdviceList ListOf(const AdviceListState& state) {
+    const auto& [now, allBelowMinLoading, studyState, pieces] = state;
+    PythonAdviceList list{.now = SizingOf(now), .allBelowMinLoading = allBelowMinLoading, .advice = {}};
+    if (pieces.empty()) {
+        return list;
+    }
+    if (!studyState) {
+        throw py::value_error("a list of advice is about a project");
+    }
+    const StudyPtr study = StudyOf(*studyState);
+    for (const PieceState& piece : pieces) {
+        list.advice.push_back(PieceOf(study, piece));
+    }
+    return list;
+}
+
+}  // namespace
+
 void BindAdvice(py::module_& module) {
     py::class_<PythonAdvice>(module, "Advice", "A change after which a smaller set does, or one at all.")
         .def_property_readonly("kind", KindOf, "Kind of the change, \"starter\" or \"starter+limit\".")
@@ -156,8 +283,14 @@ void BindAdvice(py::module_& module) {
             "The tightest test of that set; None without any.")
         .def_property_readonly("project", Applied,
                                "A copy of the project with the change made. A most loading is no part of it.")
-        .def("__repr__",
-             [](const PythonAdvice& self) { return "<genvara.Advice " + self.advice.text + ">"; });
+        .def("__repr__", [](const PythonAdvice& self) { return "<genvara.Advice " + self.advice.text + ">"; })
+        .def("__reduce__",
+             Reduced<PythonAdvice>(
+                 module, "_advice",
+                 [](const PythonAdvice& self) {
+                     return AdviceState(StateOf(*self.study), StateOfPiece(self));
+                 },
+                 [](const AdviceState& state) { return PieceOf(StudyOf(state.first), state.second); }));
     py::class_<PythonAdviceList>(module, "AdviceList", "Advice, the smallest set first.")
         .def_property_readonly(
             "now", [](const PythonAdviceList& self) { return self.now.set; },
@@ -178,111 +311,15 @@ void BindAdvice(py::module_& module) {
              [](const py::object& self) {
                  return py::reinterpret_steal<py::object>(PySeqIter_New(self.ptr()));
              })
-        .def("__repr__", [](const PythonAdviceList& self) {
-            return fmt::format("<genvara.AdviceList of {}>", self.advice.size());
-        });
-}
-
-// ---- order
-
-struct PythonOrder {
-    StudyPtr study;
-    OrderAnswer answer;
-};
-
-/// A load as its path, or as itself.
-std::string PlaceOf(const py::handle& load) {
-    return py::hasattr(load, "path") ? load.attr("path").cast<std::string>() : load.cast<std::string>();
-}
-
-std::vector<LoadPair> PairsOf(const py::iterable& pairs, const CLoadProfile& profile) {
-    std::vector<LoadPair> made;
-    for (const py::handle pair : pairs) {
-        const auto loads = py::tuple(py::reinterpret_borrow<py::object>(pair));
-        if (py::isinstance<py::str>(pair) || loads.size() != 2) {
-            throw py::type_error("a pair of loads is a tuple of two: paths, or loads themselves");
-        }
-        made.emplace_back(ParsePlace(PlaceOf(loads[0]), profile), ParsePlace(PlaceOf(loads[1]), profile));
-    }
-    return made;
-}
-
-PythonOrder OrderOf(const PythonProject& project, const CataloguePtr& catalogue,
-                    std::optional<std::int32_t> maxSteps, const py::iterable& before,
-                    const py::iterable& together, double seconds, const py::kwargs& limits) {
-    if (maxSteps && *maxSteps < 1) {
-        throw py::value_error("max_steps must be at least 1");
-    }
-    if (!(seconds >= 0.0)) {
-        throw py::value_error("seconds must not be below 0");
-    }
-    const StudyPtr study = BeginStudy("order", project, catalogue, limits);
-    const CLoadProfile& profile = study->Project().loadProfile;
-    const OrderRules rules{.maxSteps = maxSteps.value_or(profile.NumLoadSteps()),
-                           .before = PairsOf(before, profile),
-                           .together = PairsOf(together, profile)};
-    RequireOrder(profile, rules);
-    SearchEffort effort;
-    effort.seconds = seconds;
-    return {study, DoInterruptibly([&](const StopFlag& stop) {
-                return FindOrder(study->Project(), rules, study->Tables(), effort, stop);
-            })};
-}
-
-py::object BoundOf(const PythonOrder& self) {
-    const std::optional<CatalogueRow>& row = self.answer.bound;
-    if (!row) {
-        return py::none();
-    }
-    py::dict bound;
-    bound["model_num"] = row->ModelNum;
-    bound["alt_num"] = row->AltNum;
-    bound["engine_num"] = row->EngineNum;
-    bound["nominal_rating"] = row->NominalRating;
-    bound["derated_rating"] = row->DeratedRating;
-    return bound;
-}
-
-ProjectPtr OrderedProject(const PythonOrder& self) {
-    const StudyProject& given = self.study->Project();
-    return self.study->Made(self.answer.isPresent ? given : Reordered(given, self.answer.steps));
-}
-
-void BindOrder(py::module_& module) {
-    py::class_<PythonOrder>(module, "Order", "In which order loads should start, and which set then does.")
-        .def_property_readonly(
-            "now", [](const PythonOrder& self) { return self.answer.now.set; },
-            "The first recommended set as the project stands; None without any.")
-        .def_property_readonly(
-            "best", [](const PythonOrder& self) { return self.answer.best.set; },
-            "That of the best permitted order; None without any.")
-        .def_property_readonly(
-            "proven", [](const PythonOrder& self) { return self.answer.proven; },
-            "Whether no permitted order does with a smaller set.")
-        .def_property_readonly(
-            "present_is_permitted", [](const PythonOrder& self) { return self.answer.presentIsPermitted; },
-            "Whether the present order keeps to the rules.")
-        .def_property_readonly("bound", BoundOf,
-                               "The smallest row of the catalogue that no proof excludes, or None.")
-        .def_property_readonly(
-            "steps", [](const PythonOrder& self) { return PathsOf(self.answer.steps); },
-            "The loads of each step, by their paths in the project as given.")
-        .def_property_readonly("project", OrderedProject, "A copy of the project in that order.")
-        .def("__repr__", [](const PythonOrder& self) {
-            const auto nameOf = [](const Sizing& sizing) {
-                return sizing.set ? sizing.set->ModelNum : std::string("none");
-            };
-            return fmt::format("<genvara.Order now {}, best {}{}>", nameOf(self.answer.now),
-                               nameOf(self.answer.best), self.answer.proven ? ", proven" : "");
-        });
-}
-
-}  // namespace
-
-void BindStudies(py::module_& module) {
-    BindAdvice(module);
-    BindOrder(module);
-    // The class of projects is bound by now; this is the part of it that is about studies.
+        .def("__repr__",
+             [](const PythonAdviceList& self) {
+                 return fmt::format("<genvara.AdviceList of {}>", self.advice.size());
+             })
+        .def("__reduce__",
+             Reduced<PythonAdviceList>(
+                 module, "_advice_list", [](const PythonAdviceList& self) { return StateOfList(self); },
+                 [](const AdviceListState& state) { return ListOf(state); }));
+    // The class of projects is bound by now; this is the part of it that is about advice.
     const py::object project = module.attr("Project");
     project.attr("advise") = py::cpp_function(
         AdviseOn, py::name("advise"), py::is_method(project), py::arg("catalogue").none(false), py::kw_only(),
@@ -291,14 +328,6 @@ void BindStudies(py::module_& module) {
         "`kinds` are some of \"order\", \"split\", \"starter\", \"rectifier\", \"limit\", \"rise\", "
         "\"sets\", "
         "\"fuel\"; `jobs` threads share the work. Other keywords are the limits of the run.");
-    project.attr("order") = py::cpp_function(
-        OrderOf, py::name("order"), py::is_method(project), py::arg("catalogue").none(false), py::kw_only(),
-        py::arg("max_steps") = py::none(), py::arg("before") = py::tuple(), py::arg("together") = py::tuple(),
-        py::arg("seconds") = 10.0,
-        "In which order loads should start, so that the smallest set does, in at most `max_steps` steps (now "
-        "as many as there are). Of each pair of `before` the first load starts in an earlier step, and each "
-        "pair of `together` in one. The search stops after `seconds`. Other keywords are the limits of the "
-        "run.");
 }
 
 }  // namespace genvara::python
