@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "ChartAxis.h"
@@ -111,12 +112,14 @@ AxisRow::AxisRow(const QString& name, const QString& caption, bool isOptional, Q
     auto* fields = new QHBoxLayout(m_range);
     fields->setContentsMargins(0, 0, 0, 0);
     fields->setSpacing(metrics::kGap);
-    const struct {
+    struct Bound {
         QLineEdit* field;
         QString name;
         QString caption;
-    } rows[] = {{m_from, "From", tr("from")}, {m_to, "To", tr("to")}, {m_by, "By", tr("by")}};
-    for (const auto& row : rows) {
+    };
+    const std::array rows{Bound{m_from, "From", tr("from")}, Bound{m_to, "To", tr("to")},
+                          Bound{m_by, "By", tr("by")}};
+    for (const Bound& row : rows) {
         row.field->setObjectName("txt" + name + row.name);
         row.field->setAccessibleName(row.caption);
         SetDigits(*row.field, kDigits);

@@ -220,6 +220,7 @@ class StepChartMaker {
 
 std::vector<StepChart> StepChartsOf(const ExplainedSet& explained, const StudyProject& project) {
     std::vector<StepChart> charts;
+    charts.reserve(kRecipes.size());
     for (const Recipe& recipe : kRecipes) {
         charts.push_back(StepChartMaker(explained, project, recipe).Make());
     }

@@ -32,8 +32,9 @@ AxisTicks TicksOver(double least, double greatest, int most) {
     const double first = std::floor(least / step + 1e-9);
     const double last = std::ceil(greatest / step - 1e-9);
     AxisTicks ticks{.least = first * step, .greatest = last * step};
-    for (double tick = first; tick <= last; tick += 1.0) {
-        ticks.values.push_back(tick * step);
+    const auto count = static_cast<int>(last - first) + 1;
+    for (int tick = 0; tick < count; ++tick) {
+        ticks.values.push_back((first + tick) * step);
     }
     ticks.decimals = std::clamp(static_cast<int>(std::ceil(-std::log10(step) - 1e-9)), 0, 9);
     return ticks;

@@ -7,8 +7,7 @@ namespace {
 
 QColor Between(const QColor& one, const QColor& other, double share) {
     const auto mix = [share](int a, int b) { return a + qRound((b - a) * share); };
-    return QColor(mix(one.red(), other.red()), mix(one.green(), other.green()),
-                  mix(one.blue(), other.blue()));
+    return {mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue())};
 }
 
 constexpr double kGridShare = 0.16;  ///< how far grid lines stand out from the ground

@@ -41,7 +41,8 @@ class MapPainter {
         const MapChart::Cell& cell = m_figures->cells[index];
         const std::size_t rows = m_figures->rows.size();
         const QRectF& plot = m_frame->Plot();
-        const QRectF place(plot.left() + m_width * static_cast<double>(index / rows),
+        const std::size_t column = index / rows;
+        const QRectF place(plot.left() + m_width * static_cast<double>(column),
                            plot.bottom() - m_height * static_cast<double>(index % rows + 1), m_width,
                            m_height);
         QPainter& painter = m_frame->Painter();
