@@ -13,7 +13,9 @@ namespace genvara {
 namespace {
 
 constexpr int kWidestColumn = 420;  // pixels
-constexpr int kStaleVeil = 150;     // of 255
+constexpr int kMostLines = 2;
+constexpr int kRowRoom = 10;     // pixels above and below the lines together
+constexpr int kStaleVeil = 150;  // of 255
 
 }  // namespace
 
@@ -33,6 +35,7 @@ GridView::GridView(const QString& name, Choose choose, QWidget* parent)
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(40);
     verticalHeader()->setHighlightSections(false);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     if (choose == Choose::Rows) {
         setSelectionBehavior(QAbstractItemView::SelectRows);
         verticalHeader()->hide();
@@ -71,18 +74,14 @@ void GridView::FitColumns() {
     }
 }
 
+/// All rows as high as the highest; a text of more than two lines ends there, and has its tip.
 void GridView::FitRows() {
-    resizeRowsToContents();
-    if (m_model.HasNamesAside()) {
-        // A row without bars is as high as those with them.
-        int highest = 0;
-        for (int row = 0; row < m_sorted.rowCount(); ++row) {
-            highest = std::max(highest, rowHeight(row));
-        }
-        for (int row = 0; row < m_sorted.rowCount(); ++row) {
-            setRowHeight(row, highest);
-        }
+    const int most = kMostLines * fontMetrics().lineSpacing() + kRowRoom;
+    int highest = 0;
+    for (int row = 0; row < m_sorted.rowCount(); ++row) {
+        highest = std::max(highest, sizeHintForRow(row));
     }
+    verticalHeader()->setDefaultSectionSize(std::min(highest, most));
 }
 
 void GridView::Stretch(int column) {
