@@ -46,8 +46,7 @@ class ProfileNode final : public QTreeWidgetItem {
             return QTreeWidgetItem::data(column, role);
         }
         if (column == profile_column::kText) {
-            return role == Qt::AccessibleDescriptionRole ? tree->Cells().Words(ProfileTree::PlaceOf(*this))
-                                                         : QTreeWidgetItem::data(column, role);
+            return role == Qt::AccessibleDescriptionRole ? Words(*tree) : QTreeWidgetItem::data(column, role);
         }
         if (role == Qt::DisplayRole) {
             return column == profile_column::kNumber
@@ -59,6 +58,12 @@ class ProfileNode final : public QTreeWidgetItem {
     }
 
   private:
+    [[nodiscard]] QString Words(const ProfileTree& tree) const {
+        const QString words = tree.Cells().Words(ProfileTree::PlaceOf(*this));
+        return ProfileTree::IsStep(*this)
+                   ? ProfileTree::tr("step %1, %2").arg(tree.StepPosition(*this)).arg(words)
+                   : words;
+    }
     [[nodiscard]] QVariant Number(const ProfileTree& tree) const {
         return ProfileTree::IsStep(*this) ? tree.StepPosition(*this) : QVariant();
     }

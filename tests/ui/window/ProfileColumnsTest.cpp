@@ -232,7 +232,7 @@ TEST_F(ProfileColumns, ARowIsReadAsAWhole) {
     EXPECT_EQ(Node(1, 1).data(0, Qt::AccessibleDescriptionRole).toString(),
               "quantity 2, phases 3, running 16.00 kW, 20.00 kVA, starting 60.00 kW, 120.00 kVA");
     EXPECT_EQ(Node(1).data(0, Qt::AccessibleDescriptionRole).toString(),
-              "running 16.00 kW, 20.00 kVA, starting 60.00 kW, 120.00 kVA");
+              "step 1, running 16.00 kW, 20.00 kVA, starting 60.00 kW, 120.00 kVA");
     EXPECT_EQ(Control<QWidget>("panLoadProfile", "fraTotals").accessibleName(),
               "All steps: running 16.00 kW, 20.00 kVA, starting 60.00 kW, 120.00 kVA");
     EXPECT_EQ(Total("lblTotalRunningKVA").accessibleName(), "Running kVA of all steps: 20.00");
