@@ -185,6 +185,16 @@ TEST_F(ProfileColumns, TheLeastImportantGoFirst) {
     EXPECT_EQ(Shown().size(), 8U) << "and they come back";
 }
 
+TEST_F(ProfileColumns, TheFirstSizeOfTheWindowHasRoomForThree) {
+    Window().resize(800, 567);
+    AddStep("A");
+    QCoreApplication::processEvents();
+    EXPECT_THAT(Shown(), testing::IsSupersetOf({profile_column::kQuantity, kRunningKW, kStartingKVA}));
+    Window().resize(1000, 567);
+    QCoreApplication::processEvents();
+    EXPECT_THAT(Shown(), testing::IsSupersetOf({kRunningKW, kRunningKVA, kStartingKW, kStartingKVA}));
+}
+
 TEST_F(ProfileColumns, NoFigureIsCut) {
     AddStep("A");
     Widen(900);
