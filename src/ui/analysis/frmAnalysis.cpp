@@ -299,7 +299,8 @@ void frmAnalysis::keyPressEvent(QKeyEvent* event) {
 }
 
 std::vector<FlowBlock> frmAnalysis::Report() const {
-    return m_isFresh ? AnalysisReport(m_result, m_set, m_advice->List().get()) : std::vector<FlowBlock>();
+    return m_isFresh ? AnalysisReport(m_result, m_set, m_advice->List().get(), m_desk->Now())
+                     : std::vector<FlowBlock>();
 }
 
 }  // namespace genvara

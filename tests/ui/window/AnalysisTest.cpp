@@ -8,6 +8,7 @@
 #include <QTreeWidget>
 
 #include "AnalysisFixture.h"
+#include "AnalysisReport.h"
 #include "ChartView.h"
 #include "EntryField.h"
 #include "Globals.h"
@@ -304,6 +305,30 @@ TEST_F(AnalysisTest, PairsCanBeCancelledAndTheSinglesStay) {
     EXPECT_FALSE(Page<AdvicePage>("pagAdvice").Study().IsWorking());
     EXPECT_EQ(Page<AdvicePage>("pagAdvice").List(), singles);
     EXPECT_TRUE(Page<QPushButton>("cmdPairs").isEnabled());
+}
+
+TEST_F(AnalysisTest, TheReportTellsWhereWhenAndWithinWhat) {
+    Analyse("hospital.prj");
+    std::string texts;
+    for (const FlowBlock& block : AnalysisReport(Analysis().Result(), 0, nullptr, {2026, 3, 4, 15, 6, 7})) {
+        if (const auto* text = std::get_if<FlowText>(&block)) {
+            texts += text->text.toStdString() + "\n";
+        }
+    }
+    EXPECT_THAT(texts, HasSubstr("Date: March 4, 2026\n"));
+    // 152.4 m / 0.3048 = 500 feet; 35 x 1.8 + 32 = 95
+    EXPECT_THAT(texts,
+                HasSubstr("Site: 480 V, 60 Hz, Diesel, altitude 152 m (500 feet), 35 \u00B0C (95 \u00B0F), "
+                          "one set\n"));
+    EXPECT_THAT(texts,
+                HasSubstr("Limits: voltage dip 10 to 20 % by step, frequency dip 15 %, voltage distortion "
+                          "10 %, loading 30 to 80 %\n"));
+}
+
+TEST_F(AnalysisTest, WhatStandsThereNowIsReadInBothUnits) {
+    Analyse("quarry.prj");
+    // 3650.01048 m / 0.3048 = 11975.1 feet
+    EXPECT_EQ(Page<QLabel>("lblVaryNow").text().toStdString(), "now 3650.01 m (11975 feet)");
 }
 
 TEST_F(AnalysisTest, SavesTheReportOnPages) {
