@@ -23,8 +23,8 @@ namespace {
 /// A label of a property as most loads have them, for a column that seldom jumps from load to load.
 constexpr const char* kUsualLabel = "Starting Method";
 // At the window's first size [pixels].
-constexpr int kListWidth = 402;
-constexpr int kPropertiesWidth = 240;
+constexpr int kListWidth = 432;
+constexpr int kPropertiesWidth = 210;
 constexpr int kPropertyHeight = 22;  // pixels, as the tree's rows with their pictures
 
 int LabelWidth(const QWidget& list, const QString& label) {
@@ -75,6 +75,7 @@ void panLoadProfile::Build() {
     m_properties->setRootIsDecorated(false);
     m_properties->setUniformRowHeights(true);
     m_properties->setAllColumnsShowFocus(true);
+    m_properties->header()->setSectionResizeMode(1, QHeaderView::Stretch);
     m_properties->header()->resizeSection(0, LabelWidth(*m_properties, kUsualLabel));
 
     auto* split = new QSplitter(Qt::Horizontal);
@@ -82,8 +83,8 @@ void panLoadProfile::Build() {
     split->addWidget(m_properties);
     split->setChildrenCollapsible(false);
     // What a wide window has to spare goes to the columns.
-    split->setStretchFactor(0, 1);
-    split->setStretchFactor(1, 0);
+    split->setStretchFactor(0, 6);
+    split->setStretchFactor(1, 1);
     split->setSizes({kListWidth, kPropertiesWidth});
     Content()->addWidget(split, 1);
     Content()->addWidget(m_finder);
