@@ -155,6 +155,37 @@ TEST_F(AnalysisTest, OrderIsThatOfTheStudyAndKeepsToItsRules) {
     EXPECT_EQ(sizer.Size(Project()).total, expected.best.total);
 }
 
+/// All three rules that a drag may make.
+TEST_F(AnalysisTest, RulesAreGivenByKeys) {
+    Analyse("quarry.prj");
+    ShowPage("pagOrder");
+    auto& tree = Page<QTreeWidget>("treNow");
+    tree.setFocus();
+    EXPECT_FALSE(Page<QPushButton>("cmdBehind").isEnabled());
+    tree.setCurrentItem(tree.topLevelItem(1)->child(0));  // the conveyors
+    for (int down = 0; down < 2; ++down) {
+        QTest::keyClick(&tree, Qt::Key_Down, Qt::ControlModifier);
+    }
+    QTest::keyClick(&tree, Qt::Key_Space, Qt::ControlModifier);  // the crusher
+    const auto rules = [this] {
+        QStringList texts;
+        for (int row = 0; row < Page<QListWidget>("lstRules").count(); ++row) {
+            texts += Page<QListWidget>("lstRules").item(row)->text();
+        }
+        return texts;
+    };
+    Click(Analysis(), "cmdBehind");
+    EXPECT_EQ(rules(), QStringList{"Primary crusher starts before Conveyor drives"});
+    for (const auto& [button, rule] :
+         {std::pair{"cmdBefore", "Conveyor drives starts before Primary crusher"},
+          std::pair{"cmdTogether", "Conveyor drives and Primary crusher start together"}}) {
+        Page<QListWidget>("lstRules").setCurrentRow(0);
+        Click(Analysis(), "cmdRemoveRule");
+        Click(Analysis(), button);
+        EXPECT_EQ(rules(), QStringList{rule});
+    }
+}
+
 TEST_F(AnalysisTest, WhatIfIsTheSweepOfTheStudy) {
     Analyse("hospital.prj");
     ShowPage("pagWhatIf");
