@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -155,9 +156,37 @@ class TableReader {
             imported.load = MakeTableLoad(cells, *m_site, *m_rules);
             if (imported.load) {
                 imported.figures = FiguresOf(*imported.load);
+                NoteReading(cells);
             }
         }
         m_table.rows.push_back(std::move(imported));
+    }
+
+    /// Tells once for each column how a motor's size was read, where others would read it otherwise.
+    void NoteReading(const RowReader& row) {
+        const auto note = [&](std::size_t column, std::string_view sentence) {
+            if (m_noted.insert(column).second) {
+                m_table.notes.push_back(
+                    fmt::format(fmt::runtime(sentence), QuotedCell(m_context.columns[column].heading)));
+            }
+        };
+        const auto says = [&](std::size_t column, std::string_view word) {
+            return PlainLetters(m_context.columns[column].heading).find(word) != std::string::npos;
+        };
+        const auto drawn = row.SourceOf("RunningRealPower");
+        if (row.LoadType() == load_type::kMotor && drawn && !says(drawn->column, "run")) {
+            note(drawn->column,
+                 "\"{}\" is read as what a motor takes from the line while it runs. Head the column \"Motor "
+                 "rating [kW]\" if it is what the motor gives at its shaft.");
+        }
+        for (const std::string_view member : {"HP", "MtrRating"}) {
+            const auto rated = row.SourceOf(member);
+            if (rated && !rated->hasUnit && !says(rated->column, "hp") &&
+                !says(rated->column, "horsepower")) {
+                note(rated->column,
+                     "\"{0}\" names no unit and is read in hp. Head the column \"{0} [kW]\" if it is in kW.");
+            }
+        }
     }
 
     static std::optional<std::int32_t> KindOf(RowReader& reader) {
@@ -177,6 +206,7 @@ class TableReader {
     TableContext m_context;
     std::optional<char> m_usual;
     ImportedTable m_table;
+    std::set<std::size_t> m_noted;  ///< columns whose reading was told
 };
 
 }  // namespace

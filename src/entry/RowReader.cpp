@@ -125,6 +125,16 @@ bool RowReader::Has(std::string_view member) const {
     return Find(member).has_value();
 }
 
+std::optional<RowReader::Source> RowReader::SourceOf(std::string_view member) const {
+    const std::optional<Place> place = Find(member);
+    if (!place) {
+        return std::nullopt;
+    }
+    return Source{.column = place->column,
+                  .hasUnit = m_table->columns[place->column].meaning.unit ||
+                             !m_table->numbers.Read(CellAt(place->column)).unit.empty()};
+}
+
 std::string RowReader::CellOf(std::string_view member) const {
     const std::optional<Place> place = Find(member);
     return place ? OneLine(CellAt(place->column)) : std::string();
@@ -185,7 +195,7 @@ std::optional<TableUnit> RowReader::UnitOf(const Place& place, const TableFigure
             return std::nullopt;
         }
     }
-    if (unit && !IsUnitOf(*unit, field.measure)) {
+    if (unit && !Takes(field, *unit)) {
         RefuseAt(place.column, fmt::format("{}: {} is no unit of it. {}", field.caption, unit->name,
                                            WantedText(BoundsOf(field), m_table->shown)));
         return std::nullopt;
@@ -239,10 +249,14 @@ std::optional<double> RowReader::Figure(std::string_view member) {
     if (!form) {
         return std::nullopt;
     }
-    const std::string complaint =
-        Complaint(BoundsOf(*place->field), m_table->shown.Plain(*form), m_table->shown);
+    const NumberBounds bounds = BoundsOf(*place->field);
+    const std::string complaint = Complaint(bounds, m_table->shown.Plain(*form), m_table->shown);
     if (!complaint.empty()) {
-        RefuseAt(place->column, complaint);
+        // A figure that was worked out from another unit has more digits than anybody wants to read.
+        constexpr double kReadable = 100.0;  // two decimals
+        const double rounded = std::round(*form * kReadable) / kReadable;
+        const std::string readable = Complaint(bounds, m_table->shown.Plain(rounded), m_table->shown);
+        RefuseAt(place->column, readable.empty() ? complaint : readable);
         return std::nullopt;
     }
     return model;

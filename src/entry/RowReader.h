@@ -55,6 +55,12 @@ class RowReader {
 
     /// Whether a cell gives a member.
     [[nodiscard]] bool Has(std::string_view member) const;
+    /// The column whose cell gives a member, and whether heading or cell name its unit.
+    struct Source {
+        std::size_t column = 0;
+        bool hasUnit = false;
+    };
+    [[nodiscard]] std::optional<Source> SourceOf(std::string_view member) const;
     /// What stands in the cell; empty if none gives the member.
     [[nodiscard]] std::string CellOf(std::string_view member) const;
     /// A text in one line, in typographic quotes as all texts that are entered.

@@ -107,6 +107,10 @@ constexpr TableField Figure(std::int32_t loadType, std::string_view member, std:
 // one among them is a heading of a unit alone.
 constexpr std::string_view kSize =
     "|power|ratedpower|rating|size|capacity|load|running|runningpower|runpower|run|demand";
+/// What a motor takes from the line.
+constexpr std::string_view kDrawn = "|power|load|running|runningpower|runpower|run|demand";
+/// What a motor gives at its shaft, by which it is sold.
+constexpr std::string_view kShaft = "motorrating|motorsize|motorpower|rating|ratedpower|size|capacity";
 constexpr std::string_view kCooling =
     "|power|ratedpower|rating|size|capacity|load|coolingpower|coolingcapacity|cooling";
 constexpr std::string_view kStart = "starting|start|startingpower|startpower|startingcurrent|startcurrent";
@@ -171,9 +175,9 @@ constexpr std::array kFields{
            LinearFactorBounds),
 
     Cell(kMotor, kEntryMethodName, "Entry method", CellType::Choice),
-    Figure(kMotor, "HP", "Horsepower", {.shared = kMotorSize, .sharedWithUnit = kSize}, Measure::Horsepower,
-           MotorSize<motor_entry::kHorsepower>),
-    Figure(kMotor, "RunningRealPower", "Running kW", {.sharedWithUnit = kSize}, Measure::RealPower,
+    Figure(kMotor, "HP", "Horsepower", {.shared = kMotorSize, .sharedWithUnit = kSize, .shaft = kShaft},
+           Measure::Horsepower, MotorSize<motor_entry::kHorsepower>),
+    Figure(kMotor, "RunningRealPower", "Running kW", {.sharedWithUnit = kDrawn}, Measure::RealPower,
            MotorSize<motor_entry::kRunningKW>, kPerKilo),
     Figure(kMotor, "RunningAmps", "Running Amps",
            {.own = "runamps|runningcurrent|fullloadamps|fla", .withUnit = "running|run"}, Measure::Amperes,
@@ -208,8 +212,9 @@ constexpr std::array kFields{
     Cell(kUPS, "InputFilterInstalled", "Input Filtering Installed", CellType::Truth, {.shared = kFilter}),
 
     Cell(kVFD, "InputType", "VFD Type", CellType::Choice, {.own = "drivetype", .shared = kRectifier}),
-    Figure(kVFD, "MtrRating", "Motor Rating", {.shared = kMotorSize, .sharedWithUnit = kSize},
-           Measure::Horsepower, MotorRating),
+    Figure(kVFD, "MtrRating", "Motor Rating",
+           {.shared = kMotorSize, .sharedWithUnit = kSize, .shaft = kShaft}, Measure::Horsepower,
+           MotorRating),
     Figure(kVFD, "Efficiency", "Efficiency", {.own = "driveefficiency|eff|driveeff"}, Measure::Percent,
            Efficiency),
     Figure(kVFD, "KVALimit", "Start kVA Limit", {.own = "startingkvalimit|runstartkvalimit"},
@@ -228,6 +233,11 @@ const TableField* FindTableField(std::int32_t loadType, std::string_view member)
         return field.member == member && (field.loadType == loadType || field.loadType == kAnyLoad);
     });
     return found == kFields.end() ? nullptr : found;
+}
+
+bool Takes(const TableField& field, const TableUnit& unit) noexcept {
+    return IsUnitOf(unit, field.measure) ||
+           (unit.measure == Measure::RealPower && !field.words.shaft.empty());
 }
 
 bool NeedsUnit(const TableField& field) noexcept {

@@ -39,7 +39,7 @@ struct TableUnit {
 /// Whether a unit is one that a measure is given in: its own, or percent of a power factor.
 [[nodiscard]] bool IsUnitOf(const TableUnit& unit, Measure measure) noexcept;
 
-/// A number of a unit in the model's.
+/// A number of a unit in the model's; W become the horsepower of a shaft.
 [[nodiscard]] double InModel(double number, const TableUnit& unit, Measure measure) noexcept;
 
 /// What a cell holds.
@@ -59,6 +59,7 @@ struct HeadingWords {
     std::string_view shared{};          ///< with other fields
     std::string_view withUnit{};        ///< that mean it with a unit of its measure; "" is a unit alone
     std::string_view sharedWithUnit{};  ///< the same, shared with other fields
+    std::string_view shaft{};           ///< that mean a motor's rating with W or kW, those at its shaft
 };
 
 /// A member of a kind of load that its entry form lets one enter.
@@ -92,6 +93,10 @@ struct HeadingMeaning {
 
 /// The heading that is most like one without a meaning; empty if none is a slip away.
 [[nodiscard]] std::string LikeHeading(std::string_view heading);
+
+/// Whether a number of a unit can be entered in a field: one of its measure, and W or kW for the rating of a
+/// motor.
+[[nodiscard]] bool Takes(const TableField& field, const TableUnit& unit) noexcept;
 
 /// Whether the numbers of a field without a unit cannot be understood.
 [[nodiscard]] bool NeedsUnit(const TableField& field) noexcept;

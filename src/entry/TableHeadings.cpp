@@ -14,6 +14,8 @@ namespace {
 
 constexpr double kPerKilo = 1000.0;
 constexpr double kPercents = 100.0;
+/// W of a mechanical horsepower: 550 foot-pounds a second.
+constexpr double kWattsPerHorsepower = 745.69987158227022;
 
 struct UnitRow {
     std::string_view word;  // in plain letters
@@ -52,9 +54,10 @@ constexpr std::array<UnitRow, 30> kUnits{{{"w", {"W", Measure::RealPower, 1.0}},
 
 /// How a word names a field.
 enum class Naming : std::uint8_t {
-    Member,   ///< by its name in the model, whose unit it then has
-    Words,    ///< plainly
-    WithUnit  ///< only with a unit of its measure
+    Member,    ///< by its name in the model, whose unit it then has
+    Words,     ///< plainly
+    WithUnit,  ///< only with a unit of its measure
+    Shaft      ///< only with W or kW
 };
 
 /// A heading of a field.
@@ -100,6 +103,9 @@ std::vector<HeadingRow> AllHeadings() {
             if (!words.empty()) {
                 AddWords(rows, words, field, Naming::WithUnit);
             }
+        }
+        if (!field.words.shaft.empty()) {
+            AddWords(rows, field.words.shaft, field, Naming::Shaft);
         }
     }
     return rows;
@@ -159,6 +165,9 @@ bool Means(const HeadingRow& row, const Reading& reading) {
     if (row.words != reading.words) {
         return false;
     }
+    if (row.naming == Naming::Shaft) {
+        return reading.unit && reading.unit->measure == Measure::RealPower;
+    }
     if (reading.isCut) {
         return row.field->measure == Measure::Nothing;
     }
@@ -203,8 +212,12 @@ bool IsUnitOf(const TableUnit& unit, Measure measure) noexcept {
 }
 
 double InModel(double number, const TableUnit& unit, Measure measure) noexcept {
-    return unit.measure == Measure::Percent && measure == Measure::PerUnit ? number / kPercents
-                                                                           : number * unit.factor;
+    if (unit.measure == Measure::Percent && measure == Measure::PerUnit) {
+        return number / kPercents;
+    }
+    const double model = number * unit.factor;
+    return unit.measure == Measure::RealPower && measure == Measure::Horsepower ? model / kWattsPerHorsepower
+                                                                                : model;
 }
 
 HeadingMeaning MeaningOf(std::string_view heading) {

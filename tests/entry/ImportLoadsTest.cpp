@@ -123,6 +123,57 @@ TEST(ImportLoads, AMotorByRunningKW) {
     }
 }
 
+/// What a motor is sold by, in kW: 30 kW / 0.74569987158 kW a horsepower = 40.23066...
+TEST(ImportLoads, ARatingInKilowattsIsThatOfTheShaft) {
+    constexpr double kHorsepower = 40.230662;
+    constexpr double kDigits = 1e-6;
+    const ImportFixture fixture;
+    for (const char* text :
+         {"Type,Motor rating [kW]\nMotor,30\n", "Type,Rating (kW)\nMotor,30\n", "Type,Size\nMotor,30 kW\n",
+          "Type,Rated power [W]\nMotor,30000\n", "Type,HP\nMotor,30 kW\n"}) {
+        const ImportedTable table = fixture.Read(text);
+        ASSERT_THAT(LinesOf(table), IsEmpty()) << text;
+        const auto& motor = fixture.Only<CMtrLoad>(table);
+        EXPECT_EQ(motor.DataEntryMethod(), motor_entry::kHorsepower) << text;
+        EXPECT_THAT(motor.HP(), DoubleNear(kHorsepower, kDigits)) << text;
+        EXPECT_THAT(motor.RunningRealPower(), DoubleNear(kHorsepower * 800, 1e-2)) << text;  // 0.8 kW a hp
+        EXPECT_THAT(table.notes, IsEmpty()) << text;
+    }
+    for (const char* text : {"Type,Motor rating [kW]\nVFD,30\n", "Type,Motor rating\nVFD,30 kW\n",
+                             "Type,Size [kW]\nDrive,30\n"}) {
+        const ImportedTable table = fixture.Read(text);
+        ASSERT_THAT(LinesOf(table), IsEmpty()) << text;
+        EXPECT_THAT(fixture.Only<CVFDLoad>(table).MtrRating(), DoubleNear(kHorsepower, kDigits)) << text;
+    }
+    // 3 / 0.7457 = 4.0231
+    EXPECT_THAT(LinesOf(fixture.Read("Type,Motor rating [kW]\nMotor,-3\n")),
+                ElementsAre(testing::HasSubstr("Horsepower: -4.02 is out of range.")));
+    // What a drive takes from the line is none of its figures, and a compressor's kW may be those of cooling.
+    EXPECT_THAT(LinesOf(fixture.Read("Type,Running [kW]\nVFD,30\n")), testing::Not(IsEmpty()));
+    EXPECT_THAT(LinesOf(fixture.Read("Type,Rating [kW]\nAir Conditioning,30\n")), testing::Not(IsEmpty()));
+}
+
+TEST(ImportLoads, HowAMotorsSizeWasReadIsTold) {
+    const ImportFixture fixture;
+    const std::string drawn =
+        "\" is read as what a motor takes from the line while it runs. Head the column \"Motor rating [kW]\" "
+        "if "
+        "it is what the motor gives at its shaft.";
+    const ImportedTable power = fixture.Read("Type,Power [kW]\nMotor,30\nMotor,20\nMisc,5\n");
+    EXPECT_THAT(power.notes, ElementsAre("\"Power [kW]" + drawn));
+    EXPECT_EQ(fixture.Only<CMtrLoad>(power).RunningRealPower(), 30000);
+    EXPECT_THAT(fixture.Read("Type,kW\nMotor,30\n").notes, ElementsAre("\"kW" + drawn));
+    EXPECT_THAT(fixture.Read("Type,kW\nMisc,30\n").notes, IsEmpty());
+    EXPECT_THAT(fixture.Read("Type,Running kW\nMotor,30\n").notes, IsEmpty());
+    EXPECT_THAT(
+        fixture.Read("Type,Motor rating\nVFD,30\n").notes,
+        ElementsAre("\"Motor rating\" names no unit and is read in hp. Head the column \"Motor rating "
+                    "[kW]\" if it is in kW."));
+    EXPECT_THAT(fixture.Read("Type,Motor size,HP\nMotor,30,\nVFD,,40\n").notes,
+                ElementsAre(testing::HasSubstr("\"Motor size\" names no unit")));
+    EXPECT_THAT(fixture.Read("Type,Motor rating [hp]\nVFD,30\n").notes, IsEmpty());
+}
+
 TEST(ImportLoads, AMotorByAmps) {
     const ImportFixture fixture;
     const ImportedTable table = fixture.Read("Type,Starting Amps,Running Amps,Phase\nMotor,300,60.5,A\n");

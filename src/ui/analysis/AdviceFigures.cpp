@@ -102,7 +102,7 @@ TextGrid ChangesGrid(const Advice& advice, const StudyProject& project) {
                   .columns = {{.caption = QObject::tr("What changes")},
                               {.caption = QObject::tr("From")},
                               {.caption = QObject::tr("To")},
-                              {.caption = QString()}}};
+                              {.caption = QObject::tr("Note")}}};
     for (const Alteration& alteration : advice.alterations) {
         if (alteration.move) {
             const LoadPlace& place = alteration.move->load;

@@ -12,7 +12,8 @@ namespace genvara {
 /// this one, and what would let a smaller set do.
 /// @param set position among the listed sets
 /// @param advice the list; null while it is worked out
+/// @param now when the report is made
 [[nodiscard]] std::vector<FlowBlock> AnalysisReport(const AnalysisResult& result, int set,
-                                                    const AdviceList* advice);
+                                                    const AdviceList* advice, const DateTime& now);
 
 }  // namespace genvara

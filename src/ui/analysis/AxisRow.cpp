@@ -17,6 +17,7 @@
 #include "TextGrid.h"
 #include "Texts.h"
 #include "WhatIfFigures.h"
+#include "mdlConvert.h"
 
 namespace genvara {
 namespace {
@@ -79,6 +80,23 @@ double NumberOf(const PropertyValue& value) {
     }
     const auto* whole = std::get_if<std::int32_t>(&value);
     return whole == nullptr ? 0.0 : *whole;
+}
+
+/// What stands there now, as one reads it: two decimals at most, and the site's figures as its panel may show
+/// them too.
+QString NowText(const PropertyFacts& facts, const PropertyValue& value) {
+    QString text = ShownValue(facts, value);
+    if (IsNumber(facts)) {
+        constexpr double kHundredths = 100.0;
+        text = ShownPlain(std::round(NumberOf(value) * kHundredths) / kHundredths);
+    }
+    text = (text + " " + ToQt(facts.unit)).trimmed();
+    const auto also = [&](double other, const char* unit) {
+        return QString("%1 (%2 %3)").arg(text, ShownNumber(other, 0), QString::fromUtf8(unit));
+    };
+    return facts.unit == "m"         ? also(MetersToFeet(NumberOf(value)), "feet")
+           : facts.unit == "\u00B0C" ? also(CelsiusToFahrenheit(NumberOf(value)), "\u00B0F")
+                                     : text;
 }
 
 }  // namespace
@@ -238,8 +256,7 @@ void AxisRow::ShowMember(bool withRange) {
     if (chosen == nullptr) {
         return;
     }
-    m_now->setText(
-        tr("now %1 %2").arg(ShownValue(chosen->facts, chosen->now), ToQt(chosen->facts.unit)).trimmed());
+    m_now->setText(tr("now %1").arg(NowText(chosen->facts, chosen->now)));
     if (withRange && IsNumber(chosen->facts)) {
         const FirstValues range = FirstRange(chosen->facts, NumberOf(chosen->now));
         m_from->setText(ShownPlain(range.from));

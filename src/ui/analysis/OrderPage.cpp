@@ -35,6 +35,7 @@ OrderPage::OrderPage(AnalysisHost& host, const ExhibitDesk& desk, QWidget* paren
       m_note(new QLabel),
       m_maxSteps(new QSpinBox),
       m_before(new QPushButton(tr("Starts &Before"))),
+      m_behind(new QPushButton(tr("Starts Behi&nd"))),
       m_together(new QPushButton(tr("Start Toget&her"))),
       m_rules(new QListWidget),
       m_remove(new QPushButton(tr("Remo&ve"))),
@@ -45,6 +46,7 @@ OrderPage::OrderPage(AnalysisHost& host, const ExhibitDesk& desk, QWidget* paren
     m_note->setObjectName("lblOrderNote");
     m_maxSteps->setObjectName("updMaxSteps");
     m_before->setObjectName("cmdBefore");
+    m_behind->setObjectName("cmdBehind");
     m_together->setObjectName("cmdTogether");
     m_rules->setObjectName("lstRules");
     m_rules->setAccessibleName(tr("Rules"));
@@ -58,8 +60,10 @@ OrderPage::OrderPage(AnalysisHost& host, const ExhibitDesk& desk, QWidget* paren
             Event([this](LoadPlace dragged, LoadPlace target) { AskForRule(dragged, target); }));
     connect(m_now, &QTreeWidget::itemSelectionChanged, this, [this] { RefreshButtons(); });
     connect(m_rules, &QListWidget::currentRowChanged, this, [this] { RefreshButtons(); });
-    connect(m_before, &QPushButton::clicked, this, Event([this] { RuleOfSelected(Rule::Before); }));
-    connect(m_together, &QPushButton::clicked, this, Event([this] { RuleOfSelected(Rule::Together); }));
+    connect(m_before, &QPushButton::clicked, this, Event([this] { RuleOfSelected(Rule::Before, false); }));
+    connect(m_behind, &QPushButton::clicked, this, Event([this] { RuleOfSelected(Rule::Before, true); }));
+    connect(m_together, &QPushButton::clicked, this,
+            Event([this] { RuleOfSelected(Rule::Together, false); }));
     connect(m_remove, &QPushButton::clicked, this, Event([this] { RemoveRule(); }));
     connect(m_maxSteps, &QSpinBox::valueChanged, this, Event([this] { Begin(); }));
     connect(m_cancel, &QPushButton::clicked, this, Event([this] {
@@ -106,6 +110,12 @@ void OrderPage::Build(const ExhibitDesk& desk) {
 
 QWidget* OrderPage::MakeRules() {
     auto* caption = new QLabel(tr("Rules: drag a load onto another one, or select two"));
+    caption->setToolTip(tr("By keys: Ctrl with the arrows goes from load to load, Ctrl+Space selects."));
+    m_before->setToolTip(
+        tr("The upper one of two selected loads starts in an earlier step than the lower one."));
+    m_behind->setToolTip(
+        tr("The upper one of two selected loads starts in a later step than the lower one."));
+    m_together->setToolTip(tr("Two selected loads start in one step."));
     auto* most = new QLabel(tr("At &most steps"));
     most->setBuddy(m_maxSteps);
     m_maxSteps->setAccessibleName(WithoutMnemonic(most->text()));
@@ -116,6 +126,7 @@ QWidget* OrderPage::MakeRules() {
     top->setSpacing(metrics::kGap);
     top->addWidget(caption);
     top->addWidget(m_before);
+    top->addWidget(m_behind);
     top->addWidget(m_together);
     top->addStretch(1);
     top->addWidget(most);
@@ -235,10 +246,10 @@ void OrderPage::AskForRule(const LoadPlace& dragged, const LoadPlace& target) {
     }
 }
 
-void OrderPage::RuleOfSelected(Rule rule) {
+void OrderPage::RuleOfSelected(Rule rule, bool turned) {
     const std::vector<LoadPlace> loads = m_now->SelectedLoads();
     if (loads.size() == 2) {
-        AddRule(rule, loads.front(), loads.back());
+        AddRule(rule, turned ? loads.back() : loads.front(), turned ? loads.front() : loads.back());
     }
 }
 
@@ -327,6 +338,7 @@ void OrderPage::RefreshButtons() {
     const bool working = m_study.IsWorking();
     const bool hasTwo = m_result.project && m_now->SelectedLoads().size() == 2;
     m_before->setEnabled(hasTwo);
+    m_behind->setEnabled(hasTwo);
     m_together->setEnabled(hasTwo);
     m_remove->setEnabled(m_rules->currentRow() >= 0);
     m_progress->setVisible(working);

@@ -59,7 +59,8 @@ class OrderPage final : public AnalysisPage {
     void Build(const ExhibitDesk& desk);
     QWidget* MakeRules();
     void AskForRule(const LoadPlace& dragged, const LoadPlace& target);
-    void RuleOfSelected(Rule rule);
+    /// @param turned the lower one first
+    void RuleOfSelected(Rule rule, bool turned);
     void RemoveRule();
     void KeepRules();
     void ShowRules();
@@ -85,6 +86,7 @@ class OrderPage final : public AnalysisPage {
     QLabel* m_note;
     QSpinBox* m_maxSteps;
     QPushButton* m_before;
+    QPushButton* m_behind;
     QPushButton* m_together;
     QListWidget* m_rules;
     QPushButton* m_remove;

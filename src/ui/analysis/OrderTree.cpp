@@ -25,7 +25,8 @@ OrderTree::OrderTree(const QString& name, const QString& title, bool takesDrags,
     setObjectName(name);
     setAccessibleName(title);
     setColumnCount(2);
-    setHeaderLabels({title, QString()});
+    setHeaderLabels({title, tr("Moved")});
+    setColumnHidden(1, takesDrags);  // nothing has moved in the order that rules are dragged in
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
     header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);

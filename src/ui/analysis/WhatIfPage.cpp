@@ -46,6 +46,11 @@ WhatIfPage::WhatIfPage(const ExhibitDesk& desk, QWidget* parent)
     m_note->setObjectName("lblWhatIfNote");
     m_note->setTextFormat(Qt::PlainText);
     m_note->setWordWrap(true);
+    m_chart->Hint(tr(
+        "Choose what to vary, and Work Out shows here which set does at each value.\nA second value makes a "
+        "map of both."));
+    m_points->setAccessibleName(tr("Points"));
+    m_points->hide();
     m_first->Choose("PowerSystem.Altitude");
     Build(desk);
     connect(m_work, &QPushButton::clicked, this, Event([this] {
@@ -204,6 +209,7 @@ void WhatIfPage::Note(const QString& text) {
 void WhatIfPage::ShowAnswer() {
     m_chart->Show(SweepChart(*m_answer, *m_result.project, m_result.Set(m_set)));
     m_points->Show(SweepGrid(*m_answer, *m_result.project));
+    m_points->show();
 }
 
 void WhatIfPage::RefreshButtons() {

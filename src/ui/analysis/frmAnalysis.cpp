@@ -50,7 +50,7 @@ frmAnalysis::SetKey KeyOf(const ChosenSet& set) {
 }  // namespace
 
 frmAnalysis::frmAnalysis(AnalysisHost& host, Catalogue& catalogue, const ExhibitDesk& desk, QWidget* parent)
-    : QWidget(parent, Qt::Window),
+    : QMainWindow(parent, Qt::Window),
       m_host(&host),
       m_catalogue(&catalogue),
       m_desk(&desk),
@@ -95,7 +95,9 @@ void frmAnalysis::Build(const ExhibitDesk& desk) {
     top->addStretch(1);
     top->addWidget(m_save);
     top->addWidget(m_print);
-    auto* column = new QVBoxLayout(this);
+    auto* body = new QWidget;
+    setCentralWidget(body);
+    auto* column = new QVBoxLayout(body);
     column->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);
     column->setSpacing(metrics::kGap);
     column->addLayout(top);
@@ -151,7 +153,7 @@ void frmAnalysis::ProjectChanged() {
 }
 
 void frmAnalysis::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
+    QMainWindow::showEvent(event);
     if (m_isDue) {
         m_soon.start(0);
     }
@@ -293,11 +295,12 @@ void frmAnalysis::keyPressEvent(QKeyEvent* event) {
         m_host->ShowAnalysisHelp(*this);
         return;
     }
-    QWidget::keyPressEvent(event);
+    QMainWindow::keyPressEvent(event);
 }
 
 std::vector<FlowBlock> frmAnalysis::Report() const {
-    return m_isFresh ? AnalysisReport(m_result, m_set, m_advice->List().get()) : std::vector<FlowBlock>();
+    return m_isFresh ? AnalysisReport(m_result, m_set, m_advice->List().get(), m_desk->Now())
+                     : std::vector<FlowBlock>();
 }
 
 }  // namespace genvara

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QMainWindow>
 #include <QTimer>
-#include <QWidget>
 #include <memory>
 #include <string>
 #include <vector>
@@ -28,7 +28,7 @@ class WhatIfPage;
 
 /// What the engine knows about a project beyond which set does: a window beside the main one, always of the
 /// project as it stands. All is worked out beside the window's thread; what no longer holds is shown in grey.
-class frmAnalysis final : public QWidget {
+class frmAnalysis final : public QMainWindow {
     Q_OBJECT
 
   public:

@@ -10,7 +10,9 @@ namespace genvara {
 namespace {
 
 constexpr int kBarHeight = 5;  // pixels
+constexpr int kGap = 2;        // pixels between a text and its bar
 constexpr int kMargin = 5;     // pixels
+constexpr int kRoom = 3;       // pixels above and below
 constexpr int kLeastBar = 80;  // pixels
 
 }  // namespace
@@ -52,15 +54,17 @@ void BarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QStyle* style = widget->style();
     const QString text = std::exchange(whole.text, QString());
     style->drawControl(QStyle::CE_ItemViewItem, &whole, painter, widget);
-    const QRect inner = option.rect.adjusted(kMargin, 1, -kMargin, -kMargin - kBarHeight);
+    // Text and bar stand in the middle together, so that rows of several lines have them on one line.
+    const int height = whole.fontMetrics.height() + kGap + kBarHeight;
+    const QRect inner(option.rect.left() + kMargin, option.rect.top() + (option.rect.height() - height) / 2,
+                      option.rect.width() - 2 * kMargin, whole.fontMetrics.height());
     const bool isSelected = (option.state & QStyle::State_Selected) != 0;
     painter->save();
     painter->setFont(whole.font);
     painter->setPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawText(inner, static_cast<int>(whole.displayAlignment),
                       whole.fontMetrics.elidedText(text, Qt::ElideRight, inner.width()));
-    const QRectF track(option.rect.left() + kMargin, option.rect.bottom() - kMargin - kBarHeight + 1,
-                       option.rect.width() - 2 * kMargin, kBarHeight);
+    const QRectF track(inner.left(), inner.bottom() + 1 + kGap, inner.width(), kBarHeight);
     if (isSelected) {
         painter->fillRect(track.adjusted(-2, -3, 2, 3), option.palette.color(QPalette::Base));
     }
@@ -71,8 +75,9 @@ void BarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 QSize BarDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const QSize text = QStyledItemDelegate::sizeHint(option, index);
     return index.data(GridModel::BarRole).isValid()
-               ? QSize(std::max(text.width() + kMargin, kLeastBar), text.height() + kBarHeight + 2 * kMargin)
-               : QSize(text.width() + kMargin, text.height());
+               ? QSize(std::max(text.width() + kMargin, kLeastBar),
+                       text.height() + kGap + kBarHeight + 2 * kRoom)
+               : QSize(text.width() + kMargin, text.height() + 2 * kRoom);
 }
 
 }  // namespace genvara

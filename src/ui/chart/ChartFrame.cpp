@@ -9,7 +9,7 @@ namespace genvara {
 namespace {
 
 constexpr double kGapOfHeight = 0.4;      ///< of a line's height
-constexpr double kMostLabelShare = 0.32;  ///< of the area's width
+constexpr double kMostLabelShare = 0.36;  ///< of the area's width
 
 }  // namespace
 
@@ -101,37 +101,56 @@ void ChartFrame::DrawBelow(double centre, double width, int line, const QString&
     m_painter->drawText(QPointF(centre - m_letters.horizontalAdvance(shown) / 2, y), shown);
 }
 
+QStringList ChartFrame::LinesOf(const QString& label, double room) const {
+    // A figure and its unit are what must not be cut off.
+    const qsizetype figure = label.lastIndexOf(' ', label.lastIndexOf(' ') - 1);
+    const bool isBroken = figure > 0 && m_letters.horizontalAdvance(label) > room;
+    QStringList lines =
+        isBroken ? QStringList{label.left(figure), label.mid(figure + 1)} : QStringList{label};
+    for (QString& line : lines) {
+        line = m_letters.elidedText(line, Qt::ElideRight, room);
+    }
+    return lines;
+}
+
 double ChartFrame::WidthOf(const std::vector<EndLabel>& labels) const {
     double width = 0.0;
     for (const EndLabel& label : labels) {
-        width = std::max(width, m_letters.horizontalAdvance(label.text) + m_gap);
+        for (const QString& line : LinesOf(label.text, m_area.width() * kMostLabelShare - m_gap)) {
+            width = std::max(width, m_letters.horizontalAdvance(line) + m_gap);
+        }
     }
-    return std::min(width, m_area.width() * kMostLabelShare);
+    return width;
 }
 
 void ChartFrame::DrawEndLabels(std::vector<EndLabel> labels) const {
     std::ranges::sort(labels, {}, &EndLabel::y);
-    const double height = m_letters.height();
     const double left = m_plot.right() + m_gap / 2;
-    double top = m_plot.top() - height / 2;
-    std::vector<double> middles;
+    std::vector<QStringList> lines;
+    std::vector<double> halves;  // of the labels' heights
     for (const EndLabel& label : labels) {
-        const double y = std::max(label.y, top + height / 2);
-        middles.push_back(y);
-        top = y + height / 2;
+        lines.push_back(LinesOf(label.text, m_area.right() - m_gap / 2 - left));
+        halves.push_back(m_letters.height() * static_cast<double>(lines.back().size()) / 2);
+    }
+    double top = m_plot.top() - m_letters.height() / 2;
+    std::vector<double> middles;
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+        middles.push_back(std::max(labels[i].y, top + halves[i]));
+        top = middles[i] + halves[i];
     }
     // What was pushed beyond the plot goes up again, and takes along what stands in its way.
-    double bottom = m_plot.bottom() + height / 2;
+    double bottom = m_plot.bottom() + m_letters.height() / 2;
     for (std::size_t i = labels.size(); i-- > 0;) {
-        middles[i] = std::min(middles[i], bottom - height / 2);
-        bottom = middles[i] - height / 2;
+        middles[i] = std::min(middles[i], bottom - halves[i]);
+        bottom = middles[i] - halves[i];
     }
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        const QString shown =
-            m_letters.elidedText(labels[i].text, Qt::ElideRight, m_area.right() - m_gap / 2 - left);
         m_painter->setPen(labels[i].colour);
-        m_painter->drawText(QPointF(left, middles[i] + (m_letters.ascent() - m_letters.descent()) / 2),
-                            shown);
+        double baseline = middles[i] - halves[i] + m_letters.ascent();
+        for (const QString& line : lines[i]) {
+            m_painter->drawText(QPointF(left, baseline), line);
+            baseline += m_letters.height();
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 #include "ChartAxis.h"
@@ -56,6 +57,9 @@ class ChartFrame {
     void DrawEndLabels(std::vector<EndLabel> labels) const;
 
   private:
+    /// A label in one line, or in two where it is too wide: its words, its figure.
+    [[nodiscard]] QStringList LinesOf(const QString& label, double room) const;
+
     QPainter* m_painter;
     const ChartColours* m_colours;
     QFontMetricsF m_letters;

@@ -15,6 +15,7 @@ namespace {
 
 constexpr QSize kSize(420, 230);       // pixels
 constexpr QSize kLeastSize(260, 170);  // pixels
+constexpr QMargins kHintMargins(24, 8, 24, 8);
 constexpr double kStaleOpacity = 0.4;
 
 }  // namespace
@@ -39,8 +40,16 @@ void ChartView::Show(ChartPtr chart) {
     m_chart = std::move(chart);
     m_places.clear();
     m_model.Show(m_chart ? m_chart->Table() : TextGrid{});
-    setAccessibleName(m_chart ? m_chart->Table().title : QString());
+    setAccessibleName(m_chart ? m_chart->Table().title : m_hint);
     MarkRow(marked);
+    viewport()->update();
+}
+
+void ChartView::Hint(const QString& text) {
+    m_hint = text;
+    if (!m_chart) {
+        setAccessibleName(text);
+    }
     viewport()->update();
 }
 
@@ -62,6 +71,9 @@ void ChartView::paintEvent(QPaintEvent* /*event*/) {
     const ChartColours colours = ColoursOf(palette());
     painter.fillRect(viewport()->rect(), colours.ground);
     if (!m_chart) {
+        painter.setPen(colours.faint);
+        painter.drawText(viewport()->rect().marginsRemoved(kHintMargins), Qt::AlignCenter | Qt::TextWordWrap,
+                         m_hint);
         return;
     }
     painter.setRenderHint(QPainter::Antialiasing);

@@ -19,6 +19,8 @@ class ChartView final : public QTableView {
 
     void Show(ChartPtr chart);
     [[nodiscard]] const ChartPtr& Shown() const noexcept { return m_chart; }
+    /// What stands here while there is no chart.
+    void Hint(const QString& text);
     /// Shows what is no longer of the project as it stands, in grey.
     void Stale(bool stale);
 
@@ -51,6 +53,7 @@ class ChartView final : public QTableView {
     [[nodiscard]] QString TipOf(int row) const;
 
     ChartPtr m_chart;
+    QString m_hint;
     GridModel m_model;
     std::vector<QRectF> m_places;  ///< of the rows, as they were drawn last
     bool m_isStale = false;

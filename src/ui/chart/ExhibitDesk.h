@@ -46,6 +46,9 @@ class ExhibitDesk {
     void SaveAsCsv(QWidget* owner, const Exhibit& exhibit) const;
     void Print(QWidget* owner, const Exhibit& exhibit) const;
 
+    /// The time that reports are dated by.
+    [[nodiscard]] DateTime Now() const { return m_around.clock(); }
+
     // Whole reports.
     void SavePages(QWidget* owner, const QString& title, std::vector<FlowBlock> blocks) const;
     void PrintPages(QWidget* owner, const QString& title, std::vector<FlowBlock> blocks) const;

@@ -1,6 +1,7 @@
 #include "GridModel.h"
 
 #include <QFont>
+#include <QStringList>
 #include <utility>
 
 namespace genvara {
@@ -33,18 +34,40 @@ int GridModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_grid.columns.size()) - Aside();
 }
 
+/// The first cell; a number with what it is one of: "Step 3".
+QString GridModel::NameOf(int row) const {
+    const GridColumn& column = m_grid.columns.front();
+    const QString& text = At(row, 0).text;
+    return column.isNumber && !text.isEmpty() ? column.caption.simplified() + " " + text : text;
+}
+
+QString GridModel::RestOf(int row) const {
+    QStringList texts;
+    for (std::size_t column = 1; column < m_grid.columns.size(); ++column) {
+        const QString& text = m_grid.rows[static_cast<std::size_t>(row)][column].text;
+        const QString caption = m_grid.columns[column].caption.simplified();
+        if (!text.isEmpty()) {
+            texts += caption.isEmpty() ? text : caption + ": " + text;
+        }
+    }
+    return texts.join(", ");
+}
+
 QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) {
         return {};
     }
     const GridCell& cell = At(index.row(), index.column());
+    const bool isRowsName = !m_namesAside && index.column() == 0;
     switch (role) {
         case Qt::DisplayRole:
             return cell.text;
         case Qt::ToolTipRole:
             return cell.tip.isEmpty() ? QVariant() : cell.tip;
+        case Qt::AccessibleTextRole:
+            return isRowsName ? NameOf(index.row()) : cell.text;
         case Qt::AccessibleDescriptionRole:
-            return cell.tip;
+            return isRowsName ? RestOf(index.row()) : cell.tip;
         case Qt::TextAlignmentRole:
             return static_cast<int>(
                 Qt::AlignVCenter |

@@ -6,7 +6,8 @@
 
 namespace genvara {
 
-/// A table as views, copies and screen readers take it.
+/// A table as views, copies and screen readers take it. Where rows are chosen, a reader stands on the first
+/// cell and is told the rest of the row there.
 class GridModel final : public QAbstractTableModel {
     Q_OBJECT
 
@@ -31,6 +32,8 @@ class GridModel final : public QAbstractTableModel {
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   private:
+    [[nodiscard]] QString NameOf(int row) const;
+    [[nodiscard]] QString RestOf(int row) const;
     [[nodiscard]] int Aside() const noexcept { return m_namesAside && !m_grid.columns.empty() ? 1 : 0; }
     [[nodiscard]] const GridCell& At(int row, int column) const {
         return m_grid.rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column + Aside())];

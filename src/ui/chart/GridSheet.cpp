@@ -3,6 +3,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <algorithm>
+#include <optional>
 
 #include "BarDelegate.h"
 
@@ -13,6 +14,7 @@ constexpr double kPadding = 0.45;        ///< around a text, of its height
 constexpr double kBarHeight = 0.32;      ///< of a text's height
 constexpr double kWidestCaption = 7.0;   ///< heights of a line; a longer caption is broken
 constexpr double kWidestOfPaper = 0.55;  ///< share that a column of words may take
+constexpr double kLeastOfPaper = 0.25;   ///< share below which it is not made narrower
 
 /// Width of the longest of a text's words, or of all of it where it is short.
 double CaptionWidth(const QFontMetricsF& letters, const QString& text) {
@@ -34,7 +36,18 @@ GridSheet::GridSheet(const TextGrid& grid, double width, const QFont& font)
     : m_grid(&grid), m_font(font), m_bold(font), m_padding(QFontMetricsF(font).height() * kPadding) {
     m_bold.setBold(true);
     Measure(width);
-    Part(width);
+    if (width > 0.0) {
+        Narrow(width);
+        const std::size_t groups = GroupsOf(width, m_widths.size());
+        // As many columns in each group, rather than one that is left over.
+        const std::size_t named = m_widths.empty() ? 0 : m_widths.size() - 1;
+        Part(width, groups == 0 ? named : (named + groups - 1) / groups);
+        if (groups > 1) {
+            Widen(width);
+        }
+    } else {
+        Part(0.0, m_widths.size());
+    }
 }
 
 void GridSheet::Measure(double width) {
@@ -55,11 +68,34 @@ void GridSheet::Measure(double width) {
     }
 }
 
-void GridSheet::Part(double width) {
+/// Breaks the longest of the columns of words, where all columns have room on the paper then.
+void GridSheet::Narrow(double width) {
+    std::optional<std::size_t> longest;
+    double excess = -width;
+    for (std::size_t column = 0; column < m_widths.size(); ++column) {
+        excess += m_widths[column];
+        if (!m_grid->columns[column].isNumber && (!longest || m_widths[column] > m_widths[*longest])) {
+            longest = column;
+        }
+    }
+    if (longest && excess > 0.0 && m_widths[*longest] - excess >= width * kLeastOfPaper) {
+        m_widths[*longest] -= excess;
+    }
+}
+
+/// Groups that columns come to, with at most so many besides the names of the rows.
+std::size_t GridSheet::GroupsOf(double width, std::size_t most) {
+    Part(width, most);
+    return m_groups.size();
+}
+
+void GridSheet::Part(double width, std::size_t most) {
+    m_groups.clear();
     double used = 0.0;
     for (std::size_t column = 0; column < m_widths.size(); ++column) {
-        const bool begins = m_groups.empty() || (width > 0.0 && m_groups.back().size() > 1 &&
-                                                 used + m_widths[column] > width + 0.5);
+        const bool begins =
+            m_groups.empty() || (width > 0.0 && m_groups.back().size() > 1 &&
+                                 (used + m_widths[column] > width + 0.5 || m_groups.back().size() > most));
         if (begins) {
             m_groups.emplace_back();
             used = 0.0;
@@ -71,6 +107,26 @@ void GridSheet::Part(double width) {
         m_groups.back().push_back(column);
         used += m_widths[column];
     }
+}
+
+/// Gives the columns the paper's width, as far as the widest group leaves some.
+void GridSheet::Widen(double width) {
+    double widest = 0.0;
+    for (const Group& group : m_groups) {
+        widest = std::max(widest, Width(group) - m_widths.front());
+    }
+    const double factor = widest > 0.0 ? std::max(1.0, (width - m_widths.front()) / widest) : 1.0;
+    for (std::size_t column = 1; column < m_widths.size(); ++column) {
+        m_widths[column] *= factor;
+    }
+}
+
+double GridSheet::HeightUpTo(double most, const Group& group) const {
+    double height = HeadHeight(group);
+    for (std::size_t row = 0; row < m_grid->rows.size() && height < most; ++row) {
+        height += RowHeight(group, row);
+    }
+    return height;
 }
 
 double GridSheet::Width(const Group& group) const {

@@ -24,6 +24,8 @@ class GridSheet {
     using Group = std::vector<std::size_t>;
     [[nodiscard]] const std::vector<Group>& Groups() const noexcept { return m_groups; }
     [[nodiscard]] double Width(const Group& group) const;
+    /// Height of a group with its head; rows are counted until it reaches the most that matters.
+    [[nodiscard]] double HeightUpTo(double most, const Group& group) const;
     [[nodiscard]] double HeadHeight(const Group& group) const;
     [[nodiscard]] double RowHeight(const Group& group, std::size_t row) const;
 
@@ -34,7 +36,10 @@ class GridSheet {
 
   private:
     void Measure(double width);
-    void Part(double width);
+    void Narrow(double width);
+    void Part(double width, std::size_t most);
+    [[nodiscard]] std::size_t GroupsOf(double width, std::size_t most);
+    void Widen(double width);
     [[nodiscard]] double TextHeight(const QString& text, std::size_t column, bool bold) const;
     [[nodiscard]] int Alignment(std::size_t column) const;
 

@@ -13,7 +13,10 @@ namespace genvara {
 namespace {
 
 constexpr int kWidestColumn = 420;  // pixels
-constexpr int kStaleVeil = 150;     // of 255
+constexpr int kMostLines = 2;
+constexpr int kNarrowColumn = 36;  // characters
+constexpr int kRowRoom = 10;       // pixels above and below the lines together
+constexpr int kStaleVeil = 150;    // of 255
 
 }  // namespace
 
@@ -31,8 +34,11 @@ GridView::GridView(const QString& name, Choose choose, QWidget* parent)
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setWordWrap(false);
     horizontalHeader()->setHighlightSections(false);
+    // Below the last name the ground is that of the table, whose rows end there.
+    verticalHeader()->viewport()->setBackgroundRole(QPalette::Base);
     horizontalHeader()->setMinimumSectionSize(40);
     verticalHeader()->setHighlightSections(false);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     if (choose == Choose::Rows) {
         setSelectionBehavior(QAbstractItemView::SelectRows);
         verticalHeader()->hide();
@@ -71,22 +77,21 @@ void GridView::FitColumns() {
     }
 }
 
+/// All rows as high as the highest; a text of more than two lines, three in a narrow column, ends there and
+/// has its tip.
 void GridView::FitRows() {
-    resizeRowsToContents();
-    if (m_model.HasNamesAside()) {
-        // A row without bars is as high as those with them.
-        int highest = 0;
-        for (int row = 0; row < m_sorted.rowCount(); ++row) {
-            highest = std::max(highest, rowHeight(row));
-        }
-        for (int row = 0; row < m_sorted.rowCount(); ++row) {
-            setRowHeight(row, highest);
-        }
+    const bool isNarrow = m_stretched >= 0 && m_stretched < m_sorted.columnCount() &&
+                          columnWidth(m_stretched) < kNarrowColumn * fontMetrics().averageCharWidth();
+    const int most = (kMostLines + (isNarrow ? 1 : 0)) * fontMetrics().lineSpacing() + kRowRoom;
+    int highest = 0;
+    for (int row = 0; row < m_sorted.rowCount(); ++row) {
+        highest = std::max(highest, sizeHintForRow(row));
     }
+    verticalHeader()->setDefaultSectionSize(std::min(highest, most));
 }
 
-void GridView::Stretch(int column) {
-    setWordWrap(true);
+void GridView::Stretch(int column, bool wraps) {
+    setWordWrap(wraps);
     m_stretched = column;
     // Behind the resizing of all columns, which goes on in this signal.
     connect(

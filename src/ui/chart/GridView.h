@@ -30,8 +30,8 @@ class GridView final : public QTableView {
     void ChooseRow(int row) { ChooseCell(row, 0); }
     void ChooseCell(int row, int column);
 
-    /// Lets a column take the room that is left, on as many lines as it wants.
-    void Stretch(int column);
+    /// Lets a column take the room that is left; a text that is too long goes on in a second line, or is cut.
+    void Stretch(int column, bool wraps = true);
 
   signals:
     /// Another cell was chosen.

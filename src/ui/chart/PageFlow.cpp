@@ -17,8 +17,8 @@ namespace {
 constexpr double kTwipsPerInch = 1440.0;
 constexpr double kGap = 160.0;           // twips between blocks
 constexpr double kChartHeight = 3060.0;  // twips
-/// What of a block has to stand below its heading [twip]: a chart, or a table's head and some rows.
-constexpr double kWantedBehind = kChartHeight;
+/// Share of a page up to which a table is not parted, with its heading.
+constexpr double kMostKept = 0.6;
 
 QFont FontOf(FlowText::Kind kind) {
     constexpr int kTitle = 36;  // half points
@@ -39,17 +39,37 @@ QFont GridFont() {
 PageFlow::PageFlow(std::vector<FlowBlock> blocks, const RichPage& paper, QString name)
     : m_blocks(std::move(blocks)), m_paper(paper), m_name(std::move(name)), m_y(paper.top) {
     for (std::size_t i = 0; i < m_blocks.size(); ++i) {
-        const bool leadsTo = i + 1 < m_blocks.size() && !std::holds_alternative<FlowText>(m_blocks[i + 1]);
+        const double wantedBehind = i + 1 < m_blocks.size() ? WantedBy(m_blocks[i + 1]) : 0.0;
         std::visit(
             [&](const auto& block) {
                 if constexpr (std::is_same_v<std::decay_t<decltype(block)>, FlowText>) {
-                    Add(block, leadsTo ? kWantedBehind : 0.0);
+                    Add(block, wantedBehind);
                 } else {
                     Add(block);
                 }
             },
             m_blocks[i]);
     }
+}
+
+/// Height that a block wants below its heading: a chart or a table as a whole, the beginning of a table that
+/// is longer than a page.
+double PageFlow::WantedBy(const FlowBlock& block) const {
+    if (std::holds_alternative<FlowText>(block)) {
+        return 0.0;
+    }
+    const auto* grid = std::get_if<TextGrid>(&block);
+    if (grid == nullptr || grid->columns.empty()) {
+        return kChartHeight;
+    }
+    const GridSheet sheet(*grid, TextWidth(), GridFont());
+    const double most = TextHeight() * kMostKept;
+    const double height = sheet.HeightUpTo(most, sheet.Groups().front());
+    return height < most ? height : kChartHeight;
+}
+
+double PageFlow::TextHeight() const {
+    return m_paper.height - m_paper.top - m_paper.bottom;
 }
 
 double PageFlow::TextWidth() const {
@@ -99,8 +119,10 @@ void PageFlow::Add(const TextGrid& grid) {
         const auto drawHead = [sheet, &group](QPainter& painter, const QPointF& place) {
             sheet->DrawHead(painter, place, group, ColoursOnPaper());
         };
+        const double most = TextHeight() * kMostKept;
+        const double whole = sheet->HeightUpTo(most, group);
         const double first = grid.rows.empty() ? 0.0 : sheet->RowHeight(group, 0);
-        Require(head + first);
+        Require(whole < most ? whole : head + first);
         Put(head, drawHead);
         for (std::size_t row = 0; row < grid.rows.size(); ++row) {
             const double height = sheet->RowHeight(group, row);

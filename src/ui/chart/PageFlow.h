@@ -53,6 +53,8 @@ class PageFlow {
     void Require(double height);
     void Put(double height, std::function<void(QPainter&, const QPointF&)> draw);
     [[nodiscard]] double TextWidth() const;
+    [[nodiscard]] double TextHeight() const;
+    [[nodiscard]] double WantedBy(const FlowBlock& block) const;
 
     std::vector<FlowBlock> m_blocks;
     RichPage m_paper;

@@ -51,7 +51,8 @@ LoadForm::LoadForm(std::int32_t loadType, const LoadFormServices& services)
 
 void LoadForm::AddButtons() {
     const OkCancel buttons = MakeOkCancel();
-    connect(buttons.ok, &QPushButton::clicked, this, Event([this] { Confirm(); }));
+    m_ok = buttons.ok;
+    connect(m_ok, &QPushButton::clicked, this, Event([this] { Confirm(); }));
     connect(buttons.cancel, &QPushButton::clicked, this, &QDialog::reject);
     m_side->addStretch(1);
     AddFigures();

@@ -187,6 +187,7 @@ class LoadForm : public QDialog {
     EntryField* m_description = nullptr;
     OptionFrame* m_phases = nullptr;
     NoteLabel* m_figures = nullptr;
+    QPushButton* m_ok = nullptr;
     QTimer* m_settling = nullptr;
     bool m_trying = false;
 };

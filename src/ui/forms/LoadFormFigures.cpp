@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <new>
@@ -56,6 +57,8 @@ void LoadForm::ShowFigures() {
     m_current = current;
     m_figures->Pale(!holds);
     m_figures->setText(text);
+    // A screen reader has it where a load is confirmed; spoken at every key it would only be in the way.
+    m_ok->setAccessibleDescription(text);
 }
 
 LoadForm::Outcome LoadForm::TryEntries() {

@@ -9,6 +9,7 @@
 #include <QShortcut>
 #include <QTextBrowser>
 #include <QToolBar>
+#include <QToolButton>
 
 #include "Texts.h"
 
@@ -49,6 +50,7 @@ void HelpWindow::BuildToolbar() {
     find->setPlaceholderText(tr("Find in the help"));
     find->setAccessibleName(find->placeholderText());
     find->setClearButtonEnabled(true);
+    find->findChild<QToolButton*>()->setAccessibleName(tr("Clear"));
     find->setMaximumWidth(kFindWidth);
     bar->addSeparator();
     bar->addWidget(find);

@@ -8,12 +8,12 @@
 namespace genvara {
 namespace {
 
-constexpr int kColumnMargin = 20;  // pixels on both sides of a text together
+constexpr int kColumnMargin = 14;  // pixels on both sides of a text together
 /// Characters of a name or a description that are to be read beside the most important column alone, and
 /// beside any other.
-constexpr int kShortText = 16;
-constexpr int kOrdinaryText = 24;
-constexpr int kTextInset = 66;              // pixels before a load's name, with its picture
+constexpr int kShortText = 14;
+constexpr int kOrdinaryText = 17;
+constexpr int kTextInset = 58;              // pixels before a load's name, with its picture
 constexpr const char* kFigure = "0000.00";  // of an ordinary site
 
 struct ColumnLook {

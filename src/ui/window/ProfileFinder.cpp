@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QToolButton>
 #include <algorithm>
 
 #include "FormGrid.h"
@@ -48,6 +49,7 @@ ProfileFinder::ProfileFinder(ProfileTree& tree, const CLoadProfile& profile, QWi
 void ProfileFinder::Build() {
     m_text->setObjectName("txtFind");
     m_text->setClearButtonEnabled(true);
+    m_text->findChild<QToolButton*>()->setAccessibleName(tr("Clear"));
     m_text->setPlaceholderText(tr("Name, description or kind"));
     m_found->setObjectName("lblFound");
     auto* label = new QLabel(tr("Find"));

@@ -1,9 +1,11 @@
 #include "ProfileTree.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <array>
 
 #include "Pictures.h"
@@ -14,7 +16,8 @@ namespace {
 /// Role of the hidden cell: "StepID" of a step, "LoadID" of a load.
 constexpr int kIdRole = Qt::UserRole;
 constexpr int kPictureSize = 20;   // pixels
-constexpr int kNumberMargin = 24;  // pixels on both sides of a number together
+constexpr int kIndentation = 16;   // pixels
+constexpr int kNumberMargin = 16;  // pixels on both sides of a number together
 
 /// Pictures of the kinds by their code.
 constexpr std::array<const char*, 9> kKindPictures{
@@ -46,8 +49,7 @@ class ProfileNode final : public QTreeWidgetItem {
             return QTreeWidgetItem::data(column, role);
         }
         if (column == profile_column::kText) {
-            return role == Qt::AccessibleDescriptionRole ? tree->Cells().Words(ProfileTree::PlaceOf(*this))
-                                                         : QTreeWidgetItem::data(column, role);
+            return role == Qt::AccessibleDescriptionRole ? Words(*tree) : QTreeWidgetItem::data(column, role);
         }
         if (role == Qt::DisplayRole) {
             return column == profile_column::kNumber
@@ -59,6 +61,12 @@ class ProfileNode final : public QTreeWidgetItem {
     }
 
   private:
+    [[nodiscard]] QString Words(const ProfileTree& tree) const {
+        const QString words = tree.Cells().Words(ProfileTree::PlaceOf(*this));
+        return ProfileTree::IsStep(*this)
+                   ? ProfileTree::tr("step %1, %2").arg(tree.StepPosition(*this)).arg(words)
+                   : words;
+    }
     [[nodiscard]] QVariant Number(const ProfileTree& tree) const {
         return ProfileTree::IsStep(*this) ? tree.StepPosition(*this) : QVariant();
     }
@@ -72,6 +80,7 @@ ProfileTree::ProfileTree(const QString& name, const CLoadProfile& profile, QWidg
     setAccessibleName(tr("Load steps and loads"));
     BuildColumns();
     setIconSize({kPictureSize, kPictureSize});
+    setIndentation(kIndentation);
     setExpandsOnDoubleClick(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
@@ -211,6 +220,20 @@ void ProfileTree::paintEvent(QPaintEvent* event) {
         viewport()->rect().adjusted(kInset, kInset, -kInset, -kInset),
         Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
         tr("The load profile is empty.\n\nAdd a step, then the loads that are switched on with it."));
+}
+
+/// A name for which its column has no room is told in full.
+bool ProfileTree::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QModelIndex index = indexAt(help->pos());
+        const QRect place = visualRect(index);
+        if (index.column() == profile_column::kText && sizeHintForIndex(index).width() > place.width()) {
+            QToolTip::showText(help->globalPos(), index.data().toString().toHtmlEscaped(), this, place);
+            return true;
+        }
+    }
+    return QTreeWidget::viewportEvent(event);
 }
 
 void ProfileTree::keyPressEvent(QKeyEvent* event) {

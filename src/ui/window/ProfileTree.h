@@ -62,6 +62,7 @@ class ProfileTree : public QTreeWidget {
     void DeleteAsked();
 
   protected:
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;

@@ -24,6 +24,7 @@ constexpr double kBoxGap = 20.0 / kTwips;
 constexpr double kIconSize = 40.0;  // pixels
 constexpr double kTitleGap = 2.0;   // pixels
 constexpr int kWidth = 110;         // pixels
+constexpr int kTitleMargin = 4;     // pixels
 constexpr std::int32_t kKeyInUse = 457;
 
 /// Colours of a box: top and left lines, and bottom and right ones.
@@ -60,8 +61,27 @@ const CBarItem& ctlSideBar::AddItem(const std::string& key, const std::string& t
     }
     m_items.push_back(std::make_unique<CBarItem>(
         CBarItem{.Title = title, .IconIndex = iconIndex, .Key = key, .RaiseValue = raiseValue}));
+    FitWidth();
     update();
     return *m_items.back();
+}
+
+/// As wide as ever, and wider for titles in larger letters.
+void ctlSideBar::FitWidth() {
+    QFont bold = font();
+    bold.setBold(true);  // as the title of the panel that is shown
+    int widest = 0;
+    for (const auto& item : m_items) {
+        widest = std::max(widest, QFontMetrics(bold).horizontalAdvance(ToQt(item->Title)));
+    }
+    setFixedWidth(std::max(kWidth, widest + 2 * kTitleMargin));
+}
+
+void ctlSideBar::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        FitWidth();
+    }
 }
 
 void ctlSideBar::SmallIcons(std::vector<QIcon> icons) {
@@ -91,7 +111,7 @@ QString ctlSideBar::KeyOf(int item) const {
 
 QSize ctlSideBar::sizeHint() const {
     const double height = kFirstTop + kPitch * static_cast<double>(m_items.size());
-    return {kWidth, static_cast<int>(height)};
+    return {minimumWidth(), static_cast<int>(height)};
 }
 
 QRectF ctlSideBar::IconBox(std::size_t index) const {

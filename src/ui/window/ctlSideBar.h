@@ -73,8 +73,10 @@ class ctlSideBar : public QWidget {
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
+    void FitWidth();
     [[nodiscard]] QRectF IconBox(std::size_t index) const;
     [[nodiscard]] QRectF TitleBox(std::size_t index) const;
     [[nodiscard]] QFont TitleFont(std::size_t index) const;

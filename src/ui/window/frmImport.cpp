@@ -6,11 +6,11 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
-#include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "FormGrid.h"
+#include "FrozenTable.h"
 #include "LastChance.h"
 #include "Texts.h"
 
@@ -31,7 +31,7 @@ frmImport::frmImport(const ImportedTable& table, const QString& origin, QWidget*
       m_table(&table),
       m_preview(table),
       m_lblSummary(new QLabel),
-      m_tblPreview(new QTableView),
+      m_tblPreview(new FrozenTable(ImportPreview::Quantity)),
       m_lstFaults(new QListWidget),
       m_cmdImport(new QPushButton(tr("&Import"))) {
     Build(origin);
@@ -84,7 +84,6 @@ void frmImport::BuildTable() {
     m_tblPreview->setModel(&m_preview);
     m_tblPreview->setTabKeyNavigation(false);
     m_tblPreview->setWordWrap(false);
-    m_tblPreview->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_tblPreview->setAlternatingRowColors(true);
     m_tblPreview->setSelectionMode(QAbstractItemView::SingleSelection);
     m_tblPreview->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);

@@ -9,9 +9,10 @@
 class QLabel;
 class QListWidget;
 class QPushButton;
-class QTableView;
 
 namespace genvara {
+
+class FrozenTable;
 
 /// Shows what each row of a table of loads becomes, with what is wrong beside its cell, and lets all of it be
 /// imported once nothing is.
@@ -36,7 +37,7 @@ class frmImport final : public QDialog {
     const ImportedTable* m_table;
     ImportPreview m_preview;
     QLabel* m_lblSummary;
-    QTableView* m_tblPreview;
+    FrozenTable* m_tblPreview;
     QListWidget* m_lstFaults;
     QPushButton* m_cmdImport;
 };

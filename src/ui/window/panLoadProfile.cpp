@@ -20,11 +20,11 @@
 namespace genvara {
 namespace {
 
-/// The widest label of a property, for a column that does not jump from load to load.
-constexpr const char* kLongestLabel = "Max. Peak Demand Vdip";
+/// A label of a property as most loads have them, for a column that seldom jumps from load to load.
+constexpr const char* kUsualLabel = "Starting Method";
 // At the window's first size [pixels].
-constexpr int kListWidth = 362;
-constexpr int kPropertiesWidth = 280;
+constexpr int kListWidth = 432;
+constexpr int kPropertiesWidth = 210;
 constexpr int kPropertyHeight = 22;  // pixels, as the tree's rows with their pictures
 
 int LabelWidth(const QWidget& list, const QString& label) {
@@ -75,15 +75,16 @@ void panLoadProfile::Build() {
     m_properties->setRootIsDecorated(false);
     m_properties->setUniformRowHeights(true);
     m_properties->setAllColumnsShowFocus(true);
-    m_properties->header()->resizeSection(0, LabelWidth(*m_properties, kLongestLabel));
+    m_properties->header()->setSectionResizeMode(1, QHeaderView::Stretch);
+    m_properties->header()->resizeSection(0, LabelWidth(*m_properties, kUsualLabel));
 
     auto* split = new QSplitter(Qt::Horizontal);
     split->addWidget(BuildList());
     split->addWidget(m_properties);
     split->setChildrenCollapsible(false);
     // What a wide window has to spare goes to the columns.
-    split->setStretchFactor(0, 1);
-    split->setStretchFactor(1, 0);
+    split->setStretchFactor(0, 6);
+    split->setStretchFactor(1, 1);
     split->setSizes({kListWidth, kPropertiesWidth});
     Content()->addWidget(split, 1);
     Content()->addWidget(m_finder);
@@ -279,12 +280,16 @@ void panLoadProfile::RefreshProperties() {
     }
     const EntryNumbers numbers;
     QList<QTreeWidgetItem*> rows;
+    int widest = LabelWidth(*m_properties, kUsualLabel);
     for (const std::string& row : PropertiesOf(*node)) {
         const ShownProperty shown = ShowProperty(row, numbers);
         const QString label = ToQt(shown.label);
         rows.append(new QTreeWidgetItem({label, ToQt(shown.value)}));
         rows.last()->setSizeHint(0, QSize(LabelWidth(*m_properties, label), kPropertyHeight));
+        rows.last()->setToolTip(1, rows.last()->text(1));
+        widest = std::max(widest, LabelWidth(*m_properties, label));
     }
+    m_properties->header()->resizeSection(0, widest);
     m_properties->addTopLevelItems(rows);
 }
 

@@ -99,6 +99,7 @@ void panRecommend::Build() {
     m_lblNoData->hide();
     m_tblGensets->setAccessibleName(tr("Listed gensets"));
     m_tblGensets->setMinimumHeight(kLeastTable);
+    m_tblGensets->Stretch(kVerdictColumn, false);
     m_exhibits.AddCommands(*m_tblGensets, [this]() -> std::optional<Exhibit> {
         return Exhibit{.table = m_tblGensets->Shown()};
     });
@@ -118,7 +119,7 @@ void panRecommend::Build() {
     parts->setStretchFactor(0, 1);
     parts->setStretchFactor(1, 3);
     parts->setChildrenCollapsible(false);
-    parts->setSizes({kTable, kTable * 3});
+    parts->setSizes({kTable, kTable * 2});
     Content()->addLayout(grid);
     Content()->addWidget(parts, 1);
 }

@@ -4,8 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QImage>
 #include <QPainter>
+#include <QSvgGenerator>
 #include <cmath>
 
 #include "BarChart.h"
@@ -137,6 +139,27 @@ TEST(BarChart, TheLimitIsALineAtItsHeight) {
     const int bar = TopOf(drawn.picture, drawn.places[0], colours.value);
     ASSERT_GT(limit, 0);
     EXPECT_NEAR((bottom - limit) / (bottom - bar), 10.0 / 4.0, 0.1);
+}
+
+TEST(BarChart, ALimitsFigureIsReadInANarrowChart) {
+    BarChart::Figures figures = TwoBars();
+    figures.limits = {{.label = "within the dip 1395 kVA", .heights = {10.0, 10.0}},
+                      {.label = "rating 12 kVA", .heights = {10.2, 10.2}}};
+    QBuffer drawing;
+    drawing.open(QIODevice::WriteOnly);
+    QSvgGenerator svg;
+    svg.setOutputDevice(&drawing);
+    svg.setSize({260, 170});
+    {
+        QPainter painter(&svg);
+        QFont font;
+        font.setPixelSize(12);
+        painter.setFont(font);
+        BarChart(Rows(2), figures).Draw(painter, QRectF(0, 0, 260, 170), ColoursOnPaper(), -1);
+    }
+    for (const char* text : {">within the dip</text>", ">1395 kVA</text>", ">rating 12 kVA</text>"}) {
+        EXPECT_TRUE(drawing.data().contains(text)) << text;
+    }
 }
 
 TEST(BarChart, ANoteStandsInPlaceOfBars) {

@@ -81,6 +81,28 @@ TEST_F(ChartViewTest, AScreenReaderFindsTheTable) {
     EXPECT_EQ(table->columnCount(), 2);
     EXPECT_EQ(table->columnDescription(1), "Needed [%]");
     EXPECT_EQ(table->cellAt(2, 1)->text(QAccessible::Name), NumberCell(7.5, 1).text);
+    // Keys stand on the first cell of a row, so that it tells the figures of its bar.
+    EXPECT_EQ(table->cellAt(2, 0)->text(QAccessible::Description), "Needed [%]: " + NumberCell(7.5, 1).text);
+}
+
+TEST_F(ChartViewTest, SaysWhatItWillShowBeforeThereIsAChart) {
+    ChartView empty("chaEmpty");
+    empty.resize(420, 260);
+    const QImage bare = empty.grab().toImage();
+    empty.Hint("Choose what to vary.");
+    EXPECT_NE(empty.grab().toImage(), bare);
+    EXPECT_EQ(empty.accessibleName(), "Choose what to vary.");
+    empty.Show(ThreeBars());
+    EXPECT_EQ(empty.accessibleName(), "Dip by step: limit 10 %");
+    view.grab();
+    empty.show();
+    EXPECT_EQ(empty.grab().toImage(), [] {
+        ChartView plain("chaPlain");
+        plain.resize(420, 260);
+        plain.Show(ThreeBars());
+        plain.show();
+        return plain.grab().toImage();
+    }()) << "a chart hides the hint";
 }
 
 TEST_F(ChartViewTest, WhatNoLongerHoldsIsPaler) {

@@ -75,6 +75,68 @@ TEST(GridSheetTest, ATableThatIsTooWideIsPartedWithItsRowsNames) {
     EXPECT_EQ(columns, 20U);
 }
 
+TEST(GridSheetTest, GroupsOfColumnsAreOfOneSize) {
+    const QFont font = ReportFont({.face = "Arial", .halfPoints = 16});
+    constexpr double kPaper = 10080.0;
+    for (const std::size_t columns : {11U, 13U, 16U, 20U, 21U}) {
+        const TextGrid grid = Wide(columns, 2);
+        const GridSheet sheet(grid, kPaper, font);
+        std::size_t least = columns;
+        std::size_t most = 0;
+        double widest = 0.0;
+        for (const GridSheet::Group& group : sheet.Groups()) {
+            least = std::min(least, group.size() - 1);
+            most = std::max(most, group.size() - 1);
+            widest = std::max(widest, sheet.Width(group));
+        }
+        ASSERT_GT(sheet.Groups().size(), 1U);
+        EXPECT_LT(most - least, sheet.Groups().size()) << columns << ": no column is left over by itself";
+        EXPECT_NEAR(widest, kPaper, 1.0) << "and they have the paper's width";
+    }
+}
+
+TEST(GridSheetTest, ALongColumnOfWordsIsBrokenBeforeATableIsParted) {
+    TextGrid grid{
+        .title = "Advice",
+        .columns = {{.caption = "Change"}, {.caption = "Set"}, {.caption = "Left", .isNumber = true}}};
+    const QString sentence = "Start the crusher by a softer starter instead of across the line. ";
+    grid.rows.push_back({TextCell(sentence.repeated(4)),
+                         TextCell("MV2000D in parallel with two others, and one "
+                                  "more of the same size"),
+                         NumberCell(5.6, 1)});
+    const GridSheet sheet(grid, 8000.0, ReportFont({.face = "Arial", .halfPoints = 16}));
+    ASSERT_EQ(sheet.Groups().size(), 1U);
+    EXPECT_LE(sheet.Width(sheet.Groups().front()), 8001.0);
+}
+
+TEST(PageFlowTest, ATableStaysWithItsHeadingOnOnePage) {
+    std::vector<FlowBlock> blocks;
+    // These leave room for the heading and some rows of the next table, not for all of them.
+    blocks.emplace_back(Wide(2, 40));
+    blocks.emplace_back(FlowText{.text = "Heading", .kind = FlowText::Kind::Heading});
+    blocks.emplace_back(Wide(2, 15));
+    const auto inkOf = [](const PageFlow& pages, int page) {
+        QImage picture(612, 792, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        painter.scale(1.0 / 20.0, 1.0 / 20.0);
+        pages.Draw(painter, page);
+        painter.end();
+        int last = 0;
+        for (int y = 0; y < 715; ++y) {
+            for (int x = 0; x < 612; ++x) {
+                last = qGray(picture.pixel(x, y)) < 160 ? y : last;
+            }
+        }
+        return last;
+    };
+    const PageFlow alone({blocks.front()}, RichPage{}, "Name");
+    const PageFlow both(blocks, RichPage{}, "Name");
+    ASSERT_EQ(alone.PageCount(), 1);
+    ASSERT_EQ(both.PageCount(), 2);
+    EXPECT_EQ(inkOf(both, 0), inkOf(alone, 0)) << "heading and table begin on the next page together";
+}
+
 TEST(PageFlowTest, ALongTableGoesOnWithItsHeadAndNothingLeavesThePage) {
     const PageFlow pages({FlowText{.text = "Title", .kind = FlowText::Kind::Title}, Wide(3, 120)}, RichPage{},
                          "Name");

@@ -60,6 +60,46 @@ TEST(GridView, TellsOfARowThatTheUserChoosesAndOpens) {
     EXPECT_EQ(chosen.size(), told) << "another table of the same rows is no choice";
 }
 
+TEST(GridView, ARowThatIsChosenTellsAllItsCells) {
+    TextGrid grid = Sets();
+    grid.columns.push_back({});
+    for (auto& row : grid.rows) {
+        row.push_back(TextCell("follows"));
+    }
+    grid.rows[1][1] = {};
+    GridView view("tbl", GridView::Choose::Rows);
+    view.Show(grid);
+    const auto words = [&](int row) {
+        return view.model()->index(row, 0).data(Qt::AccessibleDescriptionRole).toString();
+    };
+    EXPECT_EQ(words(0), "Rated kW: 90, follows");
+    EXPECT_EQ(words(1), "follows");
+    grid.columns[0].isNumber = true;
+    view.Show(grid);
+    EXPECT_EQ(view.model()->index(0, 0).data(Qt::AccessibleTextRole), "Set MV90") << "as in \"Step 3\"";
+}
+
+TEST(GridView, RowsAreAllOfOneHeightHoweverLongTheirTexts) {
+    TextGrid grid = Sets();
+    const QString sentence = "Start the loads in four steps instead of the present two. ";
+    grid.rows[1][0] = TextCell(sentence.repeated(2));
+    grid.rows[2][0] = TextCell(sentence.repeated(9));
+    GridView view("tbl", GridView::Choose::Rows);
+    view.Stretch(0);
+    view.resize(460, 300);
+    view.show();
+    view.Show(grid);
+    QCoreApplication::processEvents();
+    const int line = view.fontMetrics().lineSpacing();
+    EXPECT_GE(view.rowHeight(0), 2 * line);
+    EXPECT_LT(view.rowHeight(0), 3 * line) << "a longer text has its tip";
+    EXPECT_EQ(view.rowHeight(1), view.rowHeight(0));
+    EXPECT_EQ(view.rowHeight(2), view.rowHeight(0));
+    view.Show(Sets());
+    QCoreApplication::processEvents();
+    EXPECT_LT(view.rowHeight(0), 2 * line) << "and no higher than they need";
+}
+
 TEST(GridView, NamesAsideAreTheRowsHeaders) {
     GridView view("tbl", GridView::Choose::Cells);
     view.Show(Sets());

@@ -41,6 +41,7 @@ TEST_F(LoadFigures, FollowWhatIsTyped) {
     Type(*form, "txtPF", "0.8");
     EXPECT_EQ(Shown(*form), "Running 12.50 kW, 15.63 kVA. Starting 12.50 kW, 15.63 kVA.");
     EXPECT_FALSE(IsPale(*form));
+    EXPECT_EQ(Find<QPushButton>(*form, "cmdOK").accessibleDescription().toStdString(), Shown(*form));
     Type(*form, "txtQty", "2");
     EXPECT_EQ(Shown(*form).substr(0, 45), "Running 25.00 kW, 31.25 kVA (2 × 12.50, 15.6");
     Type(*form, "txtPF", "0.5");

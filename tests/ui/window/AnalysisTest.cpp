@@ -8,6 +8,7 @@
 #include <QTreeWidget>
 
 #include "AnalysisFixture.h"
+#include "AnalysisReport.h"
 #include "ChartView.h"
 #include "EntryField.h"
 #include "Globals.h"
@@ -152,6 +153,37 @@ TEST_F(AnalysisTest, OrderIsThatOfTheStudyAndKeepsToItsRules) {
     Settle();
     ProjectSizer sizer(Tables());
     EXPECT_EQ(sizer.Size(Project()).total, expected.best.total);
+}
+
+/// All three rules that a drag may make.
+TEST_F(AnalysisTest, RulesAreGivenByKeys) {
+    Analyse("quarry.prj");
+    ShowPage("pagOrder");
+    auto& tree = Page<QTreeWidget>("treNow");
+    tree.setFocus();
+    EXPECT_FALSE(Page<QPushButton>("cmdBehind").isEnabled());
+    tree.setCurrentItem(tree.topLevelItem(1)->child(0));  // the conveyors
+    for (int down = 0; down < 2; ++down) {
+        QTest::keyClick(&tree, Qt::Key_Down, Qt::ControlModifier);
+    }
+    QTest::keyClick(&tree, Qt::Key_Space, Qt::ControlModifier);  // the crusher
+    const auto rules = [this] {
+        QStringList texts;
+        for (int row = 0; row < Page<QListWidget>("lstRules").count(); ++row) {
+            texts += Page<QListWidget>("lstRules").item(row)->text();
+        }
+        return texts;
+    };
+    Click(Analysis(), "cmdBehind");
+    EXPECT_EQ(rules(), QStringList{"Primary crusher starts before Conveyor drives"});
+    for (const auto& [button, rule] :
+         {std::pair{"cmdBefore", "Conveyor drives starts before Primary crusher"},
+          std::pair{"cmdTogether", "Conveyor drives and Primary crusher start together"}}) {
+        Page<QListWidget>("lstRules").setCurrentRow(0);
+        Click(Analysis(), "cmdRemoveRule");
+        Click(Analysis(), button);
+        EXPECT_EQ(rules(), QStringList{rule});
+    }
 }
 
 TEST_F(AnalysisTest, WhatIfIsTheSweepOfTheStudy) {
@@ -304,6 +336,30 @@ TEST_F(AnalysisTest, PairsCanBeCancelledAndTheSinglesStay) {
     EXPECT_FALSE(Page<AdvicePage>("pagAdvice").Study().IsWorking());
     EXPECT_EQ(Page<AdvicePage>("pagAdvice").List(), singles);
     EXPECT_TRUE(Page<QPushButton>("cmdPairs").isEnabled());
+}
+
+TEST_F(AnalysisTest, TheReportTellsWhereWhenAndWithinWhat) {
+    Analyse("hospital.prj");
+    std::string texts;
+    for (const FlowBlock& block : AnalysisReport(Analysis().Result(), 0, nullptr, {2026, 3, 4, 15, 6, 7})) {
+        if (const auto* text = std::get_if<FlowText>(&block)) {
+            texts += text->text.toStdString() + "\n";
+        }
+    }
+    EXPECT_THAT(texts, HasSubstr("Date: March 4, 2026\n"));
+    // 152.4 m / 0.3048 = 500 feet; 35 x 1.8 + 32 = 95
+    EXPECT_THAT(texts,
+                HasSubstr("Site: 480 V, 60 Hz, Diesel, altitude 152 m (500 feet), 35 \u00B0C (95 \u00B0F), "
+                          "one set\n"));
+    EXPECT_THAT(texts,
+                HasSubstr("Limits: voltage dip 10 to 20 % by step, frequency dip 15 %, voltage distortion "
+                          "10 %, loading 30 to 80 %\n"));
+}
+
+TEST_F(AnalysisTest, WhatStandsThereNowIsReadInBothUnits) {
+    Analyse("quarry.prj");
+    // 3650.01048 m / 0.3048 = 11975.1 feet
+    EXPECT_EQ(Page<QLabel>("lblVaryNow").text().toStdString(), "now 3650.01 m (11975 feet)");
 }
 
 TEST_F(AnalysisTest, SavesTheReportOnPages) {

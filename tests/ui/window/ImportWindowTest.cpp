@@ -3,11 +3,13 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QTableView>
 #include <QTest>
 
 #include "FieldError.h"
+#include "FrozenTable.h"
 #include "Globals.h"
 #include "ImportPreview.h"
 #include "ProfileFixture.h"
@@ -94,6 +96,36 @@ TEST_F(ImportInTheWindow, AFaultIsToldByWordAndGroundBesideItsCell) {
         EXPECT_TRUE(dialog.isVisible());
     });
     EXPECT_THAT(Stored(), IsEmpty());
+}
+
+TEST_F(ImportInTheWindow, WhoseRowItIsStaysInViewSideways) {
+    QString wide = "Type,Name,kW";
+    QString row = "\nMisc,Sockets of the second floor,3000";
+    for (int column = 0; column < 20; ++column) {
+        wide += QString(",Column %1 of the table").arg(column);
+        row += ",x";
+    }
+    Paste(wide + row + row + "\n", [](QDialog& dialog) {
+        auto& table = Find<FrozenTable>(dialog, "tblPreview");
+        dialog.resize(1100, 500);
+        QCoreApplication::processEvents();
+        table.horizontalScrollBar()->setValue(0);
+        EXPECT_EQ(table.Covered(), 0) << "nothing is scrolled away";
+        table.horizontalScrollBar()->setValue(400);
+        const int name = table.columnWidth(ImportPreview::Name);
+        EXPECT_EQ(table.Covered(), table.columnWidth(0) + table.columnWidth(1) + table.columnWidth(2) + name);
+        auto& front = Find<QTableView>(table, "tblFront");
+        EXPECT_EQ(front.rowHeight(1), table.rowHeight(1));
+        EXPECT_EQ(front.columnViewportPosition(ImportPreview::Name) + name, table.Covered());
+        EXPECT_EQ(front.mapTo(&table, QPoint(0, 0)).x(), table.viewport()->x());
+        // What is chosen is seen beside them, also from the right.
+        table.setCurrentIndex(table.model()->index(1, table.model()->columnCount() - 1));
+        table.setCurrentIndex(table.model()->index(1, ImportPreview::Own));
+        EXPECT_GE(table.visualRect(table.currentIndex()).left(), table.Covered());
+        dialog.resize(table.Covered() + 120, 500);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(table.Covered(), 0) << "there is no room beside them";
+    });
 }
 
 TEST_F(ImportInTheWindow, ATableAsAWholeIsRefusedInOneSentence) {

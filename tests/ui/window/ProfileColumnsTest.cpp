@@ -185,6 +185,16 @@ TEST_F(ProfileColumns, TheLeastImportantGoFirst) {
     EXPECT_EQ(Shown().size(), 8U) << "and they come back";
 }
 
+TEST_F(ProfileColumns, TheFirstSizeOfTheWindowHasRoomForThree) {
+    Window().resize(800, 567);
+    AddStep("A");
+    QCoreApplication::processEvents();
+    EXPECT_THAT(Shown(), testing::IsSupersetOf({profile_column::kQuantity, kRunningKW, kStartingKVA}));
+    Window().resize(1000, 567);
+    QCoreApplication::processEvents();
+    EXPECT_THAT(Shown(), testing::IsSupersetOf({kRunningKW, kRunningKVA, kStartingKW, kStartingKVA}));
+}
+
 TEST_F(ProfileColumns, NoFigureIsCut) {
     AddStep("A");
     Widen(900);
@@ -232,7 +242,7 @@ TEST_F(ProfileColumns, ARowIsReadAsAWhole) {
     EXPECT_EQ(Node(1, 1).data(0, Qt::AccessibleDescriptionRole).toString(),
               "quantity 2, phases 3, running 16.00 kW, 20.00 kVA, starting 60.00 kW, 120.00 kVA");
     EXPECT_EQ(Node(1).data(0, Qt::AccessibleDescriptionRole).toString(),
-              "running 16.00 kW, 20.00 kVA, starting 60.00 kW, 120.00 kVA");
+              "step 1, running 16.00 kW, 20.00 kVA, starting 60.00 kW, 120.00 kVA");
     EXPECT_EQ(Control<QWidget>("panLoadProfile", "fraTotals").accessibleName(),
               "All steps: running 16.00 kW, 20.00 kVA, starting 60.00 kW, 120.00 kVA");
     EXPECT_EQ(Total("lblTotalRunningKVA").accessibleName(), "Running kVA of all steps: 20.00");

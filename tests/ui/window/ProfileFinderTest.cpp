@@ -1,5 +1,6 @@
 // Finding steps and loads by what is said of them.
 
+#include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
@@ -38,6 +39,14 @@ class Finder : public ProfileTest {
     /// Text of the selected row.
     std::string Found() { return Tree().Selected()->text(0).toStdString(); }
 };
+
+TEST_F(Finder, EveryPictureThatIsPressedHasAName) {
+    for (const auto* button :
+         Control<QWidget>("panLoadProfile", "fraFind").findChildren<QAbstractButton*>()) {
+        EXPECT_FALSE(button->accessibleName().isEmpty() && button->text().isEmpty())
+            << button->metaObject()->className();
+    }
+}
 
 TEST_F(Finder, FindsNamesDescriptionsAndKindsWhileOneTypes) {
     EXPECT_TRUE(IsOpen());

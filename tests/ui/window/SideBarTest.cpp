@@ -69,6 +69,18 @@ class SideBar : public testing::Test {
     std::vector<std::int32_t> raised;
 };
 
+TEST_F(SideBar, IsAsWideAsItsTitlesInLargeLetters) {
+    EXPECT_EQ(bar.width(), 110);
+    bar.AddItem("long", "View Gensets", 0, 99);
+    EXPECT_EQ(bar.width(), 110);
+    QFont large = bar.font();
+    large.setPixelSize(24);
+    bar.setFont(large);
+    large.setBold(true);
+    EXPECT_GT(bar.width(), QFontMetrics(large).horizontalAdvance("View Gensets"));
+    EXPECT_GT(bar.width(), 110);
+}
+
 TEST_F(SideBar, KeepsItsItemsByKey) {
     const CBarItem& item = bar.AddItem("fifth", "More", 4, 77);
     EXPECT_EQ(item.Title, "More");
