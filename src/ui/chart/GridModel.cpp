@@ -71,9 +71,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         case Qt::TextAlignmentRole:
             return static_cast<int>(
                 Qt::AlignVCenter |
-                (m_grid.columns[static_cast<std::size_t>(index.column() + Aside())].isNumber
-                     ? Qt::AlignRight
-                     : Qt::AlignLeft));
+                (m_grid.columns[ColumnAt(index.column())].isNumber ? Qt::AlignRight : Qt::AlignLeft));
         case Qt::FontRole: {
             if (!cell.isBold) {
                 return {};
@@ -104,7 +102,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
         return role == Qt::ToolTipRole && name != nullptr && !name->tip.isEmpty() ? QVariant(name->tip)
                                                                                   : QVariant();
     }
-    const GridColumn& column = m_grid.columns[static_cast<std::size_t>(section + Aside())];
+    const GridColumn& column = m_grid.columns[ColumnAt(section)];
     if (role == Qt::DisplayRole) {
         return column.caption;
     }

@@ -34,9 +34,14 @@ class GridModel final : public QAbstractTableModel {
   private:
     [[nodiscard]] QString NameOf(int row) const;
     [[nodiscard]] QString RestOf(int row) const;
+    /// Where a shown column stands in the table.
+    [[nodiscard]] std::size_t ColumnAt(int shown) const noexcept {
+        const int column = shown + Aside();
+        return static_cast<std::size_t>(column);
+    }
     [[nodiscard]] int Aside() const noexcept { return m_namesAside && !m_grid.columns.empty() ? 1 : 0; }
     [[nodiscard]] const GridCell& At(int row, int column) const {
-        return m_grid.rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column + Aside())];
+        return m_grid.rows[static_cast<std::size_t>(row)][ColumnAt(column)];
     }
 
     TextGrid m_grid;

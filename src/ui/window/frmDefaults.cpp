@@ -5,6 +5,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <array>
 #include <utility>
 
 #include "CApplication.h"
@@ -212,13 +213,14 @@ bool frmDefaults::HoldsOk() {
         m_cboVolts->setFocus(Qt::OtherFocusReason);
         return true;
     }
-    const std::pair<EntryField*, QString> complaints[] = {
-        {m_txtParallelSets, m_txtParallelSets->Complaint()},
-        {m_txtAltitude, ComplaintOf(*m_txtAltitude, SiteFigure::Altitude)},
-        {m_txtAmbTemp, ComplaintOf(*m_txtAmbTemp, SiteFigure::AmbTemp)},
-        {m_txtMaxVoltDip, m_txtMaxVoltDip->Complaint()},
-        {m_txtMaxFreqDip, m_txtMaxFreqDip->Complaint()},
-        {m_txtMaxHarmonics, m_txtMaxHarmonics->Complaint()}};
+    using FieldComplaint = std::pair<EntryField*, QString>;
+    const std::array complaints{
+        FieldComplaint{m_txtParallelSets, m_txtParallelSets->Complaint()},
+        FieldComplaint{m_txtAltitude, ComplaintOf(*m_txtAltitude, SiteFigure::Altitude)},
+        FieldComplaint{m_txtAmbTemp, ComplaintOf(*m_txtAmbTemp, SiteFigure::AmbTemp)},
+        FieldComplaint{m_txtMaxVoltDip, m_txtMaxVoltDip->Complaint()},
+        FieldComplaint{m_txtMaxFreqDip, m_txtMaxFreqDip->Complaint()},
+        FieldComplaint{m_txtMaxHarmonics, m_txtMaxHarmonics->Complaint()}};
     for (const auto& [field, complaint] : complaints) {
         if (!complaint.isEmpty()) {
             m_pages->setCurrentIndex(kSitePage);

@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <iterator>
 
 #include "CommandTable.h"
 #include "DialogKeys.h"
@@ -233,6 +234,7 @@ void frmMain::SetWebItems() {
 void frmMain::InitializeOutlookBar() {
     FailureRegion region;
     std::vector<QIcon> icons;
+    icons.reserve(std::size(kBarEntries));
     for (const BarEntry& entry : kBarEntries) {
         icons.push_back(Picture(entry.picture));
     }

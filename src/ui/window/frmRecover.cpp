@@ -62,8 +62,8 @@ QString Details(const KeptProject& kept, const KeptWords& words) {
 
 }  // namespace
 
-frmRecover::frmRecover(PlatformServices& platform, std::vector<KeptProject> kept, bool lost, Teller tell,
-                       QWidget* owner)
+frmRecover::frmRecover(PlatformServices& platform, std::vector<KeptProject> kept, bool lost,
+                       const Teller& tell, QWidget* owner)
     : QDialog(owner),
       m_platform(&platform),
       m_kept(std::move(kept)),

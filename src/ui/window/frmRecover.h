@@ -23,7 +23,7 @@ class frmRecover final : public QDialog {
 
     /// @param lost whether a program that did not end left them, or commands dropped them.
     /// @param tell reads a project, to tell of it.
-    frmRecover(PlatformServices& platform, std::vector<KeptProject> kept, bool lost, Teller tell,
+    frmRecover(PlatformServices& platform, std::vector<KeptProject> kept, bool lost, const Teller& tell,
                QWidget* owner);
 
     /// What is to be restored, once the dialog was accepted.
