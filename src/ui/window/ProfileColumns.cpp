@@ -9,10 +9,11 @@ namespace genvara {
 namespace {
 
 constexpr int kColumnMargin = 14;  // pixels on both sides of a text together
-/// Characters of a name or a description that are to be read beside the most important column alone, and
-/// beside any other.
+/// Characters of a name or a description that are to be read beside the most important column alone, beside
+/// any other, and beside the least important one.
 constexpr int kShortText = 14;
 constexpr int kOrdinaryText = 17;
+constexpr int kLongText = 28;
 constexpr int kTextInset = 58;              // pixels before a load's name, with its picture
 constexpr const char* kFigure = "0000.00";  // of an ordinary site
 
@@ -69,7 +70,9 @@ void ChooseColumns(QHeaderView& header, int room, const QString& widest) {
     int left = room - kTextInset - header.sectionSize(profile_column::kNumber);
     for (const int column : kByImportance) {
         const int width = WidthOf(header, column, widest);
-        const int text = column == kByImportance.front() ? kShortText : kOrdinaryText;
+        const int text = column == kByImportance.front()  ? kShortText
+                         : column == kByImportance.back() ? kLongText
+                                                          : kOrdinaryText;
         left -= width;
         const bool fits = left >= text * character;
         header.setSectionHidden(column, !fits);
