@@ -48,9 +48,12 @@ QString LimitsText(const StudyProject& project) {
     for (const CLoadStep& step : project.loadProfile) {
         dips.push_back(step.MaxVoltageDipOverride());
     }
-    const auto [least, most] = std::ranges::minmax(dips);
-    QStringList parts{least == most ? QObject::tr("voltage dip %1 %").arg(most)
-                                    : QObject::tr("voltage dip %1 to %2 % by step").arg(least).arg(most)};
+    QStringList parts;
+    if (!dips.empty()) {
+        const auto [least, most] = std::ranges::minmax(dips);
+        parts += least == most ? QObject::tr("voltage dip %1 %").arg(most)
+                               : QObject::tr("voltage dip %1 to %2 % by step").arg(least).arg(most);
+    }
     if (site.MaxFreqDipEnabled()) {
         parts += QObject::tr("frequency dip %1 %").arg(site.MaxFreqDip());
     }
