@@ -219,6 +219,7 @@ class TablePrinter final : public PointPrinter {
   private:
     static std::vector<TextTable::Column> Columns(const std::vector<SweepAxis>& axes) {
         std::vector<TextTable::Column> columns;
+        columns.reserve(axes.size());
         for (const SweepAxis& axis : axes) {
             columns.push_back({TitleOf(axis), AlignOf(axis)});
         }

@@ -129,9 +129,9 @@ class TableReader {
     void FindSteps(std::span<const TableRow> rows) {
         for (const TableRow& row : rows) {
             RowReader reader(m_context, row, kAnyLoad, m_table.faults);
-            if (std::string fault = m_steps.Take(reader.CellOf(kStepColumn), m_context.numbers);
+            if (const std::string fault = m_steps.Take(reader.CellOf(kStepColumn), m_context.numbers);
                 !fault.empty()) {
-                reader.Refuse(kStepColumn, std::move(fault));
+                reader.Refuse(kStepColumn, fault);
             }
         }
         m_steps.Settle();

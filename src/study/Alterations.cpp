@@ -237,11 +237,11 @@ std::string MemberText(const StudyProject& project, const MemberValue& change) {
                            StepText(project.loadProfile, path.step), from);
     }
     if (change.path == "PowerSystem.MaxFreqDipEnabled") {
-        return fmt::format("Do not limit the frequency dip, instead of to {} %",
+        return fmt::format("Do not limit the frequency dip, which may be {} % now",
                            project.powerSystem.MaxFreqDip());
     }
     if (change.path == "PowerSystem.MaxHarmonicsEnabled") {
-        return fmt::format("Do not limit the voltage distortion, instead of to {} %",
+        return fmt::format("Do not limit the voltage distortion, which may be {} % now",
                            project.powerSystem.MaxHarmonics());
     }
     const auto* const words = std::ranges::find(kMemberWords, change.path, &MemberWords::path);
