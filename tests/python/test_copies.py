@@ -50,8 +50,8 @@ def things(catalogue):
     for name, project in (("cold store", cold), ("quarry", quarry), ("workshop", workshop)):
         yield f"advice on the {name}", project.advise(catalogue, max_loading=77)
         yield f"order of the {name}", project.order(catalogue)
-    pairs = cold.advise(catalogue, pairs=True, kinds=["split", "limit", "starter"])
-    assert {len(advice.changes) for advice in pairs} > {1} and len({advice.kind for advice in pairs}) > 3
+    pairs = cold.advise(catalogue, pairs=True, kinds=["split", "starter"])
+    assert len({advice.kind for advice in pairs}) > 1
     yield "pairs", pairs
     yield "advice", pairs[-1]
     yield "no advice", genvara.read(SOURCE / "samples/hospital.prj").advise(catalogue)
@@ -75,7 +75,9 @@ def test_copies_and_pickles_show_the_same(catalogue):
 
 def test_a_pickled_advice_still_makes_its_project(catalogue):
     project = genvara.read(SOURCE / "samples/quarry.prj")
-    for advice in project.advise(catalogue, pairs=True):
+    found = project.advise(catalogue, pairs=True, kinds=["order", "split", "starter"])
+    assert {"split+starter", "starter+starter"} & {advice.kind for advice in found}
+    for advice in found:
         again = pickle.loads(pickle.dumps(advice))
         assert again.project.dumps() == advice.project.dumps()
     order = pickle.loads(pickle.dumps(project.order(catalogue)))
