@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 #include "CsvText.h"
@@ -86,7 +87,8 @@ AnswerCells CellsOf(const SweepPoint& point) {
 
 class JsonPrinter final : public PointPrinter {
   public:
-    JsonPrinter(const std::string& file, const std::vector<SweepAxis>& axes) : m_file(file), m_axes(&axes) {}
+    JsonPrinter(std::string file, const std::vector<SweepAxis>& axes)
+        : m_file(std::move(file)), m_axes(&axes) {}
 
     void Take(const SweepPoint& point) override {
         JsonText json;
@@ -117,6 +119,7 @@ class CsvPrinter final : public PointPrinter {
   public:
     explicit CsvPrinter(const std::vector<SweepAxis>& axes) : m_axes(&axes) {
         std::vector<std::string> titles;
+        titles.reserve(axes.size());
         for (const SweepAxis& axis : axes) {
             titles.push_back(axis.path);
         }
@@ -196,8 +199,8 @@ void AddAnswerCells(std::vector<std::string>& row, const SweepPoint& point) {
 
 class TablePrinter final : public PointPrinter {
   public:
-    TablePrinter(const std::string& file, const std::vector<SweepAxis>& axes)
-        : m_file(file), m_axes(&axes), m_table(Columns(axes)) {}
+    TablePrinter(std::string file, const std::vector<SweepAxis>& axes)
+        : m_file(std::move(file)), m_axes(&axes), m_table(Columns(axes)) {}
 
     void Take(const SweepPoint& point) override {
         std::vector<std::string> row;
