@@ -58,7 +58,10 @@ QString LimitsText(const StudyProject& project) {
         parts += QObject::tr("frequency dip %1 %").arg(site.MaxFreqDip());
     }
     if (site.MaxHarmonicsEnabled()) {
-        parts += QObject::tr("voltage distortion %1 %").arg(site.MaxHarmonics());
+        // A limit that no set was held to must not seem kept.
+        parts += HasDistortionModel(site.ConnectCode())
+                     ? QObject::tr("voltage distortion %1 %").arg(site.MaxHarmonics())
+                     : ToQt(kNoDistortionFigures);
     }
     parts +=
         QObject::tr("loading %1 to %2 %").arg(project.limits.MinLoading()).arg(project.limits.MaxLoading());

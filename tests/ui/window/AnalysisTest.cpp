@@ -356,6 +356,22 @@ TEST_F(AnalysisTest, TheReportTellsWhereWhenAndWithinWhat) {
                           "10 %, loading 30 to 80 %\n"));
 }
 
+TEST_F(AnalysisTest, TheReportClaimsNoLimitThatNothingWasHeldTo) {
+    Analyse("hospital.prj");
+    AnalysisResult result = Analysis().Result();
+    auto other = std::make_shared<StudyProject>(*result.project);
+    other->powerSystem.ConnectCode(4);  // none of those with figures of distortion
+    result.project = other;
+    std::string limits;
+    for (const FlowBlock& block : AnalysisReport(result, 0, nullptr, {2026, 3, 4, 15, 6, 7})) {
+        if (const auto* text = std::get_if<FlowText>(&block)) {
+            limits += text->text.toStdString();
+        }
+    }
+    EXPECT_THAT(limits, HasSubstr("frequency dip 15 %, no distortion figures for this connection, loading"));
+    EXPECT_THAT(limits, Not(HasSubstr("voltage distortion 10 %")));
+}
+
 TEST_F(AnalysisTest, WhatStandsThereNowIsReadInBothUnits) {
     Analyse("quarry.prj");
     // 3650.01048 m / 0.3048 = 11975.1 feet
