@@ -173,17 +173,25 @@ class TableReader {
         const auto says = [&](std::size_t column, std::string_view word) {
             return PlainLetters(m_context.columns[column].heading).find(word) != std::string::npos;
         };
-        const auto drawn = row.SourceOf("RunningRealPower");
-        if (row.LoadType() == load_type::kMotor && drawn && !says(drawn->column, "run")) {
-            note(drawn->column,
-                 "\"{}\" is read as what a motor takes from the line while it runs. Head the column \"Motor "
-                 "rating [kW]\" if it is what the motor gives at its shaft.");
+        const auto isRated = [&](const TableField& field) {
+            return field.loadType == row.LoadType() && !field.words.shaft.empty();
+        };
+        if (std::ranges::none_of(TableFields(), isRated)) {
+            return;
         }
-        for (const std::string_view member : {"HP", "MtrRating"}) {
-            const auto rated = row.SourceOf(member);
-            if (rated && !rated->hasUnit && !says(rated->column, "hp") &&
-                !says(rated->column, "horsepower")) {
-                note(rated->column,
+        for (const TableField& field : TableFields()) {
+            const auto source = field.loadType == row.LoadType() ? row.SourceOf(field.member) : std::nullopt;
+            if (!source) {
+                continue;
+            }
+            if (field.measure == Measure::RealPower && !says(source->column, "run")) {
+                note(source->column,
+                     "\"{}\" is read as what a motor takes from the line while it runs. Head the column "
+                     "\"Motor rating [kW]\" if it is what the motor gives at its shaft.");
+            }
+            if (isRated(field) && !source->hasUnit && !says(source->column, "hp") &&
+                !says(source->column, "horsepower")) {
+                note(source->column,
                      "\"{0}\" names no unit and is read in hp. Head the column \"{0} [kW]\" if it is in kW.");
             }
         }
