@@ -23,10 +23,6 @@ namespace {
 
 namespace py = pybind11;
 
-using ProjectPtr = std::shared_ptr<PythonProject>;
-using CataloguePtr = std::shared_ptr<PythonCatalogue>;
-using StudyPtr = std::shared_ptr<const PythonStudy>;
-
 /// A list of advice with the project that it is about.
 struct PythonAdvice {
     StudyPtr study;

@@ -20,10 +20,6 @@ namespace {
 
 namespace py = pybind11;
 
-using ProjectPtr = std::shared_ptr<PythonProject>;
-using CataloguePtr = std::shared_ptr<PythonCatalogue>;
-using StudyPtr = std::shared_ptr<const PythonStudy>;
-
 struct PythonOrder {
     StudyPtr study;
     OrderAnswer answer;

@@ -46,9 +46,8 @@ std::shared_ptr<PythonProject> PythonStudy::Made(const StudyProject& project) co
     return made;
 }
 
-std::shared_ptr<const PythonStudy> BeginStudy(std::string_view function, const PythonProject& project,
-                                              const std::shared_ptr<PythonCatalogue>& catalogue,
-                                              const py::kwargs& limits) {
+StudyPtr BeginStudy(std::string_view function, const PythonProject& project, const CataloguePtr& catalogue,
+                    const py::kwargs& limits) {
     return std::make_shared<const PythonStudy>(project, catalogue, LimitsOf(function, limits));
 }
 

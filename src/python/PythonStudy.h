@@ -39,12 +39,14 @@ class PythonStudy {
     StudyProject m_project;
 };
 
+using ProjectPtr = std::shared_ptr<PythonProject>;
+using CataloguePtr = std::shared_ptr<PythonCatalogue>;
+using StudyPtr = std::shared_ptr<const PythonStudy>;
+
 /// A study that a function of Python begins, with the limits that its keywords give.
 /// @throws RaisedError as the constructor; TypeError and RaisedError of the keywords.
-[[nodiscard]] std::shared_ptr<const PythonStudy> BeginStudy(std::string_view function,
-                                                            const PythonProject& project,
-                                                            const std::shared_ptr<PythonCatalogue>& catalogue,
-                                                            const pybind11::kwargs& limits);
+[[nodiscard]] StudyPtr BeginStudy(std::string_view function, const PythonProject& project,
+                                  const CataloguePtr& catalogue, const pybind11::kwargs& limits);
 
 /// The loads of each step by their paths.
 [[nodiscard]] std::vector<std::vector<std::string>> PathsOf(const LoadOrder& order);

@@ -168,7 +168,7 @@ StudyState StateOf(const PythonStudy& study) {
     return {study.Made(study.Project()), study.Catalogue(), StateOf(study.Project().limits)};
 }
 
-std::shared_ptr<const PythonStudy> StudyOf(const StudyState& state) {
+StudyPtr StudyOf(const StudyState& state) {
     const auto& [project, catalogue, limits] = state;
     if (!project || !catalogue) {
         throw py::type_error("a study has a project and a catalogue");

@@ -58,10 +58,10 @@ using SizingState = std::tuple<std::optional<SetState>, std::optional<TightestSt
 [[nodiscard]] Sizing SizingOf(const SizingState& state);
 
 /// A project, its catalogue and the limits of its runs.
-using StudyState = std::tuple<std::shared_ptr<PythonProject>, std::shared_ptr<PythonCatalogue>, LimitsState>;
+using StudyState = std::tuple<ProjectPtr, CataloguePtr, LimitsState>;
 [[nodiscard]] StudyState StateOf(const PythonStudy& study);
 /// @throws TypeError for None; RaisedError as `PythonStudy`, or of a limit's setter.
-[[nodiscard]] std::shared_ptr<const PythonStudy> StudyOf(const StudyState& state);
+[[nodiscard]] StudyPtr StudyOf(const StudyState& state);
 
 /// What a class answers to "__reduce__", so that pickle and copy make its objects again from their states.
 /// @param maker name of the module's function that takes a state, which is defined here.

@@ -18,10 +18,8 @@ namespace {
 
 namespace py = pybind11;
 
-using CataloguePtr = std::shared_ptr<PythonCatalogue>;
-
 struct Grid {
-    std::shared_ptr<const PythonStudy> study;
+    StudyPtr study;
     std::vector<SweepAxis> axes;
     std::vector<SweepPoint> points;
 };

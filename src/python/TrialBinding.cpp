@@ -21,8 +21,6 @@ namespace {
 
 namespace py = pybind11;
 
-using CataloguePtr = std::shared_ptr<PythonCatalogue>;
-
 /// What is counted of a set, or of all sets of a model: in how many trials one does the job, and in how many
 /// it is the first of the list.
 struct Tally {
