@@ -47,10 +47,10 @@ def judge_save(save, folder, done, findings, where):
     content = target.read_bytes() if target.exists() else None
     if done.odd:
         findings.add(f"{where}: {done.odd}")
-    if done.status == 0 and content != save.new:
+    if done.status == 0 and (content is None or not save.arrived(content)):
         findings.add(f"{where}: saved, it says, but the file holds {content[:80] if content else content!r}")
     if done.status != 0:
-        if content is None or not (content == save.new or save.whole(content)):
+        if content is None or not (save.arrived(content) or save.whole(content)):
             findings.add(f"{where}: the old file is gone: {content[:80] if content else content!r}")
         if not done.tells_failure():
             findings.add(f"{where}: the failure is not told: {done.errors()[:300]!r}")

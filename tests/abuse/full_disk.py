@@ -35,6 +35,9 @@ class Save:
     def whole(self, content):
         return content == self.old
 
+    def arrived(self, content):
+        return content == self.new
+
     def run(self, folder, **options):
         return abuse.Run(self.command(pathlib.Path(folder) / self.file), (0, UNREADABLE), **options)
 
@@ -77,10 +80,10 @@ def attempt(save, folder, findings, where, must=None, **options):
         findings.add(f"{where}: {done.odd}")
     elif must is not None and done.status != must:
         findings.add(f"{where}: status {done.status}, not {must}")
-    if done.status == 0 and content != save.new:
+    if done.status == 0 and (content is None or not save.arrived(content)):
         findings.add(f"{where}: saved, it says, but the file holds {content[:80] if content else content!r}")
     if done.status != 0:
-        if content is None or not (content == save.new or save.whole(content)):
+        if content is None or not (save.arrived(content) or save.whole(content)):
             findings.add(f"{where}: the old file is gone: {content[:80] if content else content!r}")
         if not done.tells_failure() or not any(text in done.errors() for text in FULL_TEXTS):
             findings.add(f"{where}: the failure is not told: {done.errors()[:300]!r}")

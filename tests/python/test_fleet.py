@@ -318,6 +318,20 @@ def test_results_in_a_file(hospital, catalogue, tmp_path):
     assert list(again) == list(in_memory)
 
 
+def test_a_file_of_a_study_that_never_began(hospital, catalogue, tmp_path):
+    out = tmp_path / "runs.db"
+    out.touch()
+    with pytest.raises(FileExistsError, match="resume"):
+        fleet.chances(hospital, DRAWN, runs=10, seed=7, catalogue=catalogue, out=out)
+    begun = fleet.chances(hospital, DRAWN, runs=10, seed=7, catalogue=catalogue, out=out, resume=True)
+    assert list(begun) == list(fleet.chances(hospital, DRAWN, runs=10, seed=7, catalogue=catalogue))
+    others = tmp_path / "others.db"
+    with sqlite3.connect(others) as database:
+        database.execute("CREATE TABLE mine (number INTEGER)")
+    with pytest.raises(ValueError, match="no results"):
+        fleet.chances(hospital, DRAWN, runs=10, seed=7, catalogue=catalogue, out=others, resume=True)
+
+
 def test_a_file_of_another_study(hospital, catalogue, tmp_path):
     out = tmp_path / "runs.db"
     fleet.chances(hospital, DRAWN, runs=10, seed=7, catalogue=catalogue, out=out).close()

@@ -31,12 +31,23 @@ class Store:
         """
         self.file = None if file is None else os.path.abspath(file)
         self.columns = tuple(columns)
-        if self.file is not None and os.path.exists(self.file):
-            if not resume:
-                raise FileExistsError(f"{self.file} is there already; resume=True goes on with it")
-            self._database = self._opened(study)
-            return
+        is_there = self.file is not None and os.path.exists(self.file)
+        if is_there and not resume:
+            raise FileExistsError(f"{self.file} is there already; resume=True goes on with it")
         self._database = sqlite3.connect(self.file or ":memory:")
+        # A study that ended in its first moment has left a file with nothing in it.
+        if is_there and not self._is_empty():
+            self._check(study)
+        else:
+            self._begin(study)
+
+    def _is_empty(self) -> bool:
+        try:
+            return self.select("SELECT count(*) FROM sqlite_master") == [(0,)]
+        except sqlite3.DatabaseError:
+            return False
+
+    def _begin(self, study: dict[str, Any]) -> None:
         with self._database:
             self._database.execute("BEGIN IMMEDIATE")
             for statement in self._tables():
@@ -52,19 +63,16 @@ class Store:
         yield f"CREATE TABLE rows ({first} INTEGER PRIMARY KEY, {', '.join(others)})"
         yield "CREATE TABLE tallies (piece INTEGER, model TEXT, alt_num TEXT, engine_num TEXT, does INTEGER, first INTEGER)"
 
-    def _opened(self, study: dict[str, Any]) -> sqlite3.Connection:
-        assert self.file is not None
-        database = sqlite3.connect(self.file)
+    def _check(self, study: dict[str, Any]) -> None:
         try:
-            known = {name: json.loads(value) for name, value in database.execute("SELECT name, value FROM study")}
+            known = {name: json.loads(value) for name, value in self._database.execute("SELECT name, value FROM study")}
         except (sqlite3.DatabaseError, ValueError) as failure:
-            database.close()
+            self.close()
             raise ValueError(f"{self.file} holds no results of a study: {failure}") from failure
         others = [name for name in study if known.get(name) != json.loads(json.dumps(study[name]))]
         if others:
-            database.close()
+            self.close()
             raise ValueError(f"{self.file} is of a study with another {', another '.join(others)}")
-        return database
 
     def done(self) -> set[int]:
         """The pieces that are there."""
