@@ -133,19 +133,28 @@ def report_fleet(runs):
                 process.wait()
 
 
+def two_halves(runs):
+    """Wall seconds of two processes that do half of the runs each, side by side and without a scheduler: what the machine allows."""
+    halves = [subprocess.Popen(["/usr/bin/python3", "-B", "-c", CHANCES, str(runs // 2), ""], stdout=subprocess.PIPE, text=True) for _ in range(2)]
+    return max(float(half.communicate()[0].split()[1]) for half in halves)
+
+
 def compare(processes, runs, scheduler):
-    walls, work = [], []
-    for _ in range(3):
+    walls, work, bare = [], [], []
+    for _ in range(5):
         alone_cpu, alone = python(CHANCES, runs, "")
+        apart = two_halves(runs)
         python(CHANCES, 1, scheduler)
         before = [cpu_of(process.pid) for process in processes]
         client, shared = python(CHANCES, runs, scheduler)
         # What the start of another client costs comes on top, in the scheduler and the workers.
         spent = [cpu_of(process.pid) - old for process, old in zip(processes, before)]
         walls.append(alone / shared / 2.0)
+        bare.append(apart / shared)
         work.append(alone_cpu / (sum(spent) + client))
         print(f"  CPU of one process {alone_cpu:.1f} s; of scheduler {spent[0]:.1f}, workers {spent[1]:.1f} and {spent[2]:.1f}, "
               f"client {client:.1f} s", flush=True)
+    print(f"two workers against two processes without a scheduler: {statistics.median(bare):.2f} by wall")
     print(f"two workers against one process: efficiency {statistics.median(walls):.2f} by wall, {statistics.median(work):.2f} by CPU")
 
 
