@@ -10,7 +10,7 @@ find_program(GENVARA_CCACHE ccache)
 if(GENVARA_CCACHE)
   # Paths relative to the source tree, so that several checkouts share one cache.
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
-      CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${GENVARA_CCACHE})
+      CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros ${GENVARA_CCACHE})
 endif()
 
 # Settings that every target of ours links; the libraries of others keep their own.

@@ -21,11 +21,12 @@ function(compile_tests_quickly TARGET)
   target_compile_options(${TARGET} PRIVATE $<$<CONFIG:Release>:-O0>)
 endfunction()
 
-# add_layer_tests(NAME SOURCES ... USES layer... [LINKS library...])
+# add_layer_tests(NAME SOURCES ... USES layer... [LINKS library...] [ALONE])
 #
-# One test program a folder of tests/, found by ctest test by test.
+# One test program a folder of tests/, found by ctest test by test. All but those that stand ALONE take the headers that the tests of the
+# base have precompiled, which therefore come first.
 function(add_layer_tests NAME)
-  cmake_parse_arguments(TESTS "" "" "SOURCES;USES;LINKS" ${ARGN})
+  cmake_parse_arguments(TESTS "ALONE" "" "SOURCES;USES;LINKS" ${ARGN})
   set(target ${NAME}_tests)
   add_executable(${target} ${TESTS_SOURCES})
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support)
@@ -35,5 +36,10 @@ function(add_layer_tests NAME)
   compile_tests_quickly(${target})
   target_link_libraries(${target} PRIVATE genvara_settings ${TESTS_LINKS}
     GTest::gmock GTest::gtest GTest::gtest_main rapidcheck)
+  if(NAME STREQUAL base)
+    precompile_headers(${target} plain MORE <gmock/gmock.h> <gtest/gtest.h>)
+  elseif(NOT TESTS_ALONE)
+    precompile_headers(${target} plain FROM base_tests)
+  endif()
   gtest_discover_tests(${target} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60)
 endfunction()
