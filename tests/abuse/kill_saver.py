@@ -14,7 +14,7 @@ import time
 
 import abuse
 
-KILLS = 500 if abuse.LONG else 60
+KILLS = 10_000 if abuse.LONG else 60
 LONGEST_LIFE = 0.08  # seconds from the first save to the kill: several saves, even on a slow disk
 FIRST_SAVE = 60.0    # seconds after which a saver that has not saved counts as hanging
 STAMP = re.compile(rb"Generation (\d{8})")
