@@ -21,6 +21,22 @@ function(compile_tests_quickly TARGET)
   target_compile_options(${TARGET} PRIVATE $<$<CONFIG:Release>:-O0>)
 endfunction()
 
+# list_tests(TARGET NAME [variable=value])
+#
+# ctest runs each test in a process of its own. With the sanitizers a process takes longer to start than most tests take, and there a
+# program runs whole, in four parts side by side.
+function(list_tests TARGET NAME)
+  if(NOT GENVARA_SANITIZE)
+    gtest_discover_tests(${TARGET} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 120 PROPERTIES ENVIRONMENT "${ARGN}")
+    return()
+  endif()
+  foreach(part RANGE 1 4)
+    math(EXPR index "${part} - 1")
+    add_test(NAME ${NAME}.${part} COMMAND ${TARGET})
+    set_tests_properties(${NAME}.${part} PROPERTIES ENVIRONMENT "GTEST_TOTAL_SHARDS=4;GTEST_SHARD_INDEX=${index};${ARGN}")
+  endforeach()
+endfunction()
+
 # add_layer_tests(NAME SOURCES ... USES layer... [LINKS library...] [ALONE])
 #
 # One test program a folder of tests/, found by ctest test by test. All but those that stand ALONE take the headers that the tests of the
@@ -41,5 +57,5 @@ function(add_layer_tests NAME)
   elseif(NOT TESTS_ALONE)
     precompile_headers(${target} plain FROM base_tests)
   endif()
-  gtest_discover_tests(${target} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60)
+  list_tests(${target} ${NAME})
 endfunction()
