@@ -2,6 +2,7 @@
 
     test_completion.py COMPLETION-SCRIPT GENVARA-CLI
 """
+import json
 import pathlib
 import re
 import subprocess
@@ -49,6 +50,10 @@ class Completion(unittest.TestCase):
         self.assertEqual(self.offered("import", "loads.csv", "--into", ""), ["1.prj", "folder", "job.prj"])
         self.assertEqual(self.offered("catalog", "build", ""), ["folder"])
         self.assertEqual(self.offered("catalog", "check", ""), ["folder", "job.db"])
+
+    def test_all_kinds_of_record_are_offered(self):
+        rows = subprocess.run([PROGRAM, "describe", "--json"], capture_output=True, text=True, timeout=20, check=True).stdout
+        self.assertEqual(self.offered("describe", ""), sorted({json.loads(row)["Kind"] for row in rows.splitlines()}))
 
     def test_nothing_is_offered_where_a_number_or_a_time_belongs(self):
         numbers = 0

@@ -1,5 +1,6 @@
 #include "Properties.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -294,7 +295,7 @@ TEST(Properties, OfLoadsAreTheMembersOfTheirNames) {
                          {"InputFilterInstalled", true}})};
     for (const Load& load : step) {
         SCOPED_TRACE(load.name());
-        const Values& values = expected[static_cast<std::size_t>(load.LoadType())];
+        const Values& values = expected.at(static_cast<std::size_t>(load.LoadType()));
         EXPECT_EQ(ValuesOf(load), values);
         // The same the other way round, as a reader sets them: the values that are given.
         const std::unique_ptr<Load> other = MakeLoad(load.LoadType(), kCopyMotors);
@@ -304,6 +305,22 @@ TEST(Properties, OfLoadsAreTheMembersOfTheirNames) {
                 EXPECT_EQ(row.get(*other), row.get(load)) << row.facts.name;
             }
         }
+    }
+}
+
+TEST(Properties, OfAnOfficeTellTheWattsThatItsMachinesTake) {
+    for (const std::string_view machine : {"NumPCs", "NumPrinters", "NumFaxes", "NumCopiers"}) {
+        const std::unique_ptr<Load> office = MakeLoad(load_type::kOffice, kCopyMotors);
+        std::string meaning;
+        for (const Property<Load>& row : LoadProperties(load_type::kOffice)) {
+            if (row.facts.name.starts_with("Num")) {
+                const bool isCounted = row.facts.name == machine;
+                row.set(*office, isCounted ? 1 : 0);
+                meaning += isCounted ? row.facts.meaning : "";
+            }
+        }
+        EXPECT_THAT(meaning,
+                    testing::EndsWith(fmt::format(", of {:.0f} W each.", office->RunningRealPower())));
     }
 }
 

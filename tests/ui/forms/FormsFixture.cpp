@@ -88,6 +88,7 @@ std::string MembersOfKind(const Load& load) {
         }
     };
     (add(dynamic_cast<const Kinds*>(&load)), ...);
+    EXPECT_FALSE(members.empty()) << "of a kind that is not compared";
     return members;
 }
 
