@@ -12,7 +12,7 @@ constexpr std::string_view kBlank = "Parameter can not be blank.";
 constexpr std::string_view kNoNumber = "Parameter must numeric.";
 
 /// In the order of the codes.
-constexpr std::array<LoadKind, 9> kKinds{{
+constexpr std::array<LoadKind, load_type::kCount> kKinds{{
     {load_type::kAirConditioning, "frmAirCondLoad", "Air Conditioning Load", "<Air Conditioner>", kThreePhase,
      "The A/C rating must be numeric.", "The A/C rating must be numeric."},
     {load_type::kBatteryCharger, "frmChargerLoad", "Battery Charger Load", "<Battery Charger>", kThreePhase,
@@ -30,6 +30,7 @@ constexpr std::array<LoadKind, 9> kKinds{{
     {load_type::kUPS, "frmUPSLoad", "UPS Load", "<UPS>", kThreePhase, kBlank, kNoNumber},
     {load_type::kVFD, "frmVFDLoad", "VFD Load", "<VFD>", kThreePhase, kBlank, kNoNumber},
 }};
+static_assert(!kKinds.back().form.empty(), "a row for each kind");
 
 }  // namespace
 

@@ -45,7 +45,8 @@ constexpr std::array<KindRow, 21> kKindWords{{{"ac", load_type::kAirConditioning
                                               {"variablefrequencydrive", load_type::kVFD}}};
 
 /// Strings of the kinds in their list, by code.
-constexpr std::array<std::int32_t, 9> kKindStrings{600, 601, 602, 603, 604, 605, 608, 606, 607};
+constexpr std::array kKindStrings{600, 601, 602, 603, 604, 605, 608, 606, 607};
+static_assert(kKindStrings.size() == load_type::kCount, "a string for each kind");
 
 struct ChoiceRow {
     std::string_view member;

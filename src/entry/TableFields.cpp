@@ -222,6 +222,16 @@ constexpr std::array kFields{
     Cell(kVFD, "InputFilterInstalled", "Input Filtering Installed", CellType::Truth, {.shared = kFilter}),
 };
 
+constexpr bool EveryKindHasFields() {
+    for (std::int32_t kind = 0; kind < load_type::kCount; ++kind) {
+        if (std::ranges::find(kFields, kind, &TableField::loadType) == kFields.end()) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(EveryKindHasFields(), "no table could bring a kind without fields");
+
 }  // namespace
 
 std::span<const TableField> TableFields() noexcept {

@@ -272,6 +272,7 @@ void BuildAs(const Making& making, Load& load) {
 constexpr std::array kBuilders{&BuildAs<CAirCondLoad>,  &BuildAs<CBatChrgLoad>, &BuildAs<CLightLoad>,
                                &BuildAs<CMedEquipLoad>, &BuildAs<CMiscLoad>,    &BuildAs<CMtrLoad>,
                                &BuildAs<COfficeLoad>,   &BuildAs<CUPSLoad>,     &BuildAs<CVFDLoad>};
+static_assert(kBuilders.size() == load_type::kCount, "a builder for each kind");
 
 /// Whether all that a step or a report may ask of the load can be worked out.
 void Try(RowReader& row, const Load& load) {

@@ -21,6 +21,9 @@ inline constexpr std::int32_t kMotor = 5;
 inline constexpr std::int32_t kOffice = 6;
 inline constexpr std::int32_t kUPS = 7;
 inline constexpr std::int32_t kVFD = 8;
+
+/// Number of kinds; the codes run from 0 without a gap.
+inline constexpr std::int32_t kCount = 9;
 }  // namespace load_type
 
 /// What every kind takes as a number of units, and as a connection code.

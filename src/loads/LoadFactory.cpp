@@ -25,7 +25,7 @@ std::unique_ptr<Load> Make(const MotorConversions& motors) {
     }
 }
 
-constexpr std::array<LoadKindRow, 9> kKinds{{
+constexpr std::array<LoadKindRow, load_type::kCount> kKinds{{
     {load_type::kAirConditioning, "AirConditioner", "CAirCondLoad", Make<CAirCondLoad>},
     {load_type::kBatteryCharger, "BatteryCharger", "CBatChrgLoad", Make<CBatChrgLoad>},
     {load_type::kLighting, "Lighting", "CLightLoad", Make<CLightLoad>},
@@ -36,6 +36,7 @@ constexpr std::array<LoadKindRow, 9> kKinds{{
     {load_type::kUPS, "UPS", "CUPSLoad", Make<CUPSLoad>},
     {load_type::kVFD, "Drive", "CVFDLoad", Make<CVFDLoad>},
 }};
+static_assert(kKinds.back().make != nullptr, "a row for each kind");
 
 }  // namespace
 

@@ -371,9 +371,10 @@ constexpr auto kDrive = WithCommon(
     });
 
 /// By load type.
-constexpr std::array<std::span<const LoadProperty>, 9> kKinds{
+constexpr std::array<std::span<const LoadProperty>, load_type::kCount> kKinds{
     kAirConditioner, kBatteryCharger, kLighting, kMedicalImaging, kMiscellaneous,
     kMotor,          kOffice,         kUPS,      kDrive};
+static_assert(!kKinds.back().empty(), "a table for each kind");
 
 }  // namespace
 

@@ -162,7 +162,8 @@ class ProjectReader {
             if (!load) {
                 TellUnread(record);
             } else if (*load == nullptr) {
-                Tell(line, record, "a load type from 0 to 8", fmt::format("{}", loadType));
+                Tell(line, record, fmt::format("a load type from 0 to {}", load_type::kCount - 1),
+                     fmt::format("{}", loadType));
             } else {
                 const std::int32_t id = m_model->loadProfile.LoadStep(stepNumber).AddLoad(std::move(*load));
                 m_hooks.Run([&] { m_observer->LoadAdded(stepNumber, id); });

@@ -100,7 +100,7 @@ py::object AsKind(const LoadRef& load, std::integer_sequence<std::int32_t, Kinds
     return made;
 }
 
-using AllKinds = std::make_integer_sequence<std::int32_t, 9>;
+using AllKinds = std::make_integer_sequence<std::int32_t, load_type::kCount>;
 
 template <std::int32_t... Kinds>
 void BindKinds(py::module_& module, std::integer_sequence<std::int32_t, Kinds...> /*kinds*/) {

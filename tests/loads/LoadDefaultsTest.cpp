@@ -19,7 +19,7 @@ namespace {
 const MotorConversions kNoMotors;
 
 TEST(NewLoad, BelongsToNoStepAndHasNoName) {
-    for (std::int32_t kind = load_type::kAirConditioning; kind <= load_type::kVFD; ++kind) {
+    for (std::int32_t kind = 0; kind < load_type::kCount; ++kind) {
         SCOPED_TRACE(kind);
         const std::unique_ptr<Load> load = MakeLoad(kind, kNoMotors);
         EXPECT_EQ(load->ID(), 0);

@@ -411,7 +411,8 @@ TEST(ProjectFile, EverySampleCutAnywhereOrWithALineLostIsReadToAnEnd) {
 void FillAtRandom(Model& model, const std::vector<std::uint32_t>& seeds) {
     model.profile.AddLoadStep("Step, one", 20, 0);
     for (const std::uint32_t seed : seeds) {
-        std::unique_ptr<Load> load = MakeLoad(static_cast<std::int32_t>(seed % 9), model.motors);
+        std::unique_ptr<Load> load =
+            MakeLoad(static_cast<std::int32_t>(seed % load_type::kCount), model.motors);
         load->name("Load " + std::to_string(seed));
         load->Quantity(1 + static_cast<std::int32_t>(seed % 256));
         load->Phases(static_cast<std::int32_t>(seed / 16 % 4));

@@ -33,6 +33,8 @@ template <typename Kind>
     return load;
 }
 
+static_assert(load_type::kCount == 9, "a load of each kind stands in AddAllKinds");
+
 /// A load of each kind, no value of which is that of a new load or of another of its values.
 inline void AddAllKinds(CLoadStep& step) {
     auto aircond = Named(std::make_unique<CAirCondLoad>(), "A");

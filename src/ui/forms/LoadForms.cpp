@@ -40,6 +40,7 @@ constexpr std::array kForms{
     FormOfKind{load_type::kUPS, Make<frmUPSLoad>},
     FormOfKind{load_type::kVFD, Make<frmVFDLoad>},
 };
+static_assert(kForms.size() == load_type::kCount, "a form for each kind");
 
 /// The form of a kind; null, behind a message, where there is none.
 std::unique_ptr<LoadForm> RequireForm(std::int32_t loadType, const LoadFormServices& services) {

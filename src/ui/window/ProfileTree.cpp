@@ -8,6 +8,7 @@
 #include <QToolTip>
 #include <array>
 
+#include "Load.h"
 #include "Pictures.h"
 
 namespace genvara {
@@ -20,8 +21,9 @@ constexpr int kIndentation = 16;   // pixels
 constexpr int kNumberMargin = 16;  // pixels on both sides of a number together
 
 /// Pictures of the kinds by their code.
-constexpr std::array<const char*, 9> kKindPictures{
-    "airconditioning", "charger", "lighting", "medical", "misc", "motor", "office", "ups", "vfd"};
+constexpr std::array kKindPictures{"airconditioning", "charger", "lighting", "medical", "misc",
+                                   "motor",           "office",  "ups",      "vfd"};
+static_assert(kKindPictures.size() == load_type::kCount, "a picture for each kind");
 
 const QIcon& PictureOfKind(std::int32_t loadType) {
     static const std::array<QIcon, kKindPictures.size()> pictures = [] {

@@ -12,6 +12,7 @@
 #include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
+#include "Load.h"
 #include "Pictures.h"
 #include "Texts.h"
 
@@ -23,15 +24,16 @@ struct KindRow {
     std::int32_t caption;
     const char* picture;
 };
-constexpr std::array<KindRow, 9> kKinds{{{600, "airconditioning"},
-                                         {601, "charger"},
-                                         {602, "lighting"},
-                                         {603, "medical"},
-                                         {604, "misc"},
-                                         {605, "motor"},
-                                         {608, "office"},
-                                         {606, "ups"},
-                                         {607, "vfd"}}};
+constexpr std::array<KindRow, load_type::kCount> kKinds{{{600, "airconditioning"},
+                                                         {601, "charger"},
+                                                         {602, "lighting"},
+                                                         {603, "medical"},
+                                                         {604, "misc"},
+                                                         {605, "motor"},
+                                                         {608, "office"},
+                                                         {606, "ups"},
+                                                         {607, "vfd"}}};
+static_assert(kKinds.back().caption != 0, "a row for each kind");
 constexpr int kListWidth = 280;  // pixels
 
 }  // namespace

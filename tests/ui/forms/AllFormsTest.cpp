@@ -22,7 +22,7 @@ namespace {
 /// Codes of the kinds that have a form.
 std::vector<std::int32_t> KindsWithForm(const LoadFormServices& services) {
     std::vector<std::int32_t> kinds;
-    for (std::int32_t type = load_type::kAirConditioning; type <= load_type::kVFD; ++type) {
+    for (std::int32_t type = 0; type < load_type::kCount; ++type) {
         if (MakeLoadForm(type, services)) {
             kinds.push_back(type);
         }

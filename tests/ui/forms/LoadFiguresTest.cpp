@@ -88,7 +88,7 @@ TEST_F(LoadFigures, AreThoseOfTheLoadThatOkAdds) {
     const auto upTo = [&](auto most) { return static_cast<int>(random() % static_cast<unsigned>(most)); };
     constexpr std::array kNumbers{"1", "2", "7", "12.5", "40", "75", "99.5", "300", "0.7", "0.95"};
     std::int32_t added = 0;
-    for (std::int32_t type = load_type::kAirConditioning; type <= load_type::kVFD; ++type) {
+    for (std::int32_t type = 0; type < load_type::kCount; ++type) {
         for (int i = 0; i < 25; ++i) {
             const auto form = MakeLoadForm(type, Services());
             form->open();

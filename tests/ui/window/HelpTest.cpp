@@ -77,7 +77,7 @@ TEST_F(HelpKey, OpensThePageOfEveryKindOfLoad) {
         .host = Window(),
         .project = {
             .profile = App().LoadProfile(), .site = App().PowerSystem(), .catalogue = App().Catalogue()}};
-    for (std::int32_t kind = 0; kind < 9; ++kind) {
+    for (std::int32_t kind = 0; kind < load_type::kCount; ++kind) {
         ExpectHelp(FindLoadKind(kind)->form.data(), kPlaces.at(static_cast<std::size_t>(kind)),
                    [&] { DisplayNewLoadInputForm(kind, services); });
     }

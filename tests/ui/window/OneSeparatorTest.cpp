@@ -82,7 +82,7 @@ TEST_F(OneSeparator, InThePropertiesBesideTheSteps) {
 
 TEST_F(OneSeparator, OnEveryForm) {
     AddStepWithLoad();
-    for (std::int32_t type = load_type::kAirConditioning; type <= load_type::kVFD; ++type) {
+    for (std::int32_t type = 0; type < load_type::kCount; ++type) {
         const auto form = MakeLoadForm(type, {.owner = &Window(),
                                               .platform = platform,
                                               .host = Window(),

@@ -39,7 +39,7 @@ class Room : public WindowTest {
             InNextDialog([&](QDialog& dialog) { look(dialog); });
             open();
         }
-        for (std::int32_t type = load_type::kAirConditioning; type <= load_type::kVFD; ++type) {
+        for (std::int32_t type = 0; type < load_type::kCount; ++type) {
             const auto form = MakeLoadForm(type, {.owner = &Window(),
                                                   .platform = platform,
                                                   .host = Window(),
