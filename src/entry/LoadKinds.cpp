@@ -13,26 +13,35 @@ constexpr std::string_view kNoNumber = "Parameter must numeric.";
 
 /// In the order of the codes.
 constexpr std::array<LoadKind, load_type::kCount> kKinds{{
-    {load_type::kAirConditioning, "frmAirCondLoad", "Air Conditioning Load", "<Air Conditioner>", kThreePhase,
-     "The A/C rating must be numeric.", "The A/C rating must be numeric."},
-    {load_type::kBatteryCharger, "frmChargerLoad", "Battery Charger Load", "<Battery Charger>", kThreePhase,
+    {load_type::kAirConditioning, 600, "airconditioning", "frmAirCondLoad", "Air Conditioning Load",
+     "<Air Conditioner>", kThreePhase, "The A/C rating must be numeric.", "The A/C rating must be numeric."},
+    {load_type::kBatteryCharger, 601, "charger", "frmChargerLoad", "Battery Charger Load",
+     "<Battery Charger>", kThreePhase, kBlank, kNoNumber},
+    {load_type::kLighting, 602, "lighting", "frmLightLoad", "Lighting Load", "<Lighting>", kEvenlyDistributed,
      kBlank, kNoNumber},
-    {load_type::kLighting, "frmLightLoad", "Lighting Load", "<Lighting>", kEvenlyDistributed, kBlank,
-     kNoNumber},
-    {load_type::kMedicalImaging, "frmMedLoad", "Medical Imaging Load", "<Medical Imaging>", kThreePhase,
-     kBlank, kNoNumber},
-    {load_type::kMiscellaneous, "frmMiscLoad", "Misc. Linear Load", "<Misc. Load>", kThreePhase,
+    {load_type::kMedicalImaging, 603, "medical", "frmMedLoad", "Medical Imaging Load", "<Medical Imaging>",
+     kThreePhase, kBlank, kNoNumber},
+    {load_type::kMiscellaneous, 604, "misc", "frmMiscLoad", "Misc. Linear Load", "<Misc. Load>", kThreePhase,
      "A numeric value must be entered.", "A numeric value must be entered."},
-    {load_type::kMotor, "frmMtrLoad", "Motor Load", "<Motor>", kThreePhase, "Value can not be blank.",
-     "Value can not be blank."},
-    {load_type::kOffice, "frmOfficeLoad", "Office Equipment", "<Office Equip.>", kEvenlyDistributed,
-     "Parameter must be numeric.", "Parameter must be numeric."},
-    {load_type::kUPS, "frmUPSLoad", "UPS Load", "<UPS>", kThreePhase, kBlank, kNoNumber},
-    {load_type::kVFD, "frmVFDLoad", "VFD Load", "<VFD>", kThreePhase, kBlank, kNoNumber},
+    {load_type::kMotor, 605, "motor", "frmMtrLoad", "Motor Load", "<Motor>", kThreePhase,
+     "Value can not be blank.", "Value can not be blank."},
+    {load_type::kOffice, 608, "office", "frmOfficeLoad", "Office Equipment", "<Office Equip.>",
+     kEvenlyDistributed, "Parameter must be numeric.", "Parameter must be numeric."},
+    {load_type::kUPS, 606, "ups", "frmUPSLoad", "UPS Load", "<UPS>", kThreePhase, kBlank, kNoNumber},
+    {load_type::kVFD, 607, "vfd", "frmVFDLoad", "VFD Load", "<VFD>", kThreePhase, kBlank, kNoNumber},
 }};
-static_assert(!kKinds.back().form.empty(), "a row for each kind");
+
+constexpr bool StandInOrder() {
+    std::int32_t code = 0;
+    return std::ranges::all_of(kKinds, [&](const LoadKind& kind) { return kind.loadType == code++; });
+}
+static_assert(StandInOrder(), "a row for each kind");
 
 }  // namespace
+
+std::span<const LoadKind> LoadKinds() noexcept {
+    return kKinds;
+}
 
 const LoadKind* FindLoadKind(std::int32_t loadType) noexcept {
     const auto* const found = std::ranges::find(kKinds, loadType, &LoadKind::loadType);

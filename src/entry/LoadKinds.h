@@ -2,15 +2,18 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "Load.h"
 
 namespace genvara {
 
-/// What tells the entry form of a kind from the others.
+/// What tells a kind from the others in lists of kinds and in its entry form.
 struct LoadKind {
     std::int32_t loadType;          ///< code of `load_type`
+    std::int32_t listString;        ///< its name in lists
+    std::string_view picture;       ///< name of the drawing beside that
     std::string_view form;          ///< name of the form
     std::string_view title;         ///< of its window
     std::string_view defaultName;   ///< of a load whose name is left blank
@@ -36,6 +39,9 @@ inline constexpr std::int32_t kPhases = 142;
 /// Bounds of a load's quantity, which the loads enforce.
 inline constexpr std::int32_t kLeastQuantity = 1;
 inline constexpr std::int32_t kMostQuantity = 256;
+
+/// All kinds, in the order of their codes.
+[[nodiscard]] std::span<const LoadKind> LoadKinds() noexcept;
 
 /// The kind of a code; null for a code of no kind.
 [[nodiscard]] const LoadKind* FindLoadKind(std::int32_t loadType) noexcept;

@@ -44,10 +44,6 @@ constexpr std::array<KindRow, 21> kKindWords{{{"ac", load_type::kAirConditioning
                                               {"drive", load_type::kVFD},
                                               {"variablefrequencydrive", load_type::kVFD}}};
 
-/// Strings of the kinds in their list, by code.
-constexpr std::array kKindStrings{600, 601, 602, 603, 604, 605, 608, 606, 607};
-static_assert(kKindStrings.size() == load_type::kCount, "a string for each kind");
-
 struct ChoiceRow {
     std::string_view member;
     std::string_view word;
@@ -217,12 +213,12 @@ std::optional<std::int32_t> FindKindWord(std::string_view word) {
 }
 
 std::string KindWord(std::int32_t loadType) {
-    return std::string(StringTable::Text(kKindStrings.at(static_cast<std::size_t>(loadType))));
+    return std::string(StringTable::Text(FindLoadKind(loadType)->listString));
 }
 
 std::string KindWords() {
     std::vector<std::string> words;
-    for (const LoadKindRow& kind : LoadKindRows()) {
+    for (const LoadKind& kind : LoadKinds()) {
         words.push_back(KindWord(kind.loadType));
     }
     return Either(words);

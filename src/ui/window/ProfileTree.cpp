@@ -6,9 +6,9 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolTip>
-#include <array>
+#include <vector>
 
-#include "Load.h"
+#include "LoadKinds.h"
 #include "Pictures.h"
 
 namespace genvara {
@@ -20,16 +20,12 @@ constexpr int kPictureSize = 20;   // pixels
 constexpr int kIndentation = 16;   // pixels
 constexpr int kNumberMargin = 16;  // pixels on both sides of a number together
 
-/// Pictures of the kinds by their code.
-constexpr std::array kKindPictures{"airconditioning", "charger", "lighting", "medical", "misc",
-                                   "motor",           "office",  "ups",      "vfd"};
-static_assert(kKindPictures.size() == load_type::kCount, "a picture for each kind");
-
+/// Drawn once for all trees.
 const QIcon& PictureOfKind(std::int32_t loadType) {
-    static const std::array<QIcon, kKindPictures.size()> pictures = [] {
-        std::array<QIcon, kKindPictures.size()> icons;
-        for (std::size_t kind = 0; kind < icons.size(); ++kind) {
-            icons[kind] = Picture(kKindPictures[kind]);
+    static const std::vector<QIcon> pictures = [] {
+        std::vector<QIcon> icons;
+        for (const LoadKind& kind : LoadKinds()) {
+            icons.push_back(Picture(kind.picture));
         }
         return icons;
     }();

@@ -5,35 +5,19 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <array>
 #include <utility>
 
 #include "DialogKeys.h"
 #include "FailureRegion.h"
 #include "FormGrid.h"
 #include "LastChance.h"
-#include "Load.h"
+#include "LoadKinds.h"
 #include "Pictures.h"
 #include "Texts.h"
 
 namespace genvara {
 namespace {
 
-/// A kind's string and picture; the row is the code of the kind.
-struct KindRow {
-    std::int32_t caption;
-    const char* picture;
-};
-constexpr std::array<KindRow, load_type::kCount> kKinds{{{600, "airconditioning"},
-                                                         {601, "charger"},
-                                                         {602, "lighting"},
-                                                         {603, "medical"},
-                                                         {604, "misc"},
-                                                         {605, "motor"},
-                                                         {608, "office"},
-                                                         {606, "ups"},
-                                                         {607, "vfd"}}};
-static_assert(kKinds.back().caption != 0, "a row for each kind");
 constexpr int kListWidth = 280;  // pixels
 
 }  // namespace
@@ -44,11 +28,12 @@ frmAddLoad::frmAddLoad(PlatformServices& platform, OpenForm openForm, QWidget* o
     setWindowTitle(Caption(175));
     m_lstLoads->setObjectName("lstLoads");
     m_lstLoads->setAccessibleName(Caption(176));
-    for (const KindRow& kind : kKinds) {
-        m_lstLoads->addItem(new QListWidgetItem(Picture(kind.picture), Caption(kind.caption)));
+    // The row is the code of the kind.
+    for (const LoadKind& kind : LoadKinds()) {
+        m_lstLoads->addItem(new QListWidgetItem(Picture(kind.picture), Caption(kind.listString)));
     }
-    m_lstLoads->setMinimumSize(
-        kListWidth, m_lstLoads->sizeHintForRow(0) * static_cast<int>(kKinds.size()) + 2 * metrics::kGap);
+    m_lstLoads->setMinimumSize(kListWidth,
+                               m_lstLoads->sizeHintForRow(0) * m_lstLoads->count() + 2 * metrics::kGap);
     auto* label = new QLabel(Caption(176));
     label->setObjectName("lblAvailLoads");
     label->setBuddy(m_lstLoads);
