@@ -110,6 +110,8 @@ mode_t ModeOf(int flags, va_list arguments) {
 
 }  // namespace
 
+// The system's own names; its headers give even the parameters such.
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-inconsistent-declaration-parameter-name)
 extern "C" {
 
 void genvara_fail_from_now() {
@@ -288,3 +290,4 @@ void* realloc(void* memory, size_t size) {
 }
 
 }  // extern "C"
+// NOLINTEND(bugprone-reserved-identifier, readability-inconsistent-declaration-parameter-name)

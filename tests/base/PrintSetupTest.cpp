@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <ostream>
 #include <string>
 
 #include "SettingsFile.h"
@@ -63,6 +64,11 @@ struct FaultCase {
     std::function<void(PrintSetup&)> change;
     PrintFault fault;
 };
+
+/// What a failure tells of its parameter.
+void PrintTo(const FaultCase& tested, std::ostream* out) {
+    *out << tested.name;
+}
 
 class PrintFaults : public testing::TestWithParam<FaultCase> {};
 

@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <functional>
 #include <nlohmann/json.hpp>
+#include <vector>
 
 #include "CDefaults.h"
 #include "ProgramOptions.h"
@@ -355,7 +357,7 @@ struct DefaultsCase {
 };
 
 TEST(Defaults, CheckTheirRanges) {
-    const DefaultsCase cases[] = {
+    const std::vector<DefaultsCase> cases{
         {[](CDefaults& d) { d.VoltageLL(0); }, true, 0, "", ""},
         {[](CDefaults& d) { d.VoltageLL(-1); }, false, 9, "CDefaults::VoltageLL",
          "Invalid line-to-line voltage."},

@@ -53,9 +53,7 @@ TEST(CodePage, ReadsOnlyValidUtf8) {
     EXPECT_EQ(DecodeUtf8("\xED\xA0\x80"), U"\uFFFD\uFFFD\uFFFD");
     EXPECT_EQ(DecodeUtf8("\xE8\xAA"), U"\uFFFD\uFFFD");
     EXPECT_EQ(DecodeUtf8("\xF4\x90\x80\x80"), U"\uFFFD\uFFFD\uFFFD\uFFFD");
-    for (const char* invalid : {"\xC0\x80", "\xED\xA0\x80", "\xE8\xAA", "\xF4\x90\x80\x80",
-                                "Gr\xF6\xDF"
-                                "e"}) {
+    for (const char* invalid : {"\xC0\x80", "\xED\xA0\x80", "\xE8\xAA", "\xF4\x90\x80\x80", "Gr\xF6ner"}) {
         EXPECT_FALSE(IsUtf8(invalid)) << invalid;
     }
     for (const char* valid : {"", "aé語", "\xEF\xBF\xBD", "\xF0\x9F\x98\x80"}) {

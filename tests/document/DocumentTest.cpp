@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <tuple>
+#include <vector>
 
 #include "CMiscLoad.h"
 #include "CMtrLoad.h"
@@ -167,9 +169,9 @@ TEST_F(DocumentTest, KnowsTheFilesThatItCouldNotReadUntilItIsSavedOverThem) {
 TEST_F(DocumentTest, IsChangedUntilItIsSavedReadOrBegunAnew) {
     EXPECT_FALSE(document->IsChanged());
     document->ProjectFile((folder / "a.prj").string());
-    const std::function<void()> ends[] = {[this] { document->Write(); },
-                                          [this] { document->Read(folder / "a.prj", order); },
-                                          [this] { document->New(order); }};
+    const std::vector<std::function<void()>> ends{[this] { document->Write(); },
+                                                  [this] { document->Read(folder / "a.prj", order); },
+                                                  [this] { document->New(order); }};
     for (const auto& end : ends) {
         document->Touch();
         EXPECT_TRUE(document->IsChanged());

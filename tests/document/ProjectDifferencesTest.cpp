@@ -29,7 +29,7 @@ class ProjectDifferencesTest : public testing::Test {
         CPwrSys site;
         CLoadProfile profile;
     };
-    std::vector<std::string> Lines(std::size_t most = 12) {
+    std::vector<std::string> Lines(std::size_t most = 12) const {
         return Differences({before.project, before.site, before.profile},
                            {now.project, now.site, now.profile}, most);
     }

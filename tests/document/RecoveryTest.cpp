@@ -59,6 +59,7 @@ class RecoveryTest : public testing::Test {
     }
     std::vector<std::string> NamesOf(const std::vector<KeptProject>& projects) {
         std::vector<std::string> names;
+        names.reserve(projects.size());
         for (const KeptProject& kept : projects) {
             names.push_back(WordsOf(kept, defaults, *catalogue).name);
         }

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "ImportFixture.h"
 
 namespace genvara {
@@ -18,6 +20,11 @@ struct FaultRow {
     const char* cells;
     const char* sentence;
 };
+
+/// What a failure tells of its parameter.
+void PrintTo(const FaultRow& row, std::ostream* out) {
+    *out << row.headings << ": " << row.cells;
+}
 
 class ImportFaults : public testing::TestWithParam<FaultRow> {};
 

@@ -14,8 +14,6 @@
 namespace genvara {
 namespace {
 
-using testing::HasSubstr;
-
 class Clip : public testing::Test {
   protected:
     Clip() { Site().Voltage(400); }

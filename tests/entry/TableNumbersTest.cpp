@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <ostream>
 
 namespace genvara {
 namespace {
@@ -12,6 +13,11 @@ struct NumberRow {
     double number;
     const char* unit;
 };
+
+/// What a failure tells of its parameter.
+void PrintTo(const NumberRow& row, std::ostream* out) {
+    *out << '"' << row.cell << '"';
+}
 
 class PlainNumbers : public testing::TestWithParam<NumberRow> {};
 

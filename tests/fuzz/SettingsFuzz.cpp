@@ -1,6 +1,7 @@
 // Finds arbitrary bytes as the file of the settings: a value that is stored over them comes back, and what
 // could not be read lies beside it, whole.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -23,12 +24,9 @@ void Require(bool condition) {
 
 /// Whether some file of a folder but one holds these bytes.
 bool LiesBeside(const std::filesystem::path& file, const std::string& bytes) {
-    for (const auto& entry : std::filesystem::directory_iterator(file.parent_path())) {
-        if (entry.path() != file && ReadBytes(entry.path()) == bytes) {
-            return true;
-        }
-    }
-    return false;
+    return std::ranges::any_of(
+        std::filesystem::directory_iterator(file.parent_path()),
+        [&](const auto& entry) { return entry.path() != file && ReadBytes(entry.path()) == bytes; });
 }
 
 }  // namespace

@@ -282,7 +282,7 @@ struct Damage {
     std::vector<std::string> faults;
 };
 
-/// Without it the names of the tests would hold addresses.
+/// What a failure tells of its parameter.
 void PrintTo(const Damage& damage, std::ostream* stream) {
     *stream << damage.name;
 }

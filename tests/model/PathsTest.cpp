@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 #include "AllKindsOfLoad.h"
 #include "RaisedErrorMatcher.h"
 
@@ -22,7 +25,7 @@ struct Project {
         profile.AddLoadStep("two", 25, 0);
         AddAllKinds(profile.LoadStep(2));
     }
-    PathTarget At(std::string_view path) { return FollowPath(path, roots); }
+    [[nodiscard]] PathTarget At(std::string_view path) const { return FollowPath(path, roots); }
     void Set(std::string_view path, std::string_view value) {
         const PathTarget target = At(path);
         SetValue(target, ParseValue(FactsOf(target), value));
@@ -76,7 +79,7 @@ TEST(Paths, OfOtherShapesAreNone) {
 
 TEST(Paths, ThatLeadNowhereNameWhatIsNearest) {
     Project project;
-    const std::pair<const char*, const char*> cases[] = {
+    const std::vector<std::pair<const char*, const char*>> cases{
         {"PowerSystem.Altitud", "PowerSystem.Altitud does not exist; the nearest is Altitude."},
         {"PowerSystem.altitude", "PowerSystem.altitude does not exist; the nearest is Altitude."},
         {"Designer.MaxSets",

@@ -120,7 +120,7 @@ struct SiteCase {
 };
 
 TEST(PowerSystem, ChecksItsRanges) {
-    const SiteCase cases[] = {
+    const std::vector<SiteCase> cases{
         {[](CPwrSys& s) { s.Altitude(-500); }, [](CPwrSys& s) { s.Altitude(-500.1); }, 3, "CPwrSys::Altitude",
          "Invalid altitude"},
         {[](CPwrSys& s) { s.Altitude(4572); }, [](CPwrSys& s) { s.Altitude(4572.1); }, 3, "CPwrSys::Altitude",
@@ -259,7 +259,7 @@ TEST(PowerSystem, HasAFigureOfItsOwnForADefaultThatItRefuses) {
         std::function<double(const CPwrSys&)> member;
         double fallback;
     };
-    const Fallback fallbacks[] = {
+    const std::vector<Fallback> fallbacks{
         {"Freq", 0, [](const CPwrSys& site) { return site.Freq(); }, 60},
         {"NumSets", 17, [](const CPwrSys& site) { return site.GensetsInParallel(); }, 1},
         {"Altitude", "4572.1", [](const CPwrSys& site) { return site.Altitude(); }, 0.0},

@@ -88,7 +88,7 @@ struct Model {
                             .MotorRunningKVA = {1, 10, 1000},
                             .MotorStartPF = {0.4, 0.4, 0.4}};
 
-    [[nodiscard]] std::string Text() {
+    [[nodiscard]] std::string Text() const {
         return RenderProject({project, site, profile}, {8, 0, 0}, kSaved).bytes;
     }
 };

@@ -14,7 +14,6 @@ namespace genvara {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 struct Row {

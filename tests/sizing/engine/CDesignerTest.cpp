@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <vector>
 
 #include "CLightLoad.h"
 #include "CMedEquipLoad.h"
@@ -123,7 +124,7 @@ struct LoadingCase {
 };
 
 TEST(Designer, JudgesOneSetByRatingAndLoading) {
-    const LoadingCase cases[] = {
+    const std::vector<LoadingCase> cases{
         {100, 0, 100, 0},  // equal passes
         {100.001, 0, 100, rejection::kRating | rejection::kMaxLoading | rejection::kPhaseLoading},
         {81, 0, 80, rejection::kMaxLoading},
@@ -352,6 +353,7 @@ TEST(ProfileFigures, ShareAPhaseControlAmongThePhases) {
 std::vector<std::string> Models(const CDesigner& designer, bool rejected) {
     std::vector<std::string> models;
     const std::int32_t count = rejected ? designer.NumRejectedSets() : designer.NumChosenSets();
+    models.reserve(static_cast<std::size_t>(count));
     for (std::int32_t i = 0; i < count; ++i) {
         models.push_back(rejected ? designer.SetModelNumRej(i) : designer.SetModelNum(i));
     }
@@ -434,7 +436,7 @@ TEST(Designer, EndsTheRunAtAFieldThatCannotBeRead) {
         const char* source;
         std::function<void(GensetRow&)> damage;
     };
-    const Case cases[] = {
+    const std::vector<Case> cases{
         {"CDesigner::ChooseSets", [](GensetRow& row) { row.DerateCode = DbNumber(); }},
         {"CDesigner::NominalRating", [](GensetRow& row) { row.Ratings[3] = DbNumber::Unreadable(); }},
         {"CDesigner::ChooseSets", [](GensetRow& row) { row.LRkVA = DbNumber(); }},
@@ -521,7 +523,7 @@ TEST(StepMaxVoltageDip, IsLoweredByEachRuleInTurn) {
         load->MaxPeakDemandVoltDip(dip);
         return load;
     };
-    const DipCase cases[] = {
+    const std::vector<DipCase> cases{
         {"nothing delicate", 35, 35, [](CLoadStep&) {}, 35},
         {"fire pump", 30, 35, [](CLoadStep& s) { s.AddLoad(Motor(true, false, 1)); }, 15},
         {"fire pump, step stricter", 30, 10, [](CLoadStep& s) { s.AddLoad(Motor(true, false, 1)); }, 10},

@@ -19,7 +19,6 @@
 namespace genvara {
 namespace {
 
-using testing::DoubleNear;
 using testing::ElementsAre;
 
 constexpr QSize kSize(600, 320);
@@ -250,9 +249,9 @@ TEST(ChartColours, StandOutFromTheirGroundInBothThemes) {
         EXPECT_GE(theme::Contrast(colours.fails.darker(), colours.ground), colours.isDark ? 2.0 : 3.0);
         EXPECT_GE(theme::Contrast(colours.limit, colours.ground), 4.5) << "it labels its lines, too";
         EXPECT_GE(theme::Contrast(colours.faint, colours.ground), 4.5);
-        for (double share = 0.0; share <= 1.0; share += 0.05) {
-            const QColor cell = MapColour(colours, share);
-            EXPECT_GE(theme::Contrast(TextOn(cell), cell), 4.5) << share;
+        for (int percent = 0; percent <= 100; percent += 5) {
+            const QColor cell = MapColour(colours, percent / 100.0);
+            EXPECT_GE(theme::Contrast(TextOn(cell), cell), 4.5) << percent;
         }
     }
 }

@@ -6,6 +6,7 @@
 
 #include <QTest>
 #include <functional>
+#include <ostream>
 
 #include "ChoiceBox.h"
 #include "FormsFixture.h"
@@ -29,6 +30,11 @@ struct Entry {
     const char* table;
     void (*enter)(const QWidget& form);
 };
+
+/// What a failure tells of its parameter.
+void PrintTo(const Entry& entry, std::ostream* out) {
+    *out << entry.name;
+}
 
 class ImportedLikeEntered : public FormsTest, public testing::WithParamInterface<Entry> {};
 
