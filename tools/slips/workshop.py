@@ -29,6 +29,8 @@ NEAREST = {
 # What needs the console program: tests of ctest, the quick ones first.
 OF_THE_CONSOLE = "^(reports.samples|cli.json_projects|cli.console|cli.order|cli.explain|cli.sweep|cli.advise|Reference.comparison|Catalogue)$"
 OF_WINDOWS = ("app", "ui/")
+# How long a test program may take before it counts as one that does not end.
+SECONDS, SECONDS_OF_WINDOWS = 60, 300
 
 
 class Workshop:
@@ -91,7 +93,8 @@ class Workshop:
 
     def _failed(self, program: str) -> str:
         """The first test of a program that fails."""
-        done = self._run([str(self.build / "bin" / program), "--gtest_fail_fast", "--gtest_brief=1"], 300)
+        seconds = SECONDS_OF_WINDOWS if any(program in NEAREST[name] for name in NEAREST if name.startswith(OF_WINDOWS)) else SECONDS
+        done = self._run([str(self.build / "bin" / program), "--gtest_fail_fast", "--gtest_brief=1"], seconds)
         if done is None:
             return f"{program}, which did not end"
         if done.returncode == 0:
