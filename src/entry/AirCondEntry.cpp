@@ -5,6 +5,7 @@
 #include "ErrorNumbers.h"
 #include "LoadKinds.h"
 #include "LoadMessages.h"
+#include "MemberBounds.h"
 #include "StringTable.h"
 
 namespace genvara {
@@ -27,17 +28,6 @@ constexpr std::array<SizeFailure, 6> kSizeFailures{
      {17, kNoMessage},    // running real power
      {18, kNoMessage}}};  // running and starting apparent power
 
-double MostOf(std::int32_t method) {
-    switch (method) {
-        case aircond_entry::kBTU:
-            return aircond_limits::kBTU.greatest;
-        case aircond_entry::kTonnage:
-            return aircond_limits::kTonnage.greatest;
-        default:
-            return aircond_limits::kHP.greatest;
-    }
-}
-
 }  // namespace
 
 const SizeMethod* FindSizeMethod(std::int32_t code) noexcept {
@@ -46,11 +36,9 @@ const SizeMethod* FindSizeMethod(std::int32_t code) noexcept {
 }
 
 NumberBounds SizeBounds(const SizeMethod& method) {
-    return {.name = std::string(StringTable::Text(method.caption)),
-            .least = 0.0,
-            .most = MostOf(method.code),
-            .above = true,
-            .unit = std::string(method.unit)};
+    NumberBounds bounds = LoadBounds(load_type::kAirConditioning, method.member);
+    bounds.name = StringTable::Text(method.caption);
+    return bounds;
 }
 
 double StoredSize(const CAirCondLoad& load, const SizeMethod& method) noexcept {

@@ -13,18 +13,18 @@ namespace genvara {
 
 /// One of the ways in which an air conditioner's size is entered.
 struct SizeMethod {
-    std::int32_t code;      ///< of `aircond_entry`
-    const char* button;     ///< name of its option button
-    std::int32_t caption;   ///< string of the button, and of the label before the size
-    char key;               ///< of the label, which no other caption of the form has
-    std::string_view unit;  ///< behind the bounds, with its leading blank
+    std::int32_t code;     ///< of `aircond_entry`
+    const char* button;    ///< name of its option button
+    std::int32_t caption;  ///< string of the button, and of the label before the size
+    char key;              ///< of the label, which no other caption of the form has
+    std::string_view member;
 };
 
 /// In the order of the codes.
 inline constexpr std::array<SizeMethod, 3> kSizeMethods{
-    {{aircond_entry::kBTU, "optBTU", 650, 'U', " BTU/hr"},
-     {aircond_entry::kTonnage, "optTonnage", 651, 'g', " tons"},
-     {aircond_entry::kHorsepower, "optCompHP", 652, 'm', " HP"}}};
+    {{aircond_entry::kBTU, "optBTU", 650, 'U', "BTU"},
+     {aircond_entry::kTonnage, "optTonnage", 651, 'g', "Tonnage"},
+     {aircond_entry::kHorsepower, "optCompHP", 652, 'm', "HP"}}};
 
 /// The method of a code; null for a code of none.
 [[nodiscard]] const SizeMethod* FindSizeMethod(std::int32_t code) noexcept;

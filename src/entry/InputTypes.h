@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "CUPSLoad.h"
-#include "NumberBounds.h"
 
 namespace genvara {
 
@@ -30,14 +29,6 @@ inline constexpr std::array<InputTypeRow, 4> kInputTypes{{{input_type::kSixPulse
 /// @param selected code of the list's row.
 [[nodiscard]] constexpr std::int32_t StoredInputType(std::int32_t phases, std::int32_t selected) noexcept {
     return HasInputTypes(phases) ? selected : input_type::kSinglePhase;
-}
-
-/// A percentage's bounds for its field.
-[[nodiscard]] inline NumberBounds PercentBounds(const Range<std::int32_t>& percents) {
-    return {.least = static_cast<double>(percents.least),
-            .most = static_cast<double>(percents.greatest),
-            .whole = true,
-            .unit = "%"};
 }
 
 }  // namespace genvara

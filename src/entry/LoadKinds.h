@@ -36,10 +36,6 @@ inline constexpr std::int32_t kEvenlyDistributed = 628;
 inline constexpr std::int32_t kPhases = 142;
 }  // namespace form_strings
 
-/// Bounds of a load's quantity, which the loads enforce.
-inline constexpr std::int32_t kLeastQuantity = 1;
-inline constexpr std::int32_t kMostQuantity = 256;
-
 /// All kinds, in the order of their codes.
 [[nodiscard]] std::span<const LoadKind> LoadKinds() noexcept;
 

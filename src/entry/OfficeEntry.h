@@ -15,16 +15,20 @@ struct OfficeCount {
     const char* label;
     const char* field;
     const char* caption;
+    std::string_view member;
     std::int32_t (COfficeLoad::*stored)() const noexcept;
     void (COfficeLoad::*store)(std::int32_t);
 };
 
 /// In the order in which they are shown and stored.
 inline constexpr std::array<OfficeCount, 4> kOfficeCounts{
-    {{"lblPC", "txtPC", "Num. Desktop Computers", &COfficeLoad::NumPCs, &COfficeLoad::NumPCs},
-     {"lblPrinters", "txtPrinters", "Num. Printers", &COfficeLoad::NumPrinters, &COfficeLoad::NumPrinters},
-     {"lblFaxes", "txtFaxes", "Num. Fax Machines", &COfficeLoad::NumFaxes, &COfficeLoad::NumFaxes},
-     {"lblCopiers", "txtCopiers", "Num. Copiers", &COfficeLoad::NumCopiers, &COfficeLoad::NumCopiers}}};
+    {{"lblPC", "txtPC", "Num. Desktop Computers", "NumPCs", &COfficeLoad::NumPCs, &COfficeLoad::NumPCs},
+     {"lblPrinters", "txtPrinters", "Num. Printers", "NumPrinters", &COfficeLoad::NumPrinters,
+      &COfficeLoad::NumPrinters},
+     {"lblFaxes", "txtFaxes", "Num. Fax Machines", "NumFaxes", &COfficeLoad::NumFaxes,
+      &COfficeLoad::NumFaxes},
+     {"lblCopiers", "txtCopiers", "Num. Copiers", "NumCopiers", &COfficeLoad::NumCopiers,
+      &COfficeLoad::NumCopiers}}};
 
 /// Shown when no machine at all is counted.
 inline constexpr std::string_view kNothingCounted = "At least one type of load must be specified.";

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "CodePage.h"
+#include "MemberBounds.h"
 #include "TableChoices.h"
 #include "TypographicQuotes.h"
 
@@ -30,8 +31,8 @@ std::string OneLine(std::string_view text) {
     return Trimmed(line);
 }
 
-NumberBounds BoundsOf(const TableField& field) {
-    NumberBounds bounds = field.bounds();
+NumberBounds BoundsOf(std::int32_t loadType, const TableField& field) {
+    NumberBounds bounds = LoadBounds(loadType, field.member);
     bounds.name = std::string(field.caption);
     return bounds;
 }
@@ -197,7 +198,7 @@ std::optional<TableUnit> RowReader::UnitOf(const Place& place, const TableFigure
     }
     if (unit && !Takes(field, *unit)) {
         RefuseAt(place.column, fmt::format("{}: {} is no unit of it. {}", field.caption, unit->name,
-                                           WantedText(BoundsOf(field), m_table->shown)));
+                                           WantedText(BoundsOf(m_loadType, field), m_table->shown)));
         return std::nullopt;
     }
     if (!unit && NeedsUnit(field)) {
@@ -207,7 +208,7 @@ std::optional<TableUnit> RowReader::UnitOf(const Place& place, const TableFigure
                                            QuotedCell(m_table->columns[place.column].heading), form));
         return std::nullopt;
     }
-    return unit ? unit : TableUnit{.measure = field.measure, .factor = field.perFormUnit};
+    return unit ? unit : TableUnit{.measure = field.measure, .factor = PerFormUnit(field)};
 }
 
 std::optional<double> RowReader::FormFigure(const Place& place, double& model) {
@@ -221,13 +222,13 @@ std::optional<double> RowReader::FormFigure(const Place& place, double& model) {
     }
     if (figure.fault == NumberFault::NoNumber) {
         RefuseAt(place.column, fmt::format("{}: {} is no number. {}", field.caption, QuotedCell(cell),
-                                           WantedText(BoundsOf(field), m_table->shown)));
+                                           WantedText(BoundsOf(m_loadType, field), m_table->shown)));
         return std::nullopt;
     }
     if (field.measure == Measure::Nothing) {
         if (!figure.unit.empty()) {
             RefuseAt(place.column, fmt::format("{}: {} is no number. {}", field.caption, QuotedCell(cell),
-                                               WantedText(BoundsOf(field), m_table->shown)));
+                                               WantedText(BoundsOf(m_loadType, field), m_table->shown)));
             return std::nullopt;
         }
         model = figure.number;
@@ -238,8 +239,8 @@ std::optional<double> RowReader::FormFigure(const Place& place, double& model) {
         return std::nullopt;
     }
     model = InModel(figure.number, *unit, field.measure);
-    return unit->factor == field.perFormUnit && unit->measure == field.measure ? figure.number
-                                                                               : model / field.perFormUnit;
+    return unit->factor == PerFormUnit(field) && unit->measure == field.measure ? figure.number
+                                                                                : model / PerFormUnit(field);
 }
 
 std::optional<double> RowReader::Figure(std::string_view member) {
@@ -249,7 +250,7 @@ std::optional<double> RowReader::Figure(std::string_view member) {
     if (!form) {
         return std::nullopt;
     }
-    const NumberBounds bounds = BoundsOf(*place->field);
+    const NumberBounds bounds = BoundsOf(m_loadType, *place->field);
     const std::string complaint = Complaint(bounds, m_table->shown.Plain(*form), m_table->shown);
     if (!complaint.empty()) {
         // A figure that was worked out from another unit has more digits than anybody wants to read.
@@ -265,7 +266,7 @@ std::optional<double> RowReader::Figure(std::string_view member) {
 double RowReader::NeededFigure(std::string_view member) {
     if (!Has(member)) {
         const TableField* field = FindTableField(m_loadType, member);
-        Refuse(member, Complaint(BoundsOf(*field), {}, m_table->shown));
+        Refuse(member, Complaint(BoundsOf(m_loadType, *field), {}, m_table->shown));
         return 0.0;
     }
     return Figure(member).value_or(0.0);

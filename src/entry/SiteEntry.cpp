@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-#include "SiteLimits.h"
+#include "MemberBounds.h"
 #include "StringTable.h"
 #include "mdlConvert.h"
 
@@ -19,8 +19,7 @@ double StoredCelsius(double fahrenheit) noexcept {
 }
 
 struct FigureRow {
-    double least;  ///< m or °C
-    double most;
+    std::string_view member;
     std::int32_t metricUnit;  ///< string
     std::int32_t englishUnit;
     Conversion toSI;       ///< of what is stored
@@ -29,10 +28,9 @@ struct FigureRow {
 };
 
 /// By figure.
-constexpr std::array<FigureRow, 2> kFigures{{{site_limits::kLowestAltitude, site_limits::kHighestAltitude,
-                                              500, 501, FeetToMeters, FeetToMeters, MetersToFeet},
-                                             {site_limits::kLowestAmbTemp, site_limits::kHighestAmbTemp, 502,
-                                              503, StoredCelsius, FahrenheitToCelsius, CelsiusToFahrenheit}}};
+constexpr std::array<FigureRow, 2> kFigures{
+    {{"Altitude", 500, 501, FeetToMeters, FeetToMeters, MetersToFeet},
+     {"AmbTemp", 502, 503, StoredCelsius, FahrenheitToCelsius, CelsiusToFahrenheit}}};
 
 const FigureRow& RowOf(SiteFigure figure) noexcept {
     return kFigures[static_cast<std::size_t>(figure)];
@@ -68,11 +66,11 @@ std::optional<std::string> ConvertedText(SiteFigure figure, std::string_view tex
 
 std::string SiteComplaint(SiteFigure figure, const std::string& name, std::string_view text, bool metric,
                           const EntryNumbers& numbers) {
-    const FigureRow& row = RowOf(figure);
+    const NumberBounds inSI = SiteBounds(RowOf(figure).member);
     const std::optional<double> shown = numbers.Read(text);
     if (shown) {
         const double stored = InSI(figure, *shown, metric);
-        if (stored >= row.least && stored <= row.most) {
+        if (stored >= inSI.least && stored <= inSI.most) {
             return {};
         }
     }
@@ -80,8 +78,8 @@ std::string SiteComplaint(SiteFigure figure, const std::string& name, std::strin
         return numbers.Number(SiteText(figure, stored, metric, numbers));
     };
     return Complaint({.name = name,
-                      .least = bound(row.least),
-                      .most = bound(row.most),
+                      .least = bound(inSI.least),
+                      .most = bound(inSI.most),
                       .unit = ' ' + std::string(StringTable::Text(UnitString(figure, metric)))},
                      text, numbers);
 }

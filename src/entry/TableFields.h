@@ -7,8 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "NumberBounds.h"
-
 /// What the columns of a table of loads may hold.
 namespace genvara {
 
@@ -70,8 +68,6 @@ struct TableField {
     CellType type;
     HeadingWords words;
     Measure measure = Measure::Nothing;
-    NumberBounds (*bounds)() = nullptr;  ///< of the form's field, in the form's unit
-    double perFormUnit = 1.0;            ///< units of the model in one of the form's
 };
 
 /// All fields; those of all kinds first.
@@ -97,6 +93,9 @@ struct HeadingMeaning {
 /// Whether a number of a unit can be entered in a field: one of its measure, and W or kW for the rating of a
 /// motor.
 [[nodiscard]] bool Takes(const TableField& field, const TableUnit& unit) noexcept;
+
+/// Units of the model in one of the form's: W and VA are entered in kW and kVA.
+[[nodiscard]] double PerFormUnit(const TableField& field) noexcept;
 
 /// Whether the numbers of a field without a unit cannot be understood.
 [[nodiscard]] bool NeedsUnit(const TableField& field) noexcept;

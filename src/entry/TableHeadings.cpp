@@ -182,7 +182,7 @@ void Add(HeadingMeaning& meaning, const HeadingRow& row) {
     };
     if (std::ranges::none_of(meaning.fields, clashes)) {
         meaning.fields.push_back(row.field);
-        if (row.naming == Naming::Member && row.field->perFormUnit != 1.0 && !meaning.unit) {
+        if (row.naming == Naming::Member && PerFormUnit(*row.field) != 1.0 && !meaning.unit) {
             meaning.unit = TableUnit{.measure = row.field->measure};
         }
     }

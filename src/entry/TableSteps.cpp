@@ -10,6 +10,7 @@
 
 #include "EntryNumbers.h"
 #include "NearestNames.h"
+#include "NumberBounds.h"
 #include "RowReader.h"
 #include "TableFields.h"
 #include "TypographicQuotes.h"

@@ -18,6 +18,14 @@ namespace {
 
 using LoadProperty = Property<Load>;
 
+// What forms take where setters take any number.
+constexpr Bounds kNotNegative{0.0, std::nullopt};
+constexpr Bounds kAboveZero = [] {
+    Bounds bounds = kNotNegative;
+    bounds.aboveLeast = true;
+    return bounds;
+}();
+
 /// Row of a member of one kind.
 template <typename Kind, typename Pair>
 constexpr LoadProperty Of(PropertyFacts facts, Pair pair) {
@@ -94,12 +102,14 @@ constexpr auto kBatteryCharger = WithCommon(
         Of<CBatChrgLoad>({.name = "BatteryVoltage",
                           .words = "battery voltage",
                           .unit = "V DC",
-                          .meaning = "Nominal voltage of the battery."},
+                          .meaning = "Nominal voltage of the battery.",
+                          .entered = kNotNegative},
                          [](auto& load, auto... volts) { return load.BatteryVoltage(volts...); }),
         Of<CBatChrgLoad>({.name = "ChargeCurrent",
                           .words = "charge current",
                           .unit = "A DC",
-                          .meaning = "Current into the battery."},
+                          .meaning = "Current into the battery.",
+                          .entered = kNotNegative},
                          [](auto& load, auto... amperes) { return load.ChargeCurrent(amperes...); }),
         Of<CBatChrgLoad>({.name = "ChargerInput",
                           .words = "type of charger",
@@ -251,6 +261,7 @@ constexpr auto kMotor = WithCommon(
                       .words = "running amps",
                       .unit = "A",
                       .meaning = "Current of one unit while running.",
+                      .entered = kAboveZero,
                       .method = motor_entry::kAmps,
                       .record = 2},
                      [](auto& load, auto... amperes) { return load.RunningAmps(amperes...); }),
@@ -258,6 +269,7 @@ constexpr auto kMotor = WithCommon(
                       .words = "starting amps",
                       .unit = "A",
                       .meaning = "Current of one unit at standstill.",
+                      .entered = kAboveZero,
                       .method = motor_entry::kAmps,
                       .record = 2},
                      [](auto& load, auto... amperes) { return load.StartingAmps(amperes...); }),
@@ -271,6 +283,7 @@ constexpr auto kMotor = WithCommon(
         Of<CMtrLoad>({.name = "StartingPF",
                       .words = "starting power factor",
                       .meaning = "Power factor while starting.",
+                      .entered = Range<double>{0.0, 1.0},
                       .record = 3},
                      [](auto& load, auto... perUnit) { return load.StartingPF(perUnit...); }),
         Of<CMtrLoad>(

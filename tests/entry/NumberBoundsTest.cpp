@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "InputTypes.h"
-#include "LinearEntry.h"
+#include "CMtrLoad.h"
 #include "MotorEntry.h"
 #include "SiteEntry.h"
 
@@ -14,16 +13,17 @@ const EntryNumbers kPoint{NumberSigns{}};
 const EntryNumbers kComma({.decimal = ","});
 
 TEST(NumberBounds, StandBehindTheirField) {
-    EXPECT_EQ(BoundsNote(LinearPowerBounds(), kPoint), "( 0 - 2000 kW )");
-    EXPECT_EQ(BoundsNote(LinearFactorBounds(), kPoint), "( 0.60 - 1.00 )");
-    EXPECT_EQ(BoundsNote(LinearFactorBounds(), kComma), "( 0,60 - 1,00 )");
-    EXPECT_EQ(BoundsNote(PercentBounds(ups_limits::kLoading), kPoint), "( 50% - 100% )");
+    const NumberBounds factor{.least = 0.6, .most = 1, .decimals = 2};
+    EXPECT_EQ(BoundsNote({.most = 2000, .unit = " kW"}, kPoint), "( 0 - 2000 kW )");
+    EXPECT_EQ(BoundsNote(factor, kPoint), "( 0.60 - 1.00 )");
+    EXPECT_EQ(BoundsNote(factor, kComma), "( 0,60 - 1,00 )");
+    EXPECT_EQ(BoundsNote({.least = 50, .most = 100, .unit = "%"}, kPoint), "( 50% - 100% )");
     EXPECT_EQ(BoundsNote({.least = 1, .most = 16}, kPoint), "( 1 - 16 )");
 }
 
 TEST(NumberBounds, SayWhatTheyWant) {
-    EXPECT_EQ(WantedText(PercentBounds(ups_limits::kCharging), kPoint), "Enter 0 to 25 %.");
-    EXPECT_EQ(WantedText(LinearFactorBounds(), kComma), "Enter 0,60 to 1,00.");
+    EXPECT_EQ(WantedText({.most = 25, .unit = "%"}, kPoint), "Enter 0 to 25 %.");
+    EXPECT_EQ(WantedText({.least = 0.6, .most = 1, .decimals = 2}, kComma), "Enter 0,60 to 1,00.");
     EXPECT_EQ(WantedText({.most = 1000, .above = true, .unit = " HP"}, kPoint),
               "Enter a number above 0, up to 1000 HP.");
     EXPECT_EQ(WantedText({.above = true, .unit = " A"}, kPoint), "Enter a number above 0 A.");
@@ -73,7 +73,6 @@ TEST(MotorEntry, BoundsFollowTheEntryMethod) {
               "Enter a number above 0, up to 798 kW.");
     EXPECT_EQ(Complaint(MotorPowerBounds(motor_entry::kAmps), "", kPoint),
               "Starting Amps is blank. Enter a number above 0 A.");
-    EXPECT_EQ(WantedText(MotorStartingPFBounds(), kPoint), "Enter 0 to 1.");
 }
 
 TEST(SiteEntry, ShowsFiguresInTheUsersUnits) {

@@ -149,6 +149,12 @@ TEST(Paths, TakeOnlyValuesThatAPersonMayEnter) {
             "\"99\" is no value of SolidStateCurrentLimit: expected a whole number from 100 to 600.");
     refused("Step[2].Load[4].ContVA", "0",
             "\"0\" is no value of ContVA: expected a number above 0 up to 500000.");
+    refused("Step[2].Load[6].StartingPF", "1.01",
+            "\"1.01\" is no value of StartingPF: expected a number from 0 to 1.");
+    refused("Step[2].Load[2].BatteryVoltage", "-1",
+            "\"-1\" is no value of BatteryVoltage: expected a number 0 and above.");
+    EXPECT_NO_THROW((void)ParseValue(FactsOf(project.At("Step[2].Load[6].StartingPF")), "1"));
+    EXPECT_NO_THROW((void)ParseValue(FactsOf(project.At("Step[2].Load[2].BatteryVoltage")), "0"));
     const PathTarget limit = project.At("Step[2].Load[6].SolidStateCurrentLimit");
     for (const char* value : {"100", "600", "3e2"}) {
         EXPECT_NO_THROW((void)ParseValue(FactsOf(limit), value)) << value;

@@ -94,9 +94,8 @@ class LoadForm : public QDialog {
         /// Enables or greys all of them.
         void Enable(bool enabled) const;
     };
-    /// Adds a labelled entry field with arrows to the grid.
-    Spinner AddSpinner(const FieldLook& look, EntryField::KeyFilter filter, const char* arrowsName,
-                       UpDown::Range range);
+    /// Adds a labelled entry field to the grid, with arrows that keep to its bounds.
+    Spinner AddSpinner(const FieldLook& look, EntryField::KeyFilter filter, const char* arrowsName);
     /// An entry field that selects its text whenever the focus comes.
     [[nodiscard]] EntryField* MakeField(const QString& name);
 

@@ -6,8 +6,10 @@
 #include <array>
 #include <initializer_list>
 #include <limits>
+#include <utility>
 
 #include "LoadForm.h"
+#include "MemberBounds.h"
 #include "Texts.h"
 
 namespace genvara {
@@ -60,10 +62,9 @@ void LoadForm::AddCommonFields() {
                        .least = 1,
                        .most = static_cast<double>(m_services.project.profile.NumLoadSteps()),
                        .whole = true});
-    m_qty->Bounds({.name = FromQt(Caption(form_strings::kQuantity)),
-                   .least = kLeastQuantity,
-                   .most = kMostQuantity,
-                   .whole = true});
+    NumberBounds quantity = LoadBounds(m_kind->loadType, "Quantity");
+    quantity.name = FromQt(Caption(form_strings::kQuantity));
+    m_qty->Bounds(std::move(quantity));
 }
 
 void LoadForm::AddPhases() {
@@ -108,11 +109,11 @@ EntryField* LoadForm::AddField(const FieldLook& look, EntryField::KeyFilter filt
 }
 
 LoadForm::Spinner LoadForm::AddSpinner(const FieldLook& look, EntryField::KeyFilter filter,
-                                       const char* arrowsName, UpDown::Range range) {
+                                       const char* arrowsName) {
     EntryField* field = MakeField(look.name);
     SetUp(*field, look, std::move(filter));
     field->setAccessibleName(WithoutMnemonic(look.caption));
-    auto* arrows = new UpDown(arrowsName, *field, range);
+    auto* arrows = new UpDown(arrowsName, *field, StepsWithin(look.bounds));
     QWidget* pair = Beside(field, arrows);
     pair->setFocusProxy(nullptr);  // Tab would stop at the pair and at its field
     QLabel* note = MakeNote(look);

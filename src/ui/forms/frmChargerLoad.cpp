@@ -3,6 +3,7 @@
 #include <QSignalBlocker>
 
 #include "LastChance.h"
+#include "MemberBounds.h"
 
 namespace genvara {
 namespace {
@@ -18,7 +19,7 @@ frmChargerLoad::frmChargerLoad(const LoadFormServices& services)
                           .name = "txtBatVolts",
                           .caption = "Battery Voltage",
                           .digits = kDigits,
-                          .bounds = {.unit = " V"},
+                          .bounds = LoadBounds(load_type::kBatteryCharger, "BatteryVoltage"),
                           .noteName = "lblBatVoltUnits",
                           .note = "Vdc"},
                          key_filters::Numeric(), false);
@@ -26,7 +27,7 @@ frmChargerLoad::frmChargerLoad(const LoadFormServices& services)
                           .name = "txtChargeCurrent",
                           .caption = "Charge Current",
                           .digits = kDigits,
-                          .bounds = {.unit = " A"},
+                          .bounds = LoadBounds(load_type::kBatteryCharger, "ChargeCurrent"),
                           .noteName = "lblChargeCurrentUnits",
                           .note = "Adc"},
                          key_filters::Numeric(), false);

@@ -5,7 +5,8 @@
 
 #include "LastChance.h"
 #include "LightEntry.h"
-#include "LinearEntry.h"
+#include "LinearPower.h"
+#include "MemberBounds.h"
 #include "Texts.h"
 
 namespace genvara {
@@ -33,13 +34,13 @@ frmLightLoad::frmLightLoad(const LoadFormServices& services) : LoadFormOf(load_t
                         .name = "txtRunKW",
                         .caption = Caption(strings::kRunningKW),
                         .digits = kDigits,
-                        .bounds = LinearPowerBounds()},
+                        .bounds = LoadBounds(load_type::kLighting, "RunningRealPower")},
                        key_filters::Numeric(), true);
     m_runPF = AddField({.labelName = "lblRunPF",
                         .name = "txtRunPF",
                         .caption = Caption(strings::kRunningPF),
                         .digits = kDigits,
-                        .bounds = LinearFactorBounds()},
+                        .bounds = LoadBounds(load_type::kLighting, "RunningPowerFactor")},
                        key_filters::Numeric(), true);
     m_runPFLabel = findChild<QLabel*>("lblRunPF");
     AddOptions();

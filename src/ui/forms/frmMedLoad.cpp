@@ -8,19 +8,15 @@
 #include "InputTypes.h"
 #include "LastChance.h"
 #include "MedEntry.h"
+#include "MemberBounds.h"
 #include "Texts.h"
 
 namespace genvara {
 namespace {
 
 constexpr int kDigits = 10;
-constexpr const char* kKVA = " kVA";
 constexpr int kDipDigits = 3;
 constexpr std::size_t kMostDipDigits = 2;
-
-NumberBounds DemandBounds(double most, const char* unit = "") {
-    return {.most = most, .above = true, .unit = unit};
-}
 
 }  // namespace
 
@@ -30,22 +26,22 @@ frmMedLoad::frmMedLoad(const LoadFormServices& services)
                            .name = "txtMaxContKVA",
                            .caption = "Continuous kVA",
                            .digits = kDigits,
-                           .bounds = DemandBounds(kMostContKVA, kKVA)})),
+                           .bounds = LoadBounds(load_type::kMedicalImaging, "ContVA")})),
       m_contPF(AddDemand({.labelName = "lblContPF",
                           .name = "txtContPF",
                           .caption = "pF @ Continuous Power Demand",
                           .digits = kDigits,
-                          .bounds = DemandBounds(kMostMedPowerFactor)})),
+                          .bounds = LoadBounds(load_type::kMedicalImaging, "ContPowerFactor")})),
       m_peakKVA(AddDemand({.labelName = "lblMaxMomentaryKVA",
                            .name = "txtMaxMomentaryKVA",
                            .caption = "Max. Peak kVA",
                            .digits = kDigits,
-                           .bounds = DemandBounds(kMostPeakKVA, kKVA)})),
+                           .bounds = LoadBounds(load_type::kMedicalImaging, "PeakVA")})),
       m_peakPF(AddDemand({.labelName = "lblPeakPF",
                           .name = "txtPeakPF",
                           .caption = "pF @ Max. Power Demand",
                           .digits = kDigits,
-                          .bounds = DemandBounds(kMostMedPowerFactor)})) {
+                          .bounds = LoadBounds(load_type::kMedicalImaging, "PeakPowerFactor")})) {
     AddDip();
     AddInputType();
     OpenForNewLoad();
@@ -58,15 +54,13 @@ EntryField* frmMedLoad::AddDemand(const FieldLook& look) {
 }
 
 void frmMedLoad::AddDip() {
-    const Spinner dip = AddSpinner(
-        {.labelName = "lblMaxVoltDip",
-         .name = "txtMaxVoltDip",
-         .caption = "Max. Voltage Dip @ Peak Demand  (%)",
-         .digits = kDipDigits,
-         .bounds = PercentBounds(medical_limits::kEnteredVoltDip),
-         .printsBounds = false},
-        key_filters::DigitsUpTo(kMostDipDigits), "updMaxVoltDip",
-        {.least = medical_limits::kEnteredVoltDip.least, .most = medical_limits::kEnteredVoltDip.greatest});
+    const Spinner dip = AddSpinner({.labelName = "lblMaxVoltDip",
+                                    .name = "txtMaxVoltDip",
+                                    .caption = "Max. Voltage Dip @ Peak Demand  (%)",
+                                    .digits = kDipDigits,
+                                    .bounds = LoadBounds(load_type::kMedicalImaging, "MaxPeakDemandVoltDip"),
+                                    .printsBounds = false},
+                                   key_filters::DigitsUpTo(kMostDipDigits), "updMaxVoltDip");
     m_maxVoltDip = dip.field;
     connect(dip.arrows, &UpDown::Stepped, this, Event([this](std::int32_t value) { DipStepped(value); }));
     m_warning = new QLabel("WARNING: Voltage dip during peak demand effects image quality.");

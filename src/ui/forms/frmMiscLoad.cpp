@@ -1,19 +1,23 @@
 #include "frmMiscLoad.h"
 
-#include "LinearEntry.h"
+#include "LinearPower.h"
+#include "MemberBounds.h"
 #include "Texts.h"
 
 namespace genvara {
 
 frmMiscLoad::frmMiscLoad(const LoadFormServices& services) : LoadFormOf(load_type::kMiscellaneous, services) {
-    m_kW = AddField(
-        {.labelName = "lblkW", .name = "txtkW", .caption = "kW", .digits = 10, .bounds = LinearPowerBounds()},
-        key_filters::Numeric(), true);
+    m_kW = AddField({.labelName = "lblkW",
+                     .name = "txtkW",
+                     .caption = "kW",
+                     .digits = 10,
+                     .bounds = LoadBounds(load_type::kMiscellaneous, "RunningRealPower")},
+                    key_filters::Numeric(), true);
     m_pF = AddField({.labelName = "lblPF",
                      .name = "txtPF",
                      .caption = "pF",
                      .digits = 10,
-                     .bounds = LinearFactorBounds()},
+                     .bounds = LoadBounds(load_type::kMiscellaneous, "RunningPowerFactor")},
                     key_filters::Numeric(), true);
     OpenForNewLoad();
 }

@@ -10,7 +10,6 @@
 #include "ChoiceBox.h"
 #include "ErrorNumbers.h"
 #include "FailureRegion.h"
-#include "GensetDatabase.h"
 #include "LastChance.h"
 #include "MotorEntry.h"
 #include "Texts.h"
@@ -82,7 +81,7 @@ void frmMtrLoad::AddSizeFields() {
                           .name = "txtRunAmps",
                           .caption = Caption(strings::kRunningAmps),
                           .digits = kDigits,
-                          .bounds = MotorRunAmpsBounds(),
+                          .bounds = LoadBounds(load_type::kMotor, "RunningAmps"),
                           .printsBounds = false},
                          key_filters::Numeric(), false);
     m_powerLabel = findChild<QLabel*>("lblPower");
@@ -107,7 +106,7 @@ void frmMtrLoad::AddStarterFields() {
                               .name = "txtStartingKVA",
                               .caption = Caption(strings::kStartingKVA),
                               .digits = kDigits,
-                              .bounds = MotorStartingKVABounds(),
+                              .bounds = LoadBounds(load_type::kMotor, "StartingAppPower"),
                               .printsBounds = false},
                              key_filters::Numeric(), false);
     m_startingPF = AddField(
@@ -115,7 +114,7 @@ void frmMtrLoad::AddStarterFields() {
          .name = "txtStartingPF",
          .caption = Caption(strings::kStartingPF),
          .digits = kDigits,
-         .bounds = MotorStartingPFBounds(),
+         .bounds = LoadBounds(load_type::kMotor, "StartingPF"),
          .printsBounds = false},
         [this, numeric = key_filters::Numeric()](const std::string& text, std::size_t selected,
                                                  char32_t key) {

@@ -1,8 +1,9 @@
 #include "frmOfficeLoad.h"
 
 #include <cstdint>
-#include <limits>
 #include <string>
+
+#include "MemberBounds.h"
 
 namespace genvara {
 namespace {
@@ -18,7 +19,7 @@ frmOfficeLoad::frmOfficeLoad(const LoadFormServices& services) : LoadFormOf(load
                                 .name = count.field,
                                 .caption = count.caption,
                                 .digits = kDigits,
-                                .bounds = {.most = std::numeric_limits<std::int32_t>::max(), .whole = true},
+                                .bounds = LoadBounds(load_type::kOffice, count.member),
                                 .printsBounds = false},
                                key_filters::Digits(), false);
     }

@@ -8,6 +8,7 @@
 #include "EntryField.h"
 #include "FormGrid.h"
 #include "LastChance.h"
+#include "MemberBounds.h"
 #include "MotorCalculator.h"
 #include "Texts.h"
 #include "frmMtrLoad.h"
@@ -27,10 +28,10 @@ frmSSCurrentLimit::frmSSCurrentLimit(QWidget* owner, PlatformServices& platform)
     setModal(true);
     SetDigits(*m_limit, kLimitDigits);
     m_limit->Filter(key_filters::Digits());
-    m_limit->Bounds({.name = FromQt(tr("Starting current")),
-                     .least = motor_limits::kEnteredCurrentLimit.least,
-                     .most = motor_limits::kEnteredCurrentLimit.greatest,
-                     .unit = "%"});
+    NumberBounds bounds = LoadBounds(load_type::kMotor, "SolidStateCurrentLimit");
+    bounds.name = FromQt(tr("Starting current"));
+    bounds.whole = false;  // a fraction is rounded
+    m_limit->Bounds(std::move(bounds));
     m_limit->CheckBeforeLeaving([this] { return IsBad(); });
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(metrics::kMargin, metrics::kMargin, metrics::kMargin, metrics::kMargin);

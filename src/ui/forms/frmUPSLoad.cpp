@@ -8,6 +8,7 @@
 #include "ChoiceBox.h"
 #include "InputTypes.h"
 #include "LastChance.h"
+#include "MemberBounds.h"
 #include "Texts.h"
 
 namespace genvara {
@@ -44,28 +45,23 @@ void frmUPSLoad::AddFigures() {
                          .name = "txtRating",
                          .caption = Caption(strings::kRating),
                          .digits = kRatingDigits,
-                         .bounds = {.least = 1,
-                                    .most = ups_limits::kOutputRating.greatest / 1000.0,
-                                    .whole = true,
-                                    .unit = " kVA"},
+                         .bounds = LoadBounds(load_type::kUPS, "OutputRating"),
                          .noteName = "lblRatingUnits"},
                         key_filters::NonZeroDigits(), false);
     m_loading = AddSpinner({.labelName = "lblLoading",
                             .name = "txtLoading",
                             .caption = Caption(strings::kLoading),
                             .digits = 3,
-                            .bounds = PercentBounds(ups_limits::kLoading),
+                            .bounds = LoadBounds(load_type::kUPS, "Loading"),
                             .noteName = "lblLoadingUnits"},
-                           key_filters::UpTo(3, key_filters::NonZeroDigits()), "updLoading",
-                           {.least = ups_limits::kLoading.least, .most = ups_limits::kLoading.greatest});
+                           key_filters::UpTo(3, key_filters::NonZeroDigits()), "updLoading");
     m_charging = AddSpinner({.labelName = "lblCharging",
                              .name = "txtCharging",
                              .caption = Caption(strings::kCharging),
                              .digits = 3,
-                             .bounds = PercentBounds(ups_limits::kCharging),
+                             .bounds = LoadBounds(load_type::kUPS, "Charging"),
                              .noteName = "lblChargingUnits"},
-                            key_filters::DigitsUpTo(2), "updCharging",
-                            {.least = ups_limits::kCharging.least, .most = ups_limits::kCharging.greatest});
+                            key_filters::DigitsUpTo(2), "updCharging");
     m_input = AddInputTypes(Fields(), Caption(strings::kType), Caption(strings::kFilter));
 }
 

@@ -1,9 +1,9 @@
 #include "frmVFDLoad.h"
 
-#include "CMtrLoad.h"
 #include "ChoiceBox.h"
 #include "InputTypes.h"
 #include "LastChance.h"
+#include "MemberBounds.h"
 
 namespace genvara {
 namespace {
@@ -17,27 +17,23 @@ frmVFDLoad::frmVFDLoad(const LoadFormServices& services) : LoadFormOf(load_type:
                               .name = "txtMtrRating",
                               .caption = "Motor Rating",
                               .digits = kRatingDigits,
-                              .bounds = {.most = motor_limits::kHP.greatest, .above = true, .unit = " HP"},
+                              .bounds = LoadBounds(load_type::kVFD, "MtrRating"),
                               .noteName = "lblMtrRatingUnits"},
                              key_filters::Numeric(), false);
-    m_efficiency =
-        AddSpinner({.labelName = "lbEff",
-                    .name = "txtEff",
-                    .caption = "Efficiency",
-                    .digits = 3,
-                    .bounds = PercentBounds(drive_limits::kEfficiency),
-                    .noteName = "lblEffUnits"},
-                   key_filters::UpTo(2, key_filters::NonZeroDigits()), "updEff",
-                   {.least = drive_limits::kEfficiency.least, .most = drive_limits::kEfficiency.greatest});
-    m_kvaLimit =
-        AddSpinner({.labelName = "lblStartKVALimit",
-                    .name = "txtStartKVALimit",
-                    .caption = "Start kVA Limit",
-                    .digits = 3,
-                    .bounds = PercentBounds(drive_limits::kKVALimit),
-                    .noteName = "lblStartKVALimitUnits"},
-                   key_filters::UpTo(3, key_filters::Numeric()), "updStartKVALimit",
-                   {.least = drive_limits::kKVALimit.least, .most = drive_limits::kKVALimit.greatest});
+    m_efficiency = AddSpinner({.labelName = "lbEff",
+                               .name = "txtEff",
+                               .caption = "Efficiency",
+                               .digits = 3,
+                               .bounds = LoadBounds(load_type::kVFD, "Efficiency"),
+                               .noteName = "lblEffUnits"},
+                              key_filters::UpTo(2, key_filters::NonZeroDigits()), "updEff");
+    m_kvaLimit = AddSpinner({.labelName = "lblStartKVALimit",
+                             .name = "txtStartKVALimit",
+                             .caption = "Start kVA Limit",
+                             .digits = 3,
+                             .bounds = LoadBounds(load_type::kVFD, "KVALimit"),
+                             .noteName = "lblStartKVALimitUnits"},
+                            key_filters::UpTo(3, key_filters::Numeric()), "updStartKVALimit");
     m_input = AddInputTypes(Fields(), "VFD Type", "Input Filtering Installed");
     connect(&Phases(), &OptionFrame::Clicked, this,
             Event([this](std::int32_t code) { PhasesClicked(code); }));

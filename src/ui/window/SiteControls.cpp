@@ -9,8 +9,8 @@
 #include <functional>
 
 #include "FormGrid.h"
+#include "MemberBounds.h"
 #include "SiteCodes.h"
-#include "SiteLimits.h"
 #include "Texts.h"
 
 namespace genvara {
@@ -117,11 +117,14 @@ void FillConnections(ChoiceBox& list, const std::vector<ConnectionRecord>& conne
     }
 }
 
+NumberBounds NamedSiteBounds(std::string_view member, const QString& caption) {
+    NumberBounds bounds = SiteBounds(member);
+    bounds.name = FromQt(caption);
+    return bounds;
+}
+
 NumberBounds ParallelSetsBounds() {
-    return {.name = FromQt(Caption(151)),
-            .least = site_limits::kFewestGensets,
-            .most = site_limits::kMostGensets,
-            .whole = true};
+    return NamedSiteBounds("GensetsInParallel", Caption(151));
 }
 
 }  // namespace genvara

@@ -2,6 +2,7 @@
 
 #include <QGroupBox>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "ChoiceBox.h"
@@ -65,6 +66,8 @@ struct NumberNames {
     const char* label;
 };
 
+/// Bounds of a site's number, named by a field's caption.
+[[nodiscard]] NumberBounds NamedSiteBounds(std::string_view member, const QString& caption);
 /// Bounds of the sets in parallel.
 [[nodiscard]] NumberBounds ParallelSetsBounds();
 /// Step of the arrows beside a limit [percent].

@@ -8,8 +8,8 @@
 #include "DialogKeys.h"
 #include "FormGrid.h"
 #include "LastChance.h"
+#include "MemberBounds.h"
 #include "SiteControls.h"
-#include "SiteLimits.h"
 #include "Texts.h"
 #include "UpDown.h"
 
@@ -28,16 +28,14 @@ StepDialog::StepDialog(PlatformServices& platform, const CPwrSys& site, const QS
       m_site(&site),
       m_txtDip(new EntryField(platform, "txtDefaultMaxVoltDip")),
       m_updDip(new UpDown("updDefaultMaxVoltDip", *m_txtDip,
-                          {site_limits::kLowestLimit, site.MaxVoltageDip(), kLimitStep})),
+                          StepsWithin(StepDipBounds(site.MaxVoltageDip()), kLimitStep))),
       m_txtDescription(new EntryField(platform, descriptionField)),
       m_lblRange(FormGrid::MakeNote("lblRange")) {
     setWindowTitle(caption);
     m_txtDip->Filter(key_filters::Digits());
-    m_txtDip->Bounds({.name = FromQt(Caption(172)),
-                      .least = site_limits::kLowestLimit,
-                      .most = static_cast<double>(site.MaxVoltageDip()),
-                      .whole = true,
-                      .unit = "%"});
+    NumberBounds dip = StepDipBounds(site.MaxVoltageDip());
+    dip.name = FromQt(Caption(172));
+    m_txtDip->Bounds(std::move(dip));
     m_lblRange->setText(ToQt(BoundsNote(*m_txtDip->Bounds(), EntryNumbers())));
     SetDigits(*m_txtDip, kDipDigits);
     m_txtDescription->setMinimumWidth(kDescriptionWidth);

@@ -15,7 +15,6 @@
 #include "LastChance.h"
 #include "SiteControls.h"
 #include "SiteEntry.h"
-#include "SiteLimits.h"
 #include "Texts.h"
 #include "UpDown.h"
 
@@ -115,8 +114,7 @@ QWidget* frmDefaults::MakeSitePage() {
 void frmDefaults::AddNumbers(FormGrid& grid) {
     const bool metric = m_application->IsMetric();
     m_txtParallelSets->Bounds(ParallelSetsBounds());
-    auto* arrows = new UpDown("updParallelSets", *m_txtParallelSets,
-                              {site_limits::kFewestGensets, site_limits::kMostGensets, 1});
+    auto* arrows = new UpDown("updParallelSets", *m_txtParallelSets, StepsWithin(ParallelSetsBounds()));
     const QString note = ToQt(BoundsNote(*m_txtParallelSets->Bounds(), EntryNumbers()));
     m_txtParallelSets->setAccessibleName(Caption(151));
     grid.AddField("lblParallelSets", Caption(151),
@@ -130,24 +128,20 @@ void frmDefaults::AddNumbers(FormGrid& grid) {
 
 void frmDefaults::AddLimits(FormGrid& grid) {
     m_txtMaxVoltDip = AddLimit(grid, {"txtDefaultMaxVoltDip", "updDefaultMaxVoltDip", "lblDefaultMaxVoltDip"},
-                               "Max. Voltage Dip  (%)", site_limits::kHighestVoltageDip);
+                               "Max. Voltage Dip  (%)", "MaxVoltageDip");
     m_txtMaxFreqDip = AddLimit(grid, {"txtDefaultMaxFreqDip", "updDefaultMaxFreqDip", "lblDefaultMaxFreqDip"},
-                               "Max. Frequency Dip  (%)", site_limits::kHighestFreqDip);
+                               "Max. Frequency Dip  (%)", "MaxFreqDip");
     m_txtMaxHarmonics =
         AddLimit(grid, {"txtDefaultMaxHarmonics", "updDefaultMaxHarmonics", "lblDefaultMaxHarmonics"},
-                 "Max. Harmonics  (%)", site_limits::kHighestHarmonics);
+                 "Max. Harmonics  (%)", "MaxHarmonics");
 }
 
 EntryField* frmDefaults::AddLimit(FormGrid& grid, const NumberNames& names, const QString& caption,
-                                  std::int32_t most) {
+                                  std::string_view member) {
     auto* field = MakeField(*m_platform, names.field, kPercentDigits, key_filters::Digits());
-    field->Bounds({.name = FromQt(caption),
-                   .least = site_limits::kLowestLimit,
-                   .most = static_cast<double>(most),
-                   .whole = true,
-                   .unit = "%"});
+    field->Bounds(NamedSiteBounds(member, caption));
     field->setAccessibleName(caption);
-    auto* arrows = new UpDown(names.arrows, *field, {site_limits::kLowestLimit, most, kLimitStep});
+    auto* arrows = new UpDown(names.arrows, *field, StepsWithin(*field->Bounds(), kLimitStep));
     QLabel* range = FormGrid::MakeNote({}, ToQt(BoundsNote(*field->Bounds(), EntryNumbers())));
     grid.AddField(names.label, caption, Beside(field, arrows, range));
     return field;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <string_view>
 
 #include "EntryField.h"
 #include "SiteControls.h"
@@ -28,7 +29,8 @@ class frmDefaults final : public QDialog {
     QWidget* MakeSitePage();
     void AddNumbers(FormGrid& grid);
     void AddLimits(FormGrid& grid);
-    EntryField* AddLimit(FormGrid& grid, const NumberNames& names, const QString& caption, std::int32_t most);
+    EntryField* AddLimit(FormGrid& grid, const NumberNames& names, const QString& caption,
+                         std::string_view member);
     void FillLists();
     void ShowDefaults();
     void KeepOnLeaving();

@@ -11,7 +11,6 @@
 #include "LastChance.h"
 #include "SiteControls.h"
 #include "SiteEntry.h"
-#include "SiteLimits.h"
 #include "Texts.h"
 #include "UpDown.h"
 
@@ -32,14 +31,10 @@ EntryField* NumberField(PlatformServices& platform, const char* name, int digits
 }
 
 EntryField* PercentField(PlatformServices& platform, const char* name, std::int32_t caption,
-                         std::int32_t most) {
+                         std::string_view member) {
     EntryField* field = NumberField(platform, name, kPercentDigits);
     field->Filter(key_filters::Digits());
-    field->Bounds({.name = FromQt(Caption(caption)),
-                   .least = static_cast<double>(site_limits::kLowestLimit),
-                   .most = static_cast<double>(most),
-                   .whole = true,
-                   .unit = "%"});
+    field->Bounds(NamedSiteBounds(member, Caption(caption)));
     return field;
 }
 
@@ -64,15 +59,15 @@ panPwrSys::panPwrSys(PlatformServices& platform, CPwrSys& site, QWidget* parent)
       m_txtParallelSets(NumberField(platform, "txtParallelSets", kPercentDigits)),
       m_txtAltitude(SignedField(platform, "txtAltitude")),
       m_txtAmbTemp(SignedField(platform, "txtAmbTemp")),
-      m_txtMaxVoltDip(PercentField(platform, "txtMaxVoltDip", 154, site_limits::kHighestVoltageDip)),
-      m_txtMaxFreqDip(PercentField(platform, "txtMaxFreqDip", 155, site_limits::kHighestFreqDip)),
-      m_txtMaxHarmonics(PercentField(platform, "txtMaxHarmonics", 156, site_limits::kHighestHarmonics)),
+      m_txtMaxVoltDip(PercentField(platform, "txtMaxVoltDip", 154, "MaxVoltageDip")),
+      m_txtMaxFreqDip(PercentField(platform, "txtMaxFreqDip", 155, "MaxFreqDip")),
+      m_txtMaxHarmonics(PercentField(platform, "txtMaxHarmonics", 156, "MaxHarmonics")),
       m_lblAltitudeUnits(FormGrid::MakeNote("lblAltitudeUnits")),
       m_lblAmbTempUnits(FormGrid::MakeNote("lblAmbTempUnits")),
-      m_updMaxFreqDip(new UpDown("updMaxFreqDip", *m_txtMaxFreqDip,
-                                 {site_limits::kLowestLimit, site_limits::kHighestFreqDip, kLimitStep})),
+      m_updMaxFreqDip(
+          new UpDown("updMaxFreqDip", *m_txtMaxFreqDip, StepsWithin(*m_txtMaxFreqDip->Bounds(), kLimitStep))),
       m_updMaxHarmonics(new UpDown("updMaxHarmonics", *m_txtMaxHarmonics,
-                                   {site_limits::kLowestLimit, site_limits::kHighestHarmonics, kLimitStep})),
+                                   StepsWithin(*m_txtMaxHarmonics->Bounds(), kLimitStep))),
       m_chkEnableFreqDip(new QCheckBox(Caption(155))),
       m_chkEnableHarm(new QCheckBox(Caption(156))),
       m_lblNoDistortion(FormGrid::MakeNote("lblNoDistortion", ToQt(kNoDistortionFigures))) {
@@ -110,8 +105,7 @@ void panPwrSys::BuildElectric() {
 
 void panPwrSys::BuildSite(QVBoxLayout& column) {
     FillRiseDuty(*m_cboAltTempRise);
-    auto* arrows = new UpDown("updParallelSets", *m_txtParallelSets,
-                              {site_limits::kFewestGensets, site_limits::kMostGensets, 1});
+    auto* arrows = new UpDown("updParallelSets", *m_txtParallelSets, StepsWithin(ParallelSetsBounds()));
     const QString note = ToQt(BoundsNote(ParallelSetsBounds(), EntryNumbers()));
     QWidget* sets = Beside(m_txtParallelSets, arrows, FormGrid::MakeNote("lblParallelSetsRange", note));
     m_txtParallelSets->setAccessibleName(Caption(151));
@@ -132,8 +126,8 @@ void panPwrSys::BuildLimits(QVBoxLayout& column) {
     m_chkEnableHarm->setObjectName("chkEnableHarm");
     auto* voltDip = new QLabel(Caption(154));
     voltDip->setObjectName("lblEnableVoltDip");
-    auto* arrows = new UpDown("updMaxVoltDip", *m_txtMaxVoltDip,
-                              {site_limits::kLowestLimit, site_limits::kHighestVoltageDip, kLimitStep});
+    auto* arrows =
+        new UpDown("updMaxVoltDip", *m_txtMaxVoltDip, StepsWithin(*m_txtMaxVoltDip->Bounds(), kLimitStep));
     auto* grid = new FormGrid;
     AddLimit(*grid, voltDip, m_txtMaxVoltDip, arrows);
     AddLimit(*grid, m_chkEnableFreqDip, m_txtMaxFreqDip, m_updMaxFreqDip);
