@@ -13,7 +13,6 @@ namespace genvara {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 class ProfileClipboard : public ProfileTest {
   protected:

@@ -15,7 +15,6 @@ namespace genvara {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 constexpr int kRunningKW = profile_column::ColumnOf(PowerKind::RunningReal);
 constexpr int kRunningKVA = profile_column::ColumnOf(PowerKind::RunningApparent);

@@ -80,7 +80,7 @@ TEST_F(Saving, WhereItCannotBeDoneIsToldByMenuToolbarAndKeyAndTheProgramGoesOn) 
             g_ProjectDirty = true;
             platform.files = {file};
             save();
-            ExpectToldOnce(file + ": " + reason);
+            ExpectToldOnce(std::string(file).append(": ").append(reason));
             EXPECT_EQ(Window().ProjectFile(), "") << "a name that cannot be saved to is not taken";
         }
     }

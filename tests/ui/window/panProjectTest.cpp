@@ -66,10 +66,7 @@ TEST_F(ProjectPanel, EndsTheLinesOfAnEditedDescriptionAsFilesDo) {
 }
 
 TEST_F(ProjectPanel, ADescriptionThatNobodyTouchedKeepsItsBytes) {
-    for (const char* text : {"one\r\ntwo", "one\ntwo", "one\rtwo",
-                             "no\xC2\xA0"
-                             "break",
-                             ""}) {
+    for (const char* text : {"one\r\ntwo", "one\ntwo", "one\rtwo", "no\u00A0break", ""}) {
         Panel().Description(text);
         EXPECT_EQ(Panel().Description(), text);
     }
