@@ -4,7 +4,7 @@
 # that take them FROM another, which has to be compiled with the same options. Headers of ours are never among them, so that a change
 # builds what depends on it and no more.
 #
-# Sources name what they use all the same. The builds of the sanitizers and of clang-tidy do without, and would not compile otherwise.
+# Sources name what they use all the same: the preset "tidy" does without, and they would not compile there otherwise.
 option(GENVARA_PRECOMPILE "Read the headers of libraries once for many sources" ON)
 
 set(plain_headers <algorithm> <array> <cmath> <cstddef> <cstdint> <filesystem> <functional> <iterator> <limits> <map> <memory> <optional>
