@@ -128,8 +128,9 @@ void Document::FollowConnection() {
     m_catalogue->FollowConnection(m_powerSystem);
 }
 
-bool Document::KnowsConnection() const {
-    return m_catalogue->PhasesOf(m_powerSystem.ConnectCode()).has_value();
+void Document::RequireConnection(std::string_view whose) const {
+    genvara::RequireConnection(
+        m_powerSystem, [this](std::int32_t code) { return m_catalogue->PhasesOf(code); }, whose);
 }
 
 std::vector<UnofferedChoice> Document::UnofferedChoices() const {
@@ -154,10 +155,6 @@ std::vector<UnofferedChoice> Document::UnofferedChoices() const {
     look(SiteChoice::Fuel, site.Fuel(), hasRow(kFuels));
     look(SiteChoice::RiseDuty, site.RiseDutyCode(), hasRow(kRiseDuties));
     return unoffered;
-}
-
-bool Document::HasLoads() const {
-    return m_loadProfile.NumLoadSteps() > 0 && m_loadProfile.LoadStep(1).NumLoads() > 0;
 }
 
 void Document::Size() {

@@ -337,9 +337,7 @@ void Change(const BoundProperty<CPwrSys>& target, const PropertyValue& value, co
     target.property->set(*target.record, value);
     const std::string_view name = target.property->facts.name;
     if (name == "Voltage" || name == "ConnectCode") {
-        if (const auto phases = rules.phasesOf(target.record->ConnectCode())) {
-            target.record->Phases(*phases);
-        }
+        FollowConnection(*target.record, rules.phasesOf);
     }
 }
 

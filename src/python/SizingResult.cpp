@@ -48,14 +48,8 @@ SizingResult::SizingResult(const PythonProject& project, std::shared_ptr<PythonC
             ProfileWith(motors, project.LoadProfile(), project.PowerSystem().Voltage());
     }
     m_document.FollowConnection();
-    if (!m_document.KnowsConnection()) {
-        throw RaisedError(0, "",
-                          fmt::format("The connection code {} of the project is not in the genset database.",
-                                      m_document.PowerSystem().ConnectCode()));
-    }
-    if (!m_document.HasLoads()) {
-        throw RaisedError(0, "", kNothingToSize);
-    }
+    m_document.RequireConnection(" of the project");
+    RequireLoads(m_document.LoadProfile());
     m_document.Designer().TakeLimits(limits);
 }
 
