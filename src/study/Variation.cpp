@@ -90,6 +90,10 @@ StudyProject Changed(const StudyProject& project, std::span<const MemberValue> c
     return Reopened(changed, rules);
 }
 
+double TotalRating(double nominalRating, const CPwrSys& site) noexcept {
+    return nominalRating * site.GensetsInParallel();
+}
+
 bool Sizing::IsSameRow(const Sizing& other) const noexcept {
     if (!set || !other.set) {
         return set.has_value() == other.set.has_value();
@@ -114,7 +118,8 @@ Sizing ProjectSizer::Size(const StudyProject& project, DesignSearch::Goal goal) 
     if (answer.first) {
         sizing.row = *answer.first;
         sizing.set = m_search.RecordAt(*answer.first);
-        sizing.total = answer.nominalRating * site.GensetsInParallel();
+        sizing.sets = site.GensetsInParallel();
+        sizing.total = TotalRating(answer.nominalRating, site);
         sizing.tightest = answer.tightest;
     }
     sizing.numChosenSets = answer.numChosenSets;
