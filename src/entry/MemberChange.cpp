@@ -10,6 +10,7 @@
 #include "ChargerEntry.h"
 #include "EntryNumbers.h"
 #include "InputTypes.h"
+#include "Kilo.h"
 #include "LightEntry.h"
 #include "LinearPower.h"
 #include "LoadKinds.h"
@@ -18,8 +19,6 @@
 
 namespace genvara {
 namespace {
-
-constexpr double kPerKilo = 1000.0;
 
 /// The signs of files and paths, whatever the user's locale.
 EntryNumbers PlainNumbers() {
