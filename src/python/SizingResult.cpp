@@ -75,9 +75,7 @@ void SizingResult::Fill(CReports& reports, ReportedList list, std::int32_t index
     const ReportSources sources = m_document.Sources(metric);
     if (list == ReportedList::Undersized) {
         RequireIndex(index, Designer().NumRejectedSets(), "undersized");
-        // As in the panel just after a run: it has shown the first recommended set, if there was one.
-        reports.Data().CalcVTHD = Designer().NumChosenSets() == 0 || Designer().VTHD_CalcsValid();
-        FillRejectedSet(reports, sources, index);
+        FillRejectedSetAfterRun(reports, sources, index);
         return;
     }
     RequireIndex(index, Designer().NumChosenSets(), "recommended");
