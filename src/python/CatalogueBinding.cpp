@@ -1,6 +1,8 @@
 #include <fmt/format.h>
 #include <pybind11/stl.h>
 
+#include <algorithm>
+
 #include "Bindings.h"
 #include "CatalogueBuilder.h"
 #include "CatalogueChecker.h"
