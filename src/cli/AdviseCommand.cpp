@@ -112,9 +112,8 @@ std::string ListJson(const std::string& file, const AdviceList& list) {
 
 /// "MV750D" or, of several sets, "2 x MV400D".
 std::string SetText(const Sizing& sizing) {
-    const double sets = sizing.total / sizing.set->NominalRating;
     const std::string model = OneLine(sizing.set->ModelNum, kLongestName);
-    return sets > 1.5 ? fmt::format("{} x {}", RenderFixed(sets, 0), model) : model;
+    return sizing.sets > 1 ? fmt::format("{} x {}", sizing.sets, model) : model;
 }
 
 std::string OutcomeText(const AdviceList& list, const Advice& advice) {

@@ -61,7 +61,7 @@ void Read(const std::string& file, Records& records, const MotorConversions& mot
           ConversionObserver& observer) {
     const ProjectModel model{records.project, records.powerSystem, records.loadProfile, motors};
     if (ReadProjectFile(file, model, observer) == ReadResult::Incompatible) {
-        Fail(Status::Unreadable, fmt::format("{} is no project file of a compatible version.", file));
+        Fail(Status::Unreadable, WhyIncompatible(file));
     }
     if (observer.LostSomething()) {
         Fail(Status::Unreadable,

@@ -47,9 +47,7 @@ bool FillAskedSet(CReports& reports, const ReportSources& sources, const ReportA
     const CDesigner& designer = sources.designer;
     if (arguments.undersized) {
         RequireIndex(*arguments.undersized, designer.NumRejectedSets(), "undersized");
-        // As in a panel just after the run: it has shown the first recommended set, if there was one.
-        reports.Data().CalcVTHD = designer.NumChosenSets() == 0 || designer.VTHD_CalcsValid();
-        FillRejectedSet(reports, sources, *arguments.undersized);
+        FillRejectedSetAfterRun(reports, sources, *arguments.undersized);
         return true;
     }
     const std::int32_t index = arguments.set.value_or(0);

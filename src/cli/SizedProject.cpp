@@ -9,15 +9,9 @@ SizedProject::SizedProject(const std::filesystem::path& file, const SharedCatalo
     : m_document(m_defaults, shared.catalogue, shared.gensets) {
     try {
         if (m_document.Read(file, observer) == ReadResult::Incompatible) {
-            throw RaisedError(0, "frmMain::ReadProjectFile",
-                              fmt::format("{} is no project file of a compatible version.", file.string()));
+            throw RaisedError(0, "frmMain::ReadProjectFile", WhyIncompatible(file));
         }
-        if (!m_document.KnowsConnection()) {
-            throw RaisedError(
-                0, "",
-                fmt::format("The connection code {} of the project file {} is not in the genset database.",
-                            PowerSystem().ConnectCode(), file.string()));
-        }
+        m_document.RequireConnection(fmt::format(" of the project file {}", file.string()));
     } catch (const RaisedError& failure) {
         throw ProjectFailure{Status::Unreadable, failure};
     }
@@ -25,9 +19,7 @@ SizedProject::SizedProject(const std::filesystem::path& file, const SharedCatalo
 
 void SizedProject::Size(const DesignLimits& limits) {
     try {
-        if (!m_document.HasLoads()) {
-            throw RaisedError(0, "", kNothingToSize);
-        }
+        RequireLoads(LoadProfile());
         m_document.Designer().TakeLimits(limits);
         m_document.Size();
     } catch (const RaisedError& failure) {

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Kilo.h"
 #include "NumberText.h"
 #include "RejectionReasons.h"
 #include "StringTable.h"
@@ -34,7 +35,7 @@ std::string Percent(double figure) {
 }
 
 std::string Kilo(double figure) {
-    return RenderFixed(figure / 1000.0, 1);
+    return RenderFixed(figure / kPerKilo, 1);
 }
 
 std::string Limit(bool enabled, std::int32_t percent) {

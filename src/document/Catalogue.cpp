@@ -7,6 +7,7 @@
 
 #include "CPwrSys.h"
 #include "RaisedError.h"
+#include "Sizable.h"
 
 namespace genvara {
 namespace {
@@ -94,9 +95,7 @@ std::optional<std::int32_t> Catalogue::PhasesOf(std::int32_t connectCode) {
 }
 
 void Catalogue::FollowConnection(CPwrSys& site) {
-    if (const auto phases = PhasesOf(site.ConnectCode())) {
-        site.Phases(*phases);
-    }
+    genvara::FollowConnection(site, [this](std::int32_t code) { return PhasesOf(code); });
 }
 
 }  // namespace genvara

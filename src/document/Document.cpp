@@ -14,8 +14,6 @@
 namespace genvara {
 namespace {
 
-constexpr std::int32_t kCountRiseDuties = 5;  // codes from 0
-
 std::string_view RemedyFor(const RunCulprit& culprit) {
     if (culprit.set) {
         return "Such a set can only be corrected in the catalogue.";
@@ -130,8 +128,9 @@ void Document::FollowConnection() {
     m_catalogue->FollowConnection(m_powerSystem);
 }
 
-bool Document::KnowsConnection() const {
-    return m_catalogue->PhasesOf(m_powerSystem.ConnectCode()).has_value();
+void Document::RequireConnection(std::string_view whose) const {
+    genvara::RequireConnection(
+        m_powerSystem, [this](std::int32_t code) { return m_catalogue->PhasesOf(code); }, whose);
 }
 
 std::vector<UnofferedChoice> Document::UnofferedChoices() const {
@@ -149,16 +148,13 @@ std::vector<UnofferedChoice> Document::UnofferedChoices() const {
          [this](std::int32_t volts) { return std::ranges::count(m_catalogue->VoltagesLL(), volts) > 0; });
     look(SiteChoice::Connection, site.ConnectCode(),
          [this](std::int32_t code) { return m_catalogue->PhasesOf(code).has_value(); });
-    look(SiteChoice::Frequency, site.Freq(), [](std::int32_t hertz) { return hertz == 50 || hertz == 60; });
-    look(SiteChoice::Fuel, site.Fuel(),
-         [](std::int32_t code) { return code >= fuel::kAny && code <= fuel::kGasoline; });
-    look(SiteChoice::RiseDuty, site.RiseDutyCode(),
-         [](std::int32_t code) { return code >= 0 && code < kCountRiseDuties; });
+    const auto hasRow = [](const auto& table) {
+        return [&table](std::int32_t code) { return FindRow(table, code) != nullptr; };
+    };
+    look(SiteChoice::Frequency, site.Freq(), hasRow(kFrequencies));
+    look(SiteChoice::Fuel, site.Fuel(), hasRow(kFuels));
+    look(SiteChoice::RiseDuty, site.RiseDutyCode(), hasRow(kRiseDuties));
     return unoffered;
-}
-
-bool Document::HasLoads() const {
-    return m_loadProfile.NumLoadSteps() > 0 && m_loadProfile.LoadStep(1).NumLoads() > 0;
 }
 
 void Document::Size() {

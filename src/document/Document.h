@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "CDefaults.h"
@@ -20,6 +21,7 @@
 #include "ReportFiller.h"
 #include "RunCulprit.h"
 #include "SiteChoice.h"
+#include "Sizable.h"
 #include "UndoHistory.h"
 
 namespace genvara {
@@ -144,16 +146,16 @@ class Document {
     /// Gives the site the phases of its connection; one that the catalogue does not know leaves them.
     /// @throws RaisedError of `Catalogue::FollowConnection`.
     void FollowConnection();
-    /// Whether the catalogue knows the site's connection.
-    /// @throws RaisedError of `Catalogue::Connections`.
-    [[nodiscard]] bool KnowsConnection() const;
+    /// Makes sure that the catalogue knows the site's connection.
+    /// @throws RaisedError of `genvara::RequireConnection`, or of `Catalogue::Connections`.
+    void RequireConnection(std::string_view whose) const;
 
     /// The site's choices that no list offers, in the order of `SiteChoice`. A list that the catalogue cannot
     /// give offers everything.
     [[nodiscard]] std::vector<UnofferedChoice> UnofferedChoices() const;
 
-    /// Whether there is anything to size: only the first step counts, later ones may be empty.
-    [[nodiscard]] bool HasLoads() const;
+    /// Whether there is anything to size.
+    [[nodiscard]] bool HasLoads() const { return genvara::HasLoads(m_loadProfile); }
 
     /// Runs the design; its results stay with the designer.
     /// @throws RaisedError of the run; the results are then those of the run before.
@@ -201,8 +203,5 @@ class Document {
     bool m_changing = false;
     bool m_touched = false;
 };
-
-/// Sentence for a document without anything to size.
-inline constexpr const char* kNothingToSize = "At least one load and load step must be entered.";
 
 }  // namespace genvara

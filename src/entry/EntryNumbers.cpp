@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "CodePage.h"
+#include "Kilo.h"
 #include "LanguageErrors.h"
 #include "NumberText.h"
 
@@ -17,7 +18,6 @@ namespace genvara {
 namespace {
 
 constexpr std::string_view kSource = "EntryNumbers";
-constexpr double kPerKilo = 1000.0;
 /// Largest difference between a number and the integer that it counts as.
 constexpr double kWholeTolerance = 1e-6;
 

@@ -2,10 +2,11 @@
 
 #include <fmt/format.h>
 
+#include "Kilo.h"
+
 namespace genvara {
 namespace {
 
-constexpr double kPerKilo = 1000.0;
 constexpr int kDecimals = 2;
 
 /// "37.50 kW, 41.67 kVA (3 × 12.50, 13.89)".

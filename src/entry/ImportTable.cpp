@@ -7,6 +7,7 @@
 #include <tuple>
 #include <utility>
 
+#include "Kilo.h"
 #include "TableChoices.h"
 #include "TableLoads.h"
 #include "TableText.h"
@@ -14,7 +15,6 @@
 namespace genvara {
 namespace {
 
-constexpr double kPerKilo = 1000.0;
 constexpr std::size_t kMostFaults = 1000;
 
 ImportedFigures FiguresOf(const Load& load) {

@@ -5,6 +5,7 @@
 #include <limits>
 #include <string>
 
+#include "Kilo.h"
 #include "Properties.h"
 
 namespace genvara {
@@ -16,7 +17,6 @@ struct UnitRow {
     std::string_view entered;  ///< with its leading blank
     double perEntered = 1.0;   ///< units of the model in one
 };
-constexpr double kPerKilo = 1000.0;
 constexpr std::array<UnitRow, 9> kUnits{{{"W", " kW", kPerKilo},
                                          {"VA", " kVA", kPerKilo},
                                          {"hp", " HP"},

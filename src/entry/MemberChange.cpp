@@ -10,6 +10,7 @@
 #include "ChargerEntry.h"
 #include "EntryNumbers.h"
 #include "InputTypes.h"
+#include "Kilo.h"
 #include "LightEntry.h"
 #include "LinearPower.h"
 #include "LoadKinds.h"
@@ -18,8 +19,6 @@
 
 namespace genvara {
 namespace {
-
-constexpr double kPerKilo = 1000.0;
 
 /// The signs of files and paths, whatever the user's locale.
 EntryNumbers PlainNumbers() {
@@ -337,9 +336,7 @@ void Change(const BoundProperty<CPwrSys>& target, const PropertyValue& value, co
     target.property->set(*target.record, value);
     const std::string_view name = target.property->facts.name;
     if (name == "Voltage" || name == "ConnectCode") {
-        if (const auto phases = rules.phasesOf(target.record->ConnectCode())) {
-            target.record->Phases(*phases);
-        }
+        FollowConnection(*target.record, rules.phasesOf);
     }
 }
 

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <cstdint>
-#include <functional>
-#include <optional>
-
 #include "MotorCalculator.h"
 #include "Paths.h"
+#include "Sizable.h"
 
 /// Changes of members that act like the same change in the entry forms: what a form works out anew is worked
 /// out anew, and nothing else.
@@ -14,8 +11,7 @@ namespace genvara {
 /// What changes of members are worked out by.
 struct EntryRules {
     MotorTables motors;
-    /// Phases of a connection; none for one that the catalogue does not have.
-    std::function<std::optional<std::int32_t>(std::int32_t connectCode)> phasesOf;
+    PhasesOfConnection phasesOf;
 };
 
 /// Changes a member and what its form works out from it:

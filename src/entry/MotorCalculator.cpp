@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "Kilo.h"
 #include "LanguageErrors.h"
 #include "MotorPower.h"
 #include "NumberText.h"
@@ -17,7 +18,6 @@ namespace {
 constexpr double kUnloadedFactor = 0.65;
 /// Root of 3 as the click on the three-phase button has it; elsewhere the root itself is taken.
 constexpr double kRootOfThree = 1.73205;
-constexpr double kPerKilo = 1000.0;
 constexpr std::int32_t kNoIndex = -1;
 constexpr std::int32_t kSolidStateIndex = starting_method::kSolidState - 1;
 

@@ -1,7 +1,6 @@
 #include "ProfileClip.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "CDefaults.h"
@@ -15,14 +14,10 @@
 namespace genvara {
 namespace {
 
-constexpr double kPerKilo = 1000.0;
 constexpr int kDecimals = 3;
 constexpr std::int32_t kAnyDip = kStepVoltageDip.least;  // of a step that only carries loads
 constexpr std::string_view kHeading =
     "Step\tKind\tName\tDescription\tQuantity\tPhases\tRunning kW\tRunning kVA\tStarting kW\tStarting kVA\n";
-
-/// Connections by their code.
-constexpr std::array<std::string_view, 4> kPhases{"3", "A", "B", "C"};
 
 /// The records that a clip needs to be a project.
 struct ClipRecords {
@@ -40,20 +35,15 @@ std::string Cell(std::string text) {
     return text + "\t";
 }
 
-std::string PowerCell(const Load& load, PowerKind kind, const EntryNumbers& numbers) {
-    const PowerFigure figure = FigureOf(load, kind);
-    return figure.power ? numbers.Fixed(*figure.power / kPerKilo, kDecimals) : "?";
-}
-
 std::string Row(const CLoadStep& step, const Load& load, const EntryNumbers& numbers) {
     std::string row = Cell(step.Description());
     row += Cell(std::string(FindLoadKindRow(load.LoadType())->name));
     row += Cell(load.name());
     row += Cell(load.Description());
     row += Cell(std::to_string(load.Quantity()));
-    row += kPhases.at(static_cast<std::size_t>(load.Phases()));
+    row += PhasesText(load);
     for (const PowerKind kind : kPowerKinds) {
-        row += "\t" + PowerCell(load, kind, numbers);
+        row += "\t" + PowerText(FigureOf(load, kind), kDecimals, numbers);
     }
     return row + "\n";
 }

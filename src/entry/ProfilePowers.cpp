@@ -5,6 +5,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "Kilo.h"
 #include "LanguageErrors.h"
 #include "RaisedError.h"
 
@@ -13,6 +14,8 @@ namespace {
 
 constexpr const char* kSource = "ProfilePowers";
 constexpr std::int32_t kNotGiven = 5;
+/// Connections by their code.
+constexpr std::array<const char*, 4> kPhases{"3", "A", "B", "C"};
 
 using LoadMember = double (Load::*)() const;
 using StepMember = double (CLoadStep::*)(std::int32_t) const;
@@ -135,6 +138,14 @@ PowerFigure FigureOf(const CLoadProfile& profile, PowerKind kind) {
     } catch (const RaisedError& failure) {
         return {.power = std::nullopt, .why = WhyNot(profile, kind).value_or(failure.Description())};
     }
+}
+
+std::string PowerText(const PowerFigure& figure, int decimals, const EntryNumbers& numbers) {
+    return figure.power ? numbers.Fixed(*figure.power / kPerKilo, decimals) : "?";
+}
+
+std::string PhasesText(const Load& load) {
+    return kPhases.at(static_cast<std::size_t>(load.Phases()));
 }
 
 std::optional<LargestStart> LargestStartOf(const CLoadProfile& profile, const CPwrSys& site) {

@@ -7,6 +7,7 @@
 
 #include "CLoadProfile.h"
 #include "CPwrSys.h"
+#include "EntryNumbers.h"
 
 /// What a load profile draws, row by row, for those who look at it: a figure that cannot be worked out is a
 /// sentence and never a failure.
@@ -29,6 +30,12 @@ struct PowerFigure {
 /// Of all steps together. An apparent power is the root of the squares of what the steps' real and imaginary
 /// powers add up to, as the run has it.
 [[nodiscard]] PowerFigure FigureOf(const CLoadProfile& profile, PowerKind kind);
+
+/// A figure in kW or kVA with so many decimals; "?" for one that cannot be worked out.
+[[nodiscard]] std::string PowerText(const PowerFigure& figure, int decimals, const EntryNumbers& numbers);
+
+/// What a load is connected to: "3" for all three phases, or "A", "B", "C".
+[[nodiscard]] std::string PhasesText(const Load& load);
 
 /// The load whose units draw most when they start together.
 struct LargestStart {

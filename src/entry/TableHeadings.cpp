@@ -5,6 +5,7 @@
 #include <cctype>
 #include <utility>
 
+#include "Kilo.h"
 #include "NearestNames.h"
 #include "Properties.h"
 #include "TableFields.h"
@@ -12,7 +13,6 @@
 namespace genvara {
 namespace {
 
-constexpr double kPerKilo = 1000.0;
 constexpr double kPercents = 100.0;
 /// W of a mechanical horsepower: 550 foot-pounds a second.
 constexpr double kWattsPerHorsepower = 745.69987158227022;

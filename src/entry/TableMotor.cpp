@@ -7,13 +7,13 @@
 #include <optional>
 #include <string>
 
+#include "Kilo.h"
 #include "MotorCalculator.h"
 #include "NumberText.h"
 
 namespace genvara {
 namespace {
 
-constexpr double kPerKilo = 1000.0;
 constexpr std::int32_t kOpenedLimit = 300;  // percent, of a form that is opened for a new motor
 
 constexpr std::string_view kHorsepower = "HP";

@@ -12,9 +12,6 @@
 
 namespace genvara {
 
-/// Most steps of a project, which the load profile panel sees to.
-inline constexpr std::int32_t kMostLoadSteps = 256;
-
 /// A step that a table adds to a project, behind its last one.
 struct NewStep {
     std::string description;

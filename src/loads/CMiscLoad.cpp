@@ -1,12 +1,13 @@
 #include "CMiscLoad.h"
 
+#include "Kilo.h"
 #include "LinearPower.h"
 #include "RangeCheck.h"
 
 namespace genvara {
 
 std::string CMiscLoad::Summary() const {
-    return RenderFixed(m_runningRealPower / 1000.0, 2) + " kW misc. load";
+    return RenderFixed(m_runningRealPower / kPerKilo, 2) + " kW misc. load";
 }
 
 void CMiscLoad::RunningRealPower(double watts) {

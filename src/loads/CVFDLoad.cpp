@@ -1,6 +1,7 @@
 #include "CVFDLoad.h"
 
 #include "CMtrLoad.h"
+#include "Kilo.h"
 #include "LinearPower.h"
 #include "RangeCheck.h"
 
@@ -36,7 +37,7 @@ void CVFDLoad::KVALimit(std::int32_t percent) {
 double CVFDLoad::RunningRealPower() const {
     constexpr std::string_view kMember = "CVFDLoad::RunningRealPower";
     const double motorKW = InterpolateXY(m_mtrRating, m_motors->MotorHP, m_motors->MotorRunningKW, kMember);
-    return Finite(motorKW / (m_efficiency / 100.0) * 1000.0, kMember);
+    return Finite(motorKW / (m_efficiency / 100.0) * kPerKilo, kMember);
 }
 
 double CVFDLoad::RunningAppPower() const {

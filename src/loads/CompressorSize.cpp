@@ -3,13 +3,12 @@
 #include <algorithm>
 
 #include "CMtrLoad.h"
+#include "Kilo.h"
 #include "mdlConvert.h"
 #include "mdlUtility.h"
 
 namespace genvara {
 namespace {
-
-constexpr double kWattsPerKilowatt = 1000.0;
 
 double HorsepowerOf(const CAirCondLoad& load) {
     switch (load.DataEntryMethod()) {
@@ -32,9 +31,9 @@ void RebuildCompressorPowers(CAirCondLoad& load, const MotorConversions& motors)
     const double horsepower = HorsepowerOf(load);
     const double kW = InterpolateXY(horsepower, motors.MotorHP, motors.MotorRunningKW);
     const double kVA = InterpolateXY(kW, motors.MotorRunningKW, motors.MotorRunningKVA);
-    load.RunningRealPower(kW * kWattsPerKilowatt);
-    load.RunningAppPower(kVA * kWattsPerKilowatt);
-    load.StartingAppPower(horsepower * LockedRotorKVAPerHP(horsepower) * kWattsPerKilowatt);
+    load.RunningRealPower(kW * kPerKilo);
+    load.RunningAppPower(kVA * kPerKilo);
+    load.StartingAppPower(horsepower * LockedRotorKVAPerHP(horsepower) * kPerKilo);
     load.StartingPF(InterpolateXY(horsepower, motors.MotorHP, motors.MotorStartPF));
 }
 

@@ -4,13 +4,12 @@
 
 #include "CAirCondLoad.h"
 #include "CompressorSize.h"
+#include "Kilo.h"
 #include "LanguageErrors.h"
 #include "mdlUtility.h"
 
 namespace genvara {
 namespace {
-
-constexpr double kPerKilo = 1000.0;
 
 double FromKilo(double kilo, std::string_view member) {
     return Finite(kilo * kPerKilo, member);

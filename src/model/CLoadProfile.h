@@ -11,6 +11,10 @@
 
 namespace genvara {
 
+/// Most steps that are entered into a profile. The profile itself takes more, as those of a file: panels and
+/// imports see to it.
+inline constexpr std::int32_t kMostLoadSteps = 256;
+
 /// The load steps in the order in which they are switched on, at positions from 1.
 ///
 /// A step's ID stays when its position moves, and is never given twice in the life of the profile. A copy

@@ -17,7 +17,6 @@ namespace genvara {
 namespace {
 
 constexpr std::int32_t kNoMedicalDip = 100;  // percent
-constexpr std::int32_t kAutotransformerTap65 = 3;
 
 /// One unit's share of a figure on a phase: a balanced load puts a third on each.
 double Share(const Load& load, double figure, std::int32_t phase) {
@@ -241,7 +240,7 @@ bool CLoadStep::HasMedicalImageLoad() const {
 
 bool CLoadStep::HasLoadedMotorWithTap65() const {
     return HasMotor(*this, [](const CMtrLoad& motor) {
-        return motor.StartingMethod() == kAutotransformerTap65 && motor.StartsLoaded();
+        return motor.StartingMethod() == starting_method::kAutotransformer65 && motor.StartsLoaded();
     });
 }
 

@@ -46,6 +46,9 @@ enum class ReadResult : std::uint8_t {
     Incompatible,  ///< no project of a compatible version; nothing was changed
 };
 
+/// What is told of a file that `Incompatible` was the answer to.
+[[nodiscard]] std::string WhyIncompatible(const std::filesystem::path& file);
+
 /// Fills a model from a project file of either format. What of a `.prj` cannot be read is passed over, and
 /// the observer told; a JSON project with a fault is not read at all.
 /// @throws RaisedError 53 for a missing file, else the system's number, from "frmMain::ReadProjectFile",

@@ -226,6 +226,10 @@ class ProjectReader {
 
 }  // namespace
 
+std::string WhyIncompatible(const std::filesystem::path& file) {
+    return fmt::format("{} is no project file of a compatible version.", file.string());
+}
+
 ReadResult ReadProject(ByteSource& source, const ProjectModel& model, ProjectReadObserver& observer) {
     return ProjectReader(source, model, observer).Read();
 }

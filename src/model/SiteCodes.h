@@ -60,6 +60,14 @@ inline constexpr ConnectionTreatment kOtherConnection{0, DistortionModel::None, 
 /// What is said beside a harmonic limit that nothing can be held against.
 inline constexpr std::string_view kNoDistortionFigures = "no distortion figures for this connection";
 
+/// A frequency for which catalogues have sets.
+struct FrequencyRow {
+    std::int32_t code;  ///< the frequency itself [Hz]
+};
+
+/// In the order in which they are offered.
+inline constexpr std::array<FrequencyRow, 2> kFrequencies{{{60}, {50}}};
+
 /// A fuel.
 struct FuelRow {
     std::int32_t code;

@@ -1,10 +1,12 @@
-#include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
 #include <pybind11/stl.h>
+
+#include <algorithm>
 
 #include "Bindings.h"
 #include "CatalogueBuilder.h"
 #include "CatalogueChecker.h"
+#include "CatalogueTable.h"
 #include "GensetSchema.h"
 #include "PythonCatalogue.h"
 
@@ -21,18 +23,18 @@ std::vector<std::string> TableNames() {
     return names;
 }
 
-py::object ValueAt(const SQLite::Column& column) {
-    if (column.isInteger()) {
-        return py::int_(column.getInt64());
+py::object ValueOf(const StoredField& field) {
+    if (const auto* whole = std::get_if<std::int64_t>(&field)) {
+        return py::int_(*whole);
     }
-    if (column.isFloat()) {
-        return py::float_(column.getDouble());
+    if (const auto* real = std::get_if<double>(&field)) {
+        return py::float_(*real);
     }
-    if (column.isText()) {
-        return py::str(column.getString());
+    if (const auto* text = std::get_if<std::string>(&field)) {
+        return py::str(*text);
     }
-    if (column.isBlob()) {
-        return py::bytes(column.getString());
+    if (const auto* stored = std::get_if<StoredBytes>(&field)) {
+        return py::bytes(stored->bytes);
     }
     return py::none();
 }
@@ -44,21 +46,16 @@ py::list RowsOf(const PythonCatalogue& catalogue, const std::string& name) {
         throw py::key_error(
             fmt::format("There is no table \"{}\"; the tables are {}.", name, fmt::join(names, ", ")));
     }
-    try {
-        const SQLite::Database database(catalogue.File(), SQLite::OPEN_READONLY);
-        SQLite::Statement query(database, fmt::format("SELECT * FROM [{}]", name));
-        py::list rows;
-        while (query.executeStep()) {
-            py::dict row;
-            for (int i = 0; i < query.getColumnCount(); ++i) {
-                row[query.getColumnName(i)] = ValueAt(query.getColumn(i));
-            }
-            rows.append(row);
+    const CatalogueTable table = ReadCatalogueTable(catalogue.File(), name);
+    py::list rows;
+    for (const std::vector<StoredField>& fields : table.rows) {
+        py::dict row;
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            row[py::str(table.columns[i])] = ValueOf(fields[i]);
         }
-        return rows;
-    } catch (const SQLite::Exception& failure) {
-        throw RaisedError(failure.getErrorCode(), "GensetDatabase", failure.what());
+        rows.append(row);
     }
+    return rows;
 }
 
 /// A hash of the file: a copy of the catalogue elsewhere has to be of the same one.

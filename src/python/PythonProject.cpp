@@ -66,8 +66,7 @@ PythonProject::PythonProject(std::shared_ptr<PythonCatalogue> catalogue)
 void PythonProject::Read(const std::filesystem::path& file) {
     ReadNotes observer(m_format, m_skipped);
     if (ReadProjectFile(file, Model(), observer) == ReadResult::Incompatible) {
-        throw RaisedError(0, "frmMain::ReadProjectFile",
-                          fmt::format("{} is no project file of a compatible version.", file.string()));
+        throw RaisedError(0, "frmMain::ReadProjectFile", WhyIncompatible(file));
     }
     m_catalogue->Data().FollowConnection(m_powerSystem);
 }

@@ -48,14 +48,8 @@ SizingResult::SizingResult(const PythonProject& project, std::shared_ptr<PythonC
             ProfileWith(motors, project.LoadProfile(), project.PowerSystem().Voltage());
     }
     m_document.FollowConnection();
-    if (!m_document.KnowsConnection()) {
-        throw RaisedError(0, "",
-                          fmt::format("The connection code {} of the project is not in the genset database.",
-                                      m_document.PowerSystem().ConnectCode()));
-    }
-    if (!m_document.HasLoads()) {
-        throw RaisedError(0, "", kNothingToSize);
-    }
+    m_document.RequireConnection(" of the project");
+    RequireLoads(m_document.LoadProfile());
     m_document.Designer().TakeLimits(limits);
 }
 
@@ -81,9 +75,7 @@ void SizingResult::Fill(CReports& reports, ReportedList list, std::int32_t index
     const ReportSources sources = m_document.Sources(metric);
     if (list == ReportedList::Undersized) {
         RequireIndex(index, Designer().NumRejectedSets(), "undersized");
-        // As in the panel just after a run: it has shown the first recommended set, if there was one.
-        reports.Data().CalcVTHD = Designer().NumChosenSets() == 0 || Designer().VTHD_CalcsValid();
-        FillRejectedSet(reports, sources, index);
+        FillRejectedSetAfterRun(reports, sources, index);
         return;
     }
     RequireIndex(index, Designer().NumChosenSets(), "recommended");

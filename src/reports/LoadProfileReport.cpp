@@ -6,6 +6,7 @@
 #include "CMtrLoad.h"
 #include "CReports.h"
 #include "FailureRegion.h"
+#include "Kilo.h"
 #include "LanguageErrors.h"
 #include "NumberText.h"
 #include "RaisedError.h"
@@ -19,7 +20,6 @@ namespace {
 
 constexpr std::string_view kTextFace = "Times New Roman";
 constexpr std::int32_t kTextSize = 10;  // points
-constexpr double kPerKilo = 1000.0;
 
 /// The ten columns; the first begins at the margin.
 constexpr std::array<TabStop, 9> kColumns{{{907, kLeftTab},

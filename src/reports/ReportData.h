@@ -49,6 +49,8 @@ struct ReportData {
     DateTime CreatedDate{1998, 2, 14, 0, 0, 0};
     DateTime ModifiedDate{1998, 2, 14, 0, 0, 0};
     std::int32_t RejectionReason = 0;
+    /// Whether the harmonic figures are valid. An undersized set does not set it: what the recommended set
+    /// before it left stays, on purpose.
     bool CalcVTHD = true;
 };
 

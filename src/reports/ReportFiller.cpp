@@ -72,4 +72,9 @@ void FillRejectedSet(CReports& reports, const ReportSources& sources, std::int32
     FillSet(reports, sources.designer.RejectedSets()[static_cast<std::size_t>(index)]);
 }
 
+void FillRejectedSetAfterRun(CReports& reports, const ReportSources& sources, std::int32_t index) {
+    reports.Data().CalcVTHD = sources.designer.NumChosenSets() == 0 || sources.designer.VTHD_CalcsValid();
+    FillRejectedSet(reports, sources, index);
+}
+
 }  // namespace genvara

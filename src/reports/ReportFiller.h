@@ -29,4 +29,9 @@ void FillChosenSet(CReports& reports, const ReportSources& sources, std::int32_t
 /// @throws RaisedError 9 for a position beyond the list.
 void FillRejectedSet(CReports& reports, const ReportSources& sources, std::int32_t index);
 
+/// The same as the window has it just after a run, when its panel has shown the first recommended set, if
+/// there is one, and nothing else.
+/// @throws RaisedError 9 for a position beyond the list.
+void FillRejectedSetAfterRun(CReports& reports, const ReportSources& sources, std::int32_t index);
+
 }  // namespace genvara

@@ -7,14 +7,13 @@
 #include <utility>
 
 #include "CMtrLoad.h"
+#include "Kilo.h"
 #include "NumberText.h"
 #include "RaisedError.h"
 #include "mdlUtility.h"
 
 namespace genvara {
 namespace {
-
-constexpr double kWattsPerKilowatt = 1000.0;
 
 struct Column {
     std::string_view name;
@@ -51,12 +50,12 @@ class EndsCheck {
 
     void CheckLargestMotor() {
         const double kW = At(kMostMotorHP, m_tables->MotorHP, m_tables->MotorRunningKW);
-        if (kW * kWattsPerKilowatt > motor_limits::kRunningRealPower.greatest) {
+        if (kW * kPerKilo > motor_limits::kRunningRealPower.greatest) {
             Last("RunningKW",
                  fmt::format("takes 1000 hp to {} kW, above the 798 of a motor", RenderFixed(kW, 3)));
         }
         const double kVA = At(kW, m_tables->MotorRunningKW, m_tables->MotorRunningKVA);
-        if (kVA * kWattsPerKilowatt > motor_limits::kRunningAppPower.greatest) {
+        if (kVA * kPerKilo > motor_limits::kRunningAppPower.greatest) {
             Last("RunningKVA",
                  fmt::format("takes 1000 hp to {} kVA, above the 887 of a motor", RenderFixed(kVA, 3)));
         }
@@ -79,7 +78,7 @@ class EndsCheck {
                 "RunningKVA",
                 fmt::format("rises so steeply that a motor saved with 798 kW would reopen with {} kVA, above "
                             "the 887 of a motor",
-                            RenderFixed(voltAmperes / kWattsPerKilowatt, 3)));
+                            RenderFixed(voltAmperes / kPerKilo, 3)));
         }
     }
 

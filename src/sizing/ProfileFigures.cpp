@@ -4,12 +4,11 @@
 #include <cstddef>
 #include <functional>
 
+#include "Kilo.h"
 #include "LanguageErrors.h"
 
 namespace genvara {
 namespace {
-
-constexpr double kWattsPerKilowatt = 1000.0;
 
 // Allowed dips of delicate starts [percent].
 constexpr std::int32_t kFirePumpDip = 15;
@@ -28,7 +27,7 @@ std::int32_t BaseDip(const CLoadStep& step) {
 }
 
 double Kilo(double figure) {
-    return figure / kWattsPerKilowatt;
+    return figure / kPerKilo;
 }
 
 /// The two sums of a figure that stands.

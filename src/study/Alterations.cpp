@@ -148,9 +148,9 @@ class Gatherer {
     }
 
     void Fuels() {
-        for (std::int32_t code = fuel::kDiesel; code <= fuel::kGasoline; ++code) {
-            if (code != m_project->powerSystem.Fuel()) {
-                Add(AdviceKind::Fuel, "PowerSystem.Fuel", code);
+        for (const FuelRow& row : kFuels) {
+            if (row.code != fuel::kAny && row.code != m_project->powerSystem.Fuel()) {
+                Add(AdviceKind::Fuel, "PowerSystem.Fuel", row.code);
             }
         }
     }

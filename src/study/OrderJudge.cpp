@@ -80,8 +80,7 @@ std::optional<double> OrderJudge::Total(const ProfileFigures& figures) {
     try {
         const SearchAnswer answer =
             m_search.Find(m_candidates, *m_site, figures, m_project->limits, DesignSearch::Goal::First);
-        return answer.first ? std::optional(answer.nominalRating * m_site->GensetsInParallel())
-                            : std::nullopt;
+        return answer.first ? std::optional(TotalRating(answer.nominalRating, *m_site)) : std::nullopt;
     } catch (const RaisedError&) {
         return std::nullopt;  // an order whose run fails is none
     }

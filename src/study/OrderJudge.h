@@ -34,7 +34,7 @@ class OrderJudge {
     /// The candidates, in the order of the catalogue.
     [[nodiscard]] const std::vector<Candidate>& Sets() const noexcept { return m_prepared.Sets(); }
     [[nodiscard]] double TotalOf(std::uint32_t candidate) const {
-        return Sets()[candidate].nominalRating * m_site->GensetsInParallel();
+        return TotalRating(Sets()[candidate].nominalRating, *m_site);
     }
     [[nodiscard]] CatalogueRow RowOf(std::uint32_t candidate) const;
 

@@ -9,6 +9,7 @@
 #include <tuple>
 #include <utility>
 
+#include "AxisTicks.h"
 #include "InOrder.h"
 #include "NumberText.h"
 #include "VariedProject.h"
@@ -20,6 +21,9 @@ constexpr double kMostCounted = 1e18;
 /// A step that misses TO by less than this share of itself hits it.
 constexpr double kHit = 1e-9;
 constexpr double kBoundsPerStep = 1000.0;
+/// Values of a range that nobody has entered yet, and how many times the present one its bound may be.
+constexpr int kAboutPoints = 21;
+constexpr double kFarAway = 50.0;
 /// What figures are written with.
 constexpr std::string_view kFigures = "0123456789.+-";
 
@@ -233,6 +237,25 @@ class BreakFinder {
 };
 
 }  // namespace
+
+SweepRange FirstRange(const PropertyFacts& facts, double now) {
+    const Bounds& bounds = facts.Enterable();
+    double least = bounds.least.value_or(now / 2);
+    double most = bounds.greatest.value_or(now * 2);
+    if (now > 0.0 && most > now * kFarAway) {
+        most = now * 2;
+        least = std::max(least, now / 2);
+    }
+    const AxisTicks ticks = TicksOver(least, most > least ? most : least + 1.0, kAboutPoints);
+    double by = ticks.values.size() > 1 ? ticks.values[1] - ticks.values[0] : 1.0;
+    if (facts.type == PropertyType::Whole) {
+        by = std::max(1.0, std::round(by));
+    }
+    const double from = bounds.least && ticks.least < *bounds.least ? *bounds.least : ticks.least;
+    const double to =
+        bounds.greatest && ticks.greatest > *bounds.greatest ? *bounds.greatest : ticks.greatest;
+    return {.from = bounds.aboveLeast && from <= *bounds.least ? from + by : from, .to = to, .by = by};
+}
 
 double SweepRange::Count() const noexcept {
     return std::min(std::floor((to - from) / by + kHit) + 1.0, kMostCounted);

@@ -25,6 +25,10 @@ struct SweepRange {
     [[nodiscard]] double At(std::int64_t index) const;
 };
 
+/// What one would ask first of a numeric member, at about twenty round values: all that may be entered, or
+/// half to double of what stands there, where there is no bound or one far beyond that.
+[[nodiscard]] SweepRange FirstRange(const PropertyFacts& facts, double now);
+
 /// One member with the values that it takes.
 struct SweepAxis {
     std::string path;

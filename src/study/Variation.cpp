@@ -25,8 +25,6 @@ class FirstSkipped final : public ProjectReadObserver {
     std::optional<SkippedItem> m_item;
 };
 
-/// As a document without anything to size has it.
-constexpr const char* kNoLoads = "At least one load and load step must be entered.";
 constexpr std::string_view kName = "the changed project";
 
 void ReadRecords(const ProjectView& from, const DateTime& savedAt, const ProjectModel& into) {
@@ -80,9 +78,7 @@ void ReopenInto(const StudyProject& project, const EntryRules& rules, StudyProje
     } else {
         ReadRecords(from, project.project.LastModified(), into);
     }
-    if (const auto phases = rules.phasesOf(opened.powerSystem.ConnectCode())) {
-        opened.powerSystem.Phases(*phases);
-    }
+    FollowConnection(opened.powerSystem, rules.phasesOf);
 }
 
 StudyProject Changed(const StudyProject& project, std::span<const MemberValue> changes,
@@ -94,6 +90,10 @@ StudyProject Changed(const StudyProject& project, std::span<const MemberValue> c
     return Reopened(changed, rules);
 }
 
+double TotalRating(double nominalRating, const CPwrSys& site) noexcept {
+    return nominalRating * site.GensetsInParallel();
+}
+
 bool Sizing::IsSameRow(const Sizing& other) const noexcept {
     if (!set || !other.set) {
         return set.has_value() == other.set.has_value();
@@ -102,15 +102,8 @@ bool Sizing::IsSameRow(const Sizing& other) const noexcept {
 }
 
 void RequireSizable(const StudyProject& project, const EntryRules& rules) {
-    const std::int32_t connection = project.powerSystem.ConnectCode();
-    if (!rules.phasesOf(connection)) {
-        throw RaisedError(0, "",
-                          fmt::format("The connection code {} is not in the genset database.", connection));
-    }
-    const CLoadProfile& profile = project.loadProfile;
-    if (profile.NumLoadSteps() == 0 || profile.LoadStep(1).NumLoads() == 0) {
-        throw RaisedError(0, "", kNoLoads);
-    }
+    RequireConnection(project.powerSystem, rules.phasesOf);
+    RequireLoads(project.loadProfile);
 }
 
 Sizing ProjectSizer::Size(const StudyProject& project, DesignSearch::Goal goal) {
@@ -125,7 +118,8 @@ Sizing ProjectSizer::Size(const StudyProject& project, DesignSearch::Goal goal) 
     if (answer.first) {
         sizing.row = *answer.first;
         sizing.set = m_search.RecordAt(*answer.first);
-        sizing.total = answer.nominalRating * site.GensetsInParallel();
+        sizing.sets = site.GensetsInParallel();
+        sizing.total = TotalRating(answer.nominalRating, site);
         sizing.tightest = answer.tightest;
     }
     sizing.numChosenSets = answer.numChosenSets;

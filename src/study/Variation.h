@@ -61,11 +61,15 @@ void ReopenInto(const StudyProject& project, const EntryRules& rules, StudyProje
 /// @throws RaisedError 0 with a sentence.
 void RequireSizable(const StudyProject& project, const EntryRules& rules);
 
+/// Nominal rating [kW] of all sets of a site in parallel, from that of one.
+[[nodiscard]] double TotalRating(double nominalRating, const CPwrSys& site) noexcept;
+
 /// What sizing a project comes to.
 struct Sizing {
     std::optional<ChosenSet> set;      ///< the first recommended one
     std::optional<Tightest> tightest;  ///< of that set
-    double total = 0.0;                ///< nominal rating of all sets in parallel [kW]
+    std::int32_t sets = 1;             ///< in parallel
+    double total = 0.0;                ///< nominal rating of all of them [kW]
     std::int32_t numChosenSets = 0;    ///< as listed; 1 at most where the first alone was asked for
     SiteFilter filter{};               ///< whose candidates there were
     std::size_t row = 0;               ///< position of the set among them

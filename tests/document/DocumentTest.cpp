@@ -82,7 +82,7 @@ TEST_F(DocumentTest, ComesBackFromItsFileWithThePhasesOfItsConnection) {
     Document other(defaults, *catalogue);
     EXPECT_EQ(other.Read(folder / "a.prj", order), ReadResult::Done);
     EXPECT_EQ(other.PowerSystem().Phases(), 1);
-    EXPECT_TRUE(other.KnowsConnection());
+    EXPECT_NO_THROW(other.RequireConnection(""));
     EXPECT_EQ(other.LoadProfile().LoadStep(1).TotalRunningRealPower(0), 1234.5);
     EXPECT_EQ(other.ProjectFile(), "");  // the caller names it
     EXPECT_EQ(other.Project().LastModified(), now);
@@ -95,7 +95,8 @@ TEST_F(DocumentTest, KeepsItsPhasesForAConnectionThatTheCatalogueLacks) {
     document->PowerSystem().ConnectCode(9);
     document->FollowConnection();
     EXPECT_EQ(document->PowerSystem().Phases(), 1);
-    EXPECT_FALSE(document->KnowsConnection());
+    EXPECT_THAT([&] { document->RequireConnection(" of the site"); },
+                Raises(0, "", "The connection code 9 of the site is not in the genset database."));
 }
 
 TEST_F(DocumentTest, IsReadWithoutAListOfConnectionsToo) {

@@ -6,6 +6,8 @@
 #include <array>
 #include <cmath>
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "CDefaults.h"
 #include "CMiscLoad.h"
@@ -151,6 +153,22 @@ TEST_F(ProfilePowers, FindsTheLargestStartOfALoad) {
     start = LargestStartOf(Profile(), Site());
     EXPECT_EQ(start->name, "Lamp");
     EXPECT_DOUBLE_EQ(start->amperes, 375.0);  // 150000 / 400
+}
+
+TEST_F(ProfilePowers, AreShownInKiloOrAsAQuestion) {
+    const EntryNumbers numbers(NumberSigns{.decimal = "."});
+    EXPECT_EQ(PowerText({.power = 1234.5}, 2, numbers), "1.23");
+    EXPECT_EQ(PowerText({.power = 1234.5}, 3, numbers), "1.235") << "half away from zero";
+    EXPECT_EQ(PowerText({.power = std::nullopt, .why = "Overflow"}, 2, numbers), "?");
+}
+
+TEST_F(ProfilePowers, PhasesAreThreeOrALetter) {
+    CMiscLoad heater;
+    for (const auto& [phases, text] :
+         {std::pair{0, "3"}, std::pair{1, "A"}, std::pair{2, "B"}, std::pair{3, "C"}}) {
+        heater.Phases(phases);
+        EXPECT_EQ(PhasesText(heater), text);
+    }
 }
 
 }  // namespace

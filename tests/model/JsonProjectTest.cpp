@@ -35,9 +35,9 @@ class NotingObserver final : public ProjectReadObserver {
     void FormatFound(ProjectFormat format) override {
         events.push_back(format == ProjectFormat::Json ? "JSON" : "records");
     }
-    void ProjectRead() override { events.push_back("project"); }
-    void PowerSystemRead() override { events.push_back("site"); }
-    void StepsCleared() override { events.push_back("cleared"); }
+    void ProjectRead() override { events.emplace_back("project"); }
+    void PowerSystemRead() override { events.emplace_back("site"); }
+    void StepsCleared() override { events.emplace_back("cleared"); }
     void StepAdded(std::int32_t stepId) override { events.push_back("step " + std::to_string(stepId)); }
     void LoadAdded(std::int32_t stepNumber, std::int32_t loadId) override {
         events.push_back("load " + std::to_string(loadId) + " of " + std::to_string(stepNumber));
@@ -246,7 +246,7 @@ TEST(JsonProject, AMemberThatALoadLacksIsThatOfANewLoad) {
                 json.find("\"" + std::string(row.facts.name) + "\":", json.find("LoadType"));
             ASSERT_NE(from, std::string::npos);
             std::string lacking = json;
-            lacking.erase(from, lacking.find_first_of("\n", from) - from);
+            lacking.erase(from, lacking.find('\n', from) - from);
             // The last member of an object leaves a comma behind.
             const std::size_t comma = lacking.find_last_of(",{", from);
             if (lacking.find_first_not_of(" \n", from) == lacking.find('}', from)) {
@@ -328,20 +328,18 @@ INSTANTIATE_TEST_SUITE_P(
                 "1 /PowerSystem/Altitud: a member that the record has (the nearest is Altitude), \"Altitud\"",
                 "1 /PowerSystem/a~1b~0c: a member that the record has (the nearest is AmbTemp), "
                 "\"a/b~c\""}},
-        Damage{"WrongTypes",
-               Site(R"("Altitude": "1", "Freq": 60.5, "MaxFreqDipEnabled": 1, "Fuel": true, "Voltage": null,
+        Damage{
+            "WrongTypes",
+            Site(R"("Altitude": "1", "Freq": 60.5, "MaxFreqDipEnabled": 1, "Fuel": true, "Voltage": null,
 "ConnectCode": 2147483648, "RiseDutyCode": {})"),
-               {"1 /PowerSystem/Altitude: a number from -500 to 4572, \"1\"",
-                "1 /PowerSystem/Freq: a whole number 1 and above, 60.5",
-                "1 /PowerSystem/Fuel: a code: \"Any Fuel\", \"Diesel\", \"Nat. Gas\", \"L.P.\", \"Gasoline\" "
-                "or a "
-                "number, true",
-                "2 /PowerSystem/RiseDutyCode: a code: \"80C Continuous\", \"105C Prime\", \"125C Prime\", "
-                "\"130C "
-                "Standby\", \"150C Standby\" or a number, an object",
-                "1 /PowerSystem/Voltage: a whole number, null",
-                "2 /PowerSystem/ConnectCode: a whole number, 2147483648",
-                "1 /PowerSystem/MaxFreqDipEnabled: true or false, 1"}},
+            {"1 /PowerSystem/Altitude: a number from -500 to 4572, \"1\"",
+             "1 /PowerSystem/Freq: a whole number 1 and above, 60.5",
+             R"(1 /PowerSystem/Fuel: a code: "Any Fuel", "Diesel", "Nat. Gas", "L.P.", "Gasoline" or a number, true)",
+             R"(2 /PowerSystem/RiseDutyCode: a code: "80C Continuous", "105C Prime", "125C Prime", "130C Standby", )"
+             R"("150C Standby" or a number, an object)",
+             "1 /PowerSystem/Voltage: a whole number, null",
+             "2 /PowerSystem/ConnectCode: a whole number, 2147483648",
+             "1 /PowerSystem/MaxFreqDipEnabled: true or false, 1"}},
         Damage{"RefusedValues",
                Site(R"("Altitude": 4572.1, "Phases": 2, "MaxVoltageDip": 4, "Fuel": "diesel")"),
                {"1 /PowerSystem/Altitude: a number from -500 to 4572, 4572.1",

@@ -26,7 +26,7 @@ struct Project {
         AddAllKinds(profile.LoadStep(2));
     }
     [[nodiscard]] PathTarget At(std::string_view path) const { return FollowPath(path, roots); }
-    void Set(std::string_view path, std::string_view value) {
+    void Set(std::string_view path, std::string_view value) const {
         const PathTarget target = At(path);
         SetValue(target, ParseValue(FactsOf(target), value));
     }

@@ -53,5 +53,12 @@ TEST(SiteCodes, HaveCaptions) {
     }
 }
 
+TEST(SiteCodes, OfferSixtyHertzBeforeFifty) {
+    EXPECT_EQ(kFrequencies.size(), 2U);
+    EXPECT_EQ(kFrequencies.front().code, 60);
+    EXPECT_EQ(kFrequencies.back().code, 50);
+    EXPECT_EQ(FindRow(kFrequencies, 55), nullptr);
+}
+
 }  // namespace
 }  // namespace genvara

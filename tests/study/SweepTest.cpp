@@ -3,6 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <utility>
+#include <vector>
+
 #include "Advise.h"
 #include "CLightLoad.h"
 #include "Order.h"
@@ -34,6 +38,61 @@ TEST(SweepRange, IncludesToWhereAStepHitsIt) {
     EXPECT_EQ(missed.At(3), 9);
     EXPECT_EQ((SweepRange{.from = 5, .to = 5, .by = 1}.Count()), 1);
     EXPECT_EQ((SweepRange{.from = 0, .to = 1, .by = 1e-300}.Count()), 1e18);
+}
+
+/// What is asked first of a member with bounds, where some value stands.
+struct FirstCase {
+    Bounds bounds;
+    double now;
+    SweepRange expected;
+    PropertyType type = PropertyType::Real;
+};
+
+TEST(SweepRange, AsksFirstForAllOrForHalfToDouble) {
+    // At most 21 values: a step is the round number of 1, 2, 5, 10 that is no less than a twentieth of the
+    // range.
+    const Bounds above(PositiveRange{100.0});
+    const std::array cases{
+        // 5072 / 20 = 253.6: by 500, from -500, and to the bound in place of 5000.
+        FirstCase{Bounds(-500.0, 4572.0), 100.0, {-500.0, 4572.0, 500.0}},
+        // 1000 is 50 times 20 and no further; 1000 / 20 = 50.
+        FirstCase{Bounds(0.0, 1000.0), 20.0, {0.0, 1000.0, 50.0}},
+        // It is further than 50 times 19: 9.5 to 38 is 28.5, by 2, between the even numbers around.
+        FirstCase{Bounds(0.0, 1000.0), 19.0, {8.0, 38.0, 2.0}},
+        // Half of what stands there lies below the bound.
+        FirstCase{Bounds(15.0, 10000.0), 20.0, {15.0, 40.0, 2.0}},
+        // 50 to 200 without any bound, 150 / 20 = 7.5: by 10.
+        FirstCase{Bounds(), 100.0, {50.0, 200.0, 10.0}},
+        // From nothing on one asks for the least there is to ask: 0 to 1, by 0.05.
+        FirstCase{Bounds(), 0.0, {0.0, 1.0, 0.05}},
+        // What has to be above 0 begins a step further.
+        FirstCase{above, 30.0, {5.0, 100.0, 5.0}},
+        // Whole numbers go by one at least, in place of 0.5.
+        FirstCase{Bounds(0.0, 6.0), 2.0, {0.0, 6.0, 1.0}, PropertyType::Whole},
+        FirstCase{Bounds(0.0, 6.0), 2.0, {0.0, 6.0, 0.5}},
+    };
+    for (const FirstCase& row : cases) {
+        PropertyFacts facts{.name = "Some", .words = "some"};
+        facts.range = row.bounds;
+        facts.type = row.type;
+        const SweepRange range = FirstRange(facts, row.now);
+        EXPECT_DOUBLE_EQ(range.from, row.expected.from) << row.now;
+        EXPECT_DOUBLE_EQ(range.to, row.expected.to) << row.now;
+        EXPECT_DOUBLE_EQ(range.by, row.expected.by) << row.now;
+    }
+}
+
+TEST(Sweep, TellsHowManySetsThereAreAndTheirRating) {
+    // 80 kW on two sets in parallel want 40 kW of each: two sets of 50 kW, 100 kW in all.
+    Studied studied;
+    studied.fixture.AddKilowatts(80);
+    studied.fixture.site.GensetsInParallel(2);
+    std::vector<std::pair<std::int32_t, double>> answers;
+    Sweep(studied.Project(), {AxisOf(studied, "PowerSystem.GensetsInParallel=1,2")}, studied.tables, 1,
+          studied.stop, [&](std::int64_t, const SweepPoint& point) {
+              answers.emplace_back(point.sizing.sets, point.sizing.total);
+          });
+    EXPECT_THAT(answers, ElementsAre(std::pair(1, 100.0), std::pair(2, 100.0)));
 }
 
 TEST(Sweep, SizesEachPointOfTheGrid) {

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "AnalysisWords.h"
+#include "Kilo.h"
 #include "Paths.h"
 #include "Texts.h"
 #include "VerdictWords.h"
@@ -40,9 +41,9 @@ std::vector<GridCell> RowOf(const MemberDifference& difference, const StudyProje
         what += QString(isPower ? " [k%1]" : " [%1]").arg(ToQt(difference.facts.unit));
     }
     const auto shown = [&](const PropertyValue& value) {
-        constexpr double kKilo = 1000.0;
         const auto* power = std::get_if<double>(&value);
-        return isPower && power != nullptr ? ShownPlain(*power / kKilo) : ShownValue(difference.facts, value);
+        return isPower && power != nullptr ? ShownPlain(*power / kPerKilo)
+                                           : ShownValue(difference.facts, value);
     };
     return {TextCell(what), TextCell(shown(difference.from)), TextCell(shown(difference.to)),
             TextCell(difference.follows ? QObject::tr("follows") : QString())};

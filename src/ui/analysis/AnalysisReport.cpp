@@ -28,9 +28,9 @@ FlowText Body(const QString& text) {
 
 /// The site in both systems of units.
 QString SiteText(const CPwrSys& site) {
-    const auto* const fuel = std::ranges::find(kFuels, site.Fuel(), &FuelRow::code);
+    const FuelRow* const fuel = FindRow(kFuels, site.Fuel());
     QStringList parts{QObject::tr("%1 V, %2 Hz").arg(site.Voltage()).arg(site.Freq())};
-    if (fuel != kFuels.end()) {
+    if (fuel != nullptr) {
         parts += Caption(fuel->caption);
     }
     parts += QObject::tr("altitude %1 m (%2 feet)")

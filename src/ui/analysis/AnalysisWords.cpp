@@ -67,9 +67,8 @@ QString AnswerName(const Sizing& sizing) {
     if (!sizing.set) {
         return QObject::tr("none");
     }
-    const int sets = sizing.set->NominalRating > 0.0 ? qRound(sizing.total / sizing.set->NominalRating) : 1;
     const QString model = ToQt(sizing.set->ModelNum);
-    return sets > 1 ? QString("%1 x %2").arg(sets).arg(model) : model;
+    return sizing.sets > 1 ? QString("%1 x %2").arg(sizing.sets).arg(model) : model;
 }
 
 QString TestName(std::size_t test) {

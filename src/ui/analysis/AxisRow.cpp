@@ -8,12 +8,12 @@
 #include <array>
 #include <cmath>
 
-#include "ChartAxis.h"
 #include "EntryNumbers.h"
 #include "ErrorNumbers.h"
 #include "FormGrid.h"
 #include "NumberText.h"
 #include "Properties.h"
+#include "Sweep.h"
 #include "TextGrid.h"
 #include "Texts.h"
 #include "WhatIfFigures.h"
@@ -23,7 +23,6 @@ namespace genvara {
 namespace {
 
 constexpr int kDigits = 8;
-constexpr int kAboutPoints = 21;
 
 bool CanVary(const PropertyFacts& facts) {
     return facts.type != PropertyType::Text && facts.type != PropertyType::Moment;
@@ -45,33 +44,6 @@ std::string ListOf(const PropertyFacts& facts) {
         list += (list.empty() ? "" : ",") + std::to_string(number);
     }
     return list;
-}
-
-struct FirstValues {
-    double from;
-    double to;
-    double by;
-};
-
-/// What one would ask first: all that may be entered, or half to double of what stands there.
-FirstValues FirstRange(const PropertyFacts& facts, double now) {
-    const Bounds& bounds = facts.Enterable();
-    double least = bounds.least.value_or(now / 2);
-    double most = bounds.greatest.value_or(now * 2);
-    constexpr double kFarAway = 50.0;
-    if (now > 0.0 && most > now * kFarAway) {
-        most = now * 2;
-        least = std::max(least, now / 2);
-    }
-    const AxisTicks ticks = TicksOver(least, most > least ? most : least + 1.0, kAboutPoints);
-    double by = ticks.values.size() > 1 ? ticks.values[1] - ticks.values[0] : 1.0;
-    if (facts.type == PropertyType::Whole) {
-        by = std::max(1.0, std::round(by));
-    }
-    const double from = bounds.least && ticks.least < *bounds.least ? *bounds.least : ticks.least;
-    const double to =
-        bounds.greatest && ticks.greatest > *bounds.greatest ? *bounds.greatest : ticks.greatest;
-    return {bounds.aboveLeast && from <= *bounds.least ? from + by : from, to, by};
 }
 
 double NumberOf(const PropertyValue& value) {
@@ -258,7 +230,7 @@ void AxisRow::ShowMember(bool withRange) {
     }
     m_now->setText(tr("now %1").arg(NowText(chosen->facts, chosen->now)));
     if (withRange && IsNumber(chosen->facts)) {
-        const FirstValues range = FirstRange(chosen->facts, NumberOf(chosen->now));
+        const SweepRange range = FirstRange(chosen->facts, NumberOf(chosen->now));
         m_from->setText(ShownPlain(range.from));
         m_to->setText(ShownPlain(range.to));
         m_by->setText(ShownPlain(range.by));

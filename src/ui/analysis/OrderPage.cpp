@@ -21,7 +21,6 @@
 namespace genvara {
 namespace {
 
-constexpr int kMostSteps = 256;
 constexpr int kRulesHeight = 84;  // pixels
 
 }  // namespace
@@ -119,7 +118,7 @@ QWidget* OrderPage::MakeRules() {
     auto* most = new QLabel(tr("At &most steps"));
     most->setBuddy(m_maxSteps);
     m_maxSteps->setAccessibleName(WithoutMnemonic(most->text()));
-    m_maxSteps->setRange(1, kMostSteps);
+    m_maxSteps->setRange(1, kMostLoadSteps);
     m_maxSteps->setKeyboardTracking(false);
     m_rules->setMaximumHeight(kRulesHeight);
     auto* top = new QHBoxLayout;

@@ -133,7 +133,7 @@ ChartPtr StairsOf(const SweepAnswer& answer, const StudyProject& project, const 
         figures.marks.push_back(NumberOf(answer.stretches[i].from));
     }
     if (wanted != nullptr) {
-        figures.level = wanted->set.NominalRating * project.powerSystem.GensetsInParallel();
+        figures.level = TotalRating(wanted->set.NominalRating, project.powerSystem);
         figures.levelLabel = ToQt(wanted->set.ModelNum);
     }
     TextGrid table = StretchGrid(stretches, axis, project);
@@ -150,7 +150,7 @@ ChartPtr BarsOf(const SweepAnswer& answer, const StudyProject& project, const Ex
                                 .value = HeightOf(point),
                                 .fails = point.error.has_value()});
         if (wanted != nullptr) {
-            level.heights.emplace_back(wanted->set.NominalRating * project.powerSystem.GensetsInParallel());
+            level.heights.emplace_back(TotalRating(wanted->set.NominalRating, project.powerSystem));
         }
     }
     if (wanted != nullptr) {

@@ -8,9 +8,6 @@ namespace genvara {
 namespace {
 
 constexpr int kDecimals = 2;
-constexpr double kPerKilo = 1000.0;
-/// Connections by their code.
-constexpr std::array<const char*, 4> kPhases{"3", "A", "B", "C"};
 
 QString Words(const char* text) {
     return QCoreApplication::translate("genvara::ProfileTree", text);
@@ -19,7 +16,7 @@ QString Words(const char* text) {
 }  // namespace
 
 QString PowerText(const PowerFigure& figure, const EntryNumbers& numbers) {
-    return figure.power ? ToQt(numbers.Fixed(*figure.power / kPerKilo, kDecimals)) : QString("?");
+    return ToQt(PowerText(figure, kDecimals, numbers));
 }
 
 QString PowerWords(const std::array<QString, kPowerKinds.size()>& texts) {
@@ -53,9 +50,7 @@ QString ProfileCells::Text(ProfilePlace row, int column) const {
     if (load == nullptr) {
         return {};
     }
-    return column == profile_column::kQuantity
-               ? QString::number(load->Quantity())
-               : QString(kPhases.at(static_cast<std::size_t>(load->Phases())));
+    return column == profile_column::kQuantity ? QString::number(load->Quantity()) : ToQt(PhasesText(*load));
 }
 
 QString ProfileCells::Why(ProfilePlace row, int column) const {

@@ -40,19 +40,16 @@ void Check(QButtonGroup& group, const std::function<bool(int id)>& on) {
 }  // namespace
 
 FrequencyGroup::FrequencyGroup(QWidget* parent)
-    : QGroupBox(Caption(143), parent),
-      m_buttons(new QButtonGroup(this)),
-      m_opt60(new QRadioButton("60 " + Caption(kHertzString))),
-      m_opt50(new QRadioButton("50 " + Caption(kHertzString))) {
+    : QGroupBox(Caption(143), parent), m_buttons(new QButtonGroup(this)) {
     setObjectName("fraFreq");
-    m_opt60->setObjectName("optFreq60");
-    m_opt50->setObjectName("optFreq50");
-    m_buttons->addButton(m_opt60, 60);
-    m_buttons->addButton(m_opt50, 50);
     auto* line = new QHBoxLayout(this);
     line->setSpacing(metrics::kMargin);
-    line->addWidget(m_opt60);
-    line->addWidget(m_opt50);
+    for (const FrequencyRow& row : kFrequencies) {
+        auto* button = new QRadioButton(QString("%1 %2").arg(row.code).arg(Caption(kHertzString)));
+        button->setObjectName(QString("optFreq%1").arg(row.code));
+        m_buttons->addButton(button, row.code);
+        line->addWidget(button);
+    }
     line->addStretch(1);
 }
 
@@ -60,12 +57,8 @@ void FrequencyGroup::Freq(std::int32_t hertz) {
     Check(*m_buttons, [hertz](int id) { return id == hertz; });
 }
 
-bool FrequencyGroup::Is60() const {
-    return m_opt60->isChecked();
-}
-
-bool FrequencyGroup::Is50() const {
-    return m_opt50->isChecked();
+std::optional<std::int32_t> FrequencyGroup::Freq() const {
+    return m_buttons->checkedButton() == nullptr ? std::nullopt : std::optional(m_buttons->checkedId());
 }
 
 FuelGroup::FuelGroup(QWidget* parent) : QGroupBox(Caption(144), parent), m_buttons(new QButtonGroup(this)) {

@@ -2,6 +2,7 @@
 
 #include <QGroupBox>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -10,7 +11,6 @@
 #include "NumberBounds.h"
 
 class QButtonGroup;
-class QRadioButton;
 
 /// Controls of a site's requirements, which the power system panel and the defaults dialog share.
 namespace genvara {
@@ -24,13 +24,12 @@ class FrequencyGroup : public QGroupBox {
 
     /// 60 Hz, 50 Hz, or neither for any other value.
     void Freq(std::int32_t hertz);
-    [[nodiscard]] bool Is60() const;
-    [[nodiscard]] bool Is50() const;
+    /// Frequency of the button that is on [Hz], if one is.
+    [[nodiscard]] std::optional<std::int32_t> Freq() const;
+    [[nodiscard]] bool Is50() const { return Freq() == 50; }
 
   private:
     QButtonGroup* m_buttons;
-    QRadioButton* m_opt60;
-    QRadioButton* m_opt50;
 };
 
 /// Fuel by five option buttons, `optDiesel` to `optAnyFuel`.

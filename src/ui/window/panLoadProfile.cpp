@@ -146,7 +146,7 @@ void panLoadProfile::DisplayNewStep(std::int32_t stepNumber, std::int32_t stepId
 }
 
 void panLoadProfile::LimitSteps() {
-    if (m_project.profile.NumLoadSteps() >= kMostSteps) {
+    if (m_project.profile.NumLoadSteps() >= kMostLoadSteps) {
         SetEnabled(*m_cmdAddStep, false);
     }
 }

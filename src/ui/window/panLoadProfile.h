@@ -142,9 +142,6 @@ class panLoadProfile final : public Panel {
     void ChangeProfile(const std::string& name, const ProfilePlace& place,
                        const std::function<void()>& change);
 
-    /// From so many steps on none can be added.
-    static constexpr std::int32_t kMostSteps = 256;
-
     PlatformServices* m_platform;
     LoadFormProject m_project;
     LoadFormHost* m_host;

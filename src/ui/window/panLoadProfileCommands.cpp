@@ -59,7 +59,7 @@ void panLoadProfile::TakeStepAway(const QString& past, const std::string& deed) 
     m_tree->Remove(*node);
     SelectionChanged();
     RefreshFigures();
-    if (m_project.profile.NumLoadSteps() < kMostSteps) {
+    if (m_project.profile.NumLoadSteps() < kMostLoadSteps) {
         m_cmdAddStep->setEnabled(true);
     }
     m_host->ProjectChanged();

@@ -138,10 +138,11 @@ void panLoadProfile::PasteSteps(const ProfileClip& clip) {
 
 bool panLoadProfile::HasRoomForSteps(std::int32_t count) {
     const std::int32_t steps = m_project.profile.NumLoadSteps();
-    if (steps + count <= kMostSteps) {
+    if (steps + count <= kMostLoadSteps) {
         return true;
     }
-    emit Told(tr("A load profile takes no more than %1 steps; this one has %2.").arg(kMostSteps).arg(steps));
+    emit Told(
+        tr("A load profile takes no more than %1 steps; this one has %2.").arg(kMostLoadSteps).arg(steps));
     return false;
 }
 

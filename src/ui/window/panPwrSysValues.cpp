@@ -62,7 +62,7 @@ void panPwrSys::Freq(std::int32_t hertz) {
 }
 
 std::int32_t panPwrSys::Freq() const {
-    return m_fraFreq->Is60() ? 60 : 50;
+    return m_fraFreq->Freq().value_or(50);
 }
 
 void panPwrSys::Fuel(std::int32_t code) {
