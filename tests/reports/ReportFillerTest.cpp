@@ -114,6 +114,24 @@ TEST_F(ReportFiller, GivesEachFigureOfAnUndersizedSetItsPlace) {
     EXPECT_EQ(reports.Data().RejectionReason, 5);
 }
 
+TEST_F(ReportFiller, AnUndersizedSetHasTheDistortionOfTheSetShownBeforeIt) {
+    reports.Data().CalcVTHD = false;
+    FillRejectedSet(reports, sources, 1);
+    EXPECT_FALSE(reports.Data().CalcVTHD) << "nobody knows what was shown";
+    FillRejectedSetAfterRun(reports, sources, 1);
+    ExpectSet(400, "400");
+    EXPECT_TRUE(reports.Data().CalcVTHD) << "as of the first recommended set";
+    CDesigner::Results run = designer.LastRun();
+    run.vthdCalcsValid = false;
+    designer.LastRun(run);
+    FillRejectedSetAfterRun(reports, sources, 1);
+    EXPECT_FALSE(reports.Data().CalcVTHD);
+    run.chosen.clear();
+    designer.LastRun(run);
+    FillRejectedSetAfterRun(reports, sources, 1);
+    EXPECT_TRUE(reports.Data().CalcVTHD) << "as it begins, since no set was shown";
+}
+
 TEST_F(ReportFiller, TheDesignersReadersGiveTheSame) {
     EXPECT_EQ(designer.SetModelNum(1), "model200");
     EXPECT_EQ(designer.SetAltNum(1), "alternator200");
