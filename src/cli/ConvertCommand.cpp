@@ -67,8 +67,8 @@ void Read(const std::string& file, Records& records, const MotorConversions& mot
         Fail(Status::Unreadable,
              fmt::format("{} has items that cannot be used and would be lost; \"check\" lists them.", file));
     }
-    if (const std::optional<std::int32_t> phases = observer.Phases(); phases == 1 || phases == 3) {
-        records.powerSystem.Phases(*phases);
+    if (const std::int32_t phases = observer.Phases().value_or(0); phases == 1 || phases == 3) {
+        records.powerSystem.Phases(phases);
     }
 }
 
