@@ -17,6 +17,7 @@ namespace py = pybind11;
 
 std::vector<std::string> TableNames() {
     std::vector<std::string> names;
+    names.reserve(kGensetSchema.size());
     for (const TableSchema& table : kGensetSchema) {
         names.emplace_back(table.name);
     }

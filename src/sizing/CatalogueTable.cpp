@@ -38,6 +38,7 @@ CatalogueTable ReadCatalogueTable(const std::filesystem::path& database, std::st
         }
         while (query.executeStep()) {
             std::vector<StoredField> row;
+            row.reserve(table.columns.size());
             for (int i = 0; i < query.getColumnCount(); ++i) {
                 row.push_back(FieldAt(query.getColumn(i)));
             }

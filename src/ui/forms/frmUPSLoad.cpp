@@ -114,7 +114,7 @@ void frmUPSLoad::Refresh() {
     m_warning->setVisible(state.warningVisible);
 }
 
-void frmUPSLoad::ShowFigures(const CUPSLoad& load) {
+void frmUPSLoad::ShowFigures(const CUPSLoad& load) const {
     m_loading.field->Content(std::to_string(load.Loading()));
     m_charging.field->Content(std::to_string(load.Charging()));
 }

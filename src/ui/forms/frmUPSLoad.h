@@ -23,7 +23,7 @@ class frmUPSLoad final : public LoadFormOf<CUPSLoad> {
     void Connect();
     /// Shows what the clicks have come to.
     void Refresh();
-    void ShowFigures(const CUPSLoad& load);
+    void ShowFigures(const CUPSLoad& load) const;
     void SetDefaults() override;
     void ShowKind(const CUPSLoad& load) override;
     bool StoreKind(CUPSLoad& load) override;

@@ -45,7 +45,7 @@ void frmVFDLoad::PhasesClicked(std::int32_t code) {
     m_input.filter->setEnabled(HasInputTypes(code));
 }
 
-void frmVFDLoad::ShowFigures(const CVFDLoad& load) {
+void frmVFDLoad::ShowFigures(const CVFDLoad& load) const {
     m_efficiency.field->Content(std::to_string(load.Efficiency()));
     m_kvaLimit.field->Content(std::to_string(load.KVALimit()));
 }

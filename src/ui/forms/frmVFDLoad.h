@@ -16,7 +16,7 @@ class frmVFDLoad final : public LoadFormOf<CVFDLoad> {
 
   private:
     void PhasesClicked(std::int32_t code);
-    void ShowFigures(const CVFDLoad& load);
+    void ShowFigures(const CVFDLoad& load) const;
     void SetDefaults() override;
     void ShowKind(const CVFDLoad& load) override;
     bool StoreKind(CVFDLoad& load) override;
