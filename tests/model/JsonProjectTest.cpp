@@ -33,7 +33,7 @@ class NotingObserver final : public ProjectReadObserver {
     std::optional<std::int32_t> phases;
 
     void FormatFound(ProjectFormat format) override {
-        events.push_back(format == ProjectFormat::Json ? "JSON" : "records");
+        events.emplace_back(format == ProjectFormat::Json ? "JSON" : "records");
     }
     void ProjectRead() override { events.emplace_back("project"); }
     void PowerSystemRead() override { events.emplace_back("site"); }
@@ -335,8 +335,9 @@ INSTANTIATE_TEST_SUITE_P(
             {"1 /PowerSystem/Altitude: a number from -500 to 4572, \"1\"",
              "1 /PowerSystem/Freq: a whole number 1 and above, 60.5",
              R"(1 /PowerSystem/Fuel: a code: "Any Fuel", "Diesel", "Nat. Gas", "L.P.", "Gasoline" or a number, true)",
-             R"(2 /PowerSystem/RiseDutyCode: a code: "80C Continuous", "105C Prime", "125C Prime", "130C Standby", )"
-             R"("150C Standby" or a number, an object)",
+             std::string(
+                 R"(2 /PowerSystem/RiseDutyCode: a code: "80C Continuous", "105C Prime", "125C Prime", )")
+                 .append(R"("130C Standby", "150C Standby" or a number, an object)"),
              "1 /PowerSystem/Voltage: a whole number, null",
              "2 /PowerSystem/ConnectCode: a whole number, 2147483648",
              "1 /PowerSystem/MaxFreqDipEnabled: true or false, 1"}},
