@@ -16,47 +16,47 @@ const EntryNumbers kPoint{NumberSigns{}};
 /// A member, and what its form takes.
 struct BoundsRow {
     std::int32_t loadType;
+    bool above;
+    bool whole;
     const char* member;
     double least;
     double most;
-    bool above;
-    bool whole;
     const char* unit;
 };
 
 TEST(MemberBounds, AreThoseOfTheForms) {
     constexpr double kMostCount = 2147483647.0;
     const BoundsRow rows[] = {
-        {load_type::kAirConditioning, "BTU", 0, 6250000, true, false, " BTU/hr"},
-        {load_type::kAirConditioning, "Tonnage", 0, 500, true, false, " tons"},
-        {load_type::kAirConditioning, "HP", 0, 1000, true, false, " HP"},
-        {load_type::kBatteryCharger, "BatteryVoltage", 0, kInfinity, false, false, " V"},
-        {load_type::kBatteryCharger, "ChargeCurrent", 0, kInfinity, false, false, " A"},
-        {load_type::kLighting, "RunningRealPower", 0, 2000, false, false, " kW"},
-        {load_type::kLighting, "RunningPowerFactor", 0.6, 1, false, false, ""},
-        {load_type::kMedicalImaging, "ContVA", 0, 500, true, false, " kVA"},
-        {load_type::kMedicalImaging, "PeakVA", 0, 5000, true, false, " kVA"},
-        {load_type::kMedicalImaging, "ContPowerFactor", 0, 1, true, false, ""},
-        {load_type::kMedicalImaging, "PeakPowerFactor", 0, 1, true, false, ""},
-        {load_type::kMedicalImaging, "MaxPeakDemandVoltDip", 1, 99, false, true, "%"},
-        {load_type::kMiscellaneous, "RunningRealPower", 0, 2000, false, false, " kW"},
-        {load_type::kMiscellaneous, "RunningPowerFactor", 0.6, 1, false, false, ""},
-        {load_type::kMotor, "HP", 0, 1000, true, false, " HP"},
-        {load_type::kMotor, "RunningRealPower", 0, 798, true, false, " kW"},
-        {load_type::kMotor, "RunningAmps", 0, kInfinity, true, false, " A"},
-        {load_type::kMotor, "StartingAmps", 0, kInfinity, true, false, " A"},
-        {load_type::kMotor, "StartingAppPower", 0, 25000, true, false, " kVA"},
-        {load_type::kMotor, "StartingPF", 0, 1, false, false, ""},
-        {load_type::kMotor, "SolidStateCurrentLimit", 100, 600, false, true, "%"},
-        {load_type::kOffice, "NumPCs", 0, kMostCount, false, true, ""},
-        {load_type::kOffice, "NumCopiers", 0, kMostCount, false, true, ""},
-        {load_type::kUPS, "OutputRating", 1, 2500, false, true, " kVA"},
-        {load_type::kUPS, "Loading", 50, 100, false, true, "%"},
-        {load_type::kUPS, "Charging", 0, 25, false, true, "%"},
-        {load_type::kVFD, "MtrRating", 0, 1000, true, false, " HP"},
-        {load_type::kVFD, "Efficiency", 70, 99, false, true, "%"},
-        {load_type::kVFD, "KVALimit", 100, 150, false, true, "%"},
-        {load_type::kVFD, "Quantity", 1, 256, false, true, ""},
+        {load_type::kAirConditioning, true, false, "BTU", 0, 6250000, " BTU/hr"},
+        {load_type::kAirConditioning, true, false, "Tonnage", 0, 500, " tons"},
+        {load_type::kAirConditioning, true, false, "HP", 0, 1000, " HP"},
+        {load_type::kBatteryCharger, false, false, "BatteryVoltage", 0, kInfinity, " V"},
+        {load_type::kBatteryCharger, false, false, "ChargeCurrent", 0, kInfinity, " A"},
+        {load_type::kLighting, false, false, "RunningRealPower", 0, 2000, " kW"},
+        {load_type::kLighting, false, false, "RunningPowerFactor", 0.6, 1, ""},
+        {load_type::kMedicalImaging, true, false, "ContVA", 0, 500, " kVA"},
+        {load_type::kMedicalImaging, true, false, "PeakVA", 0, 5000, " kVA"},
+        {load_type::kMedicalImaging, true, false, "ContPowerFactor", 0, 1, ""},
+        {load_type::kMedicalImaging, true, false, "PeakPowerFactor", 0, 1, ""},
+        {load_type::kMedicalImaging, false, true, "MaxPeakDemandVoltDip", 1, 99, "%"},
+        {load_type::kMiscellaneous, false, false, "RunningRealPower", 0, 2000, " kW"},
+        {load_type::kMiscellaneous, false, false, "RunningPowerFactor", 0.6, 1, ""},
+        {load_type::kMotor, true, false, "HP", 0, 1000, " HP"},
+        {load_type::kMotor, true, false, "RunningRealPower", 0, 798, " kW"},
+        {load_type::kMotor, true, false, "RunningAmps", 0, kInfinity, " A"},
+        {load_type::kMotor, true, false, "StartingAmps", 0, kInfinity, " A"},
+        {load_type::kMotor, true, false, "StartingAppPower", 0, 25000, " kVA"},
+        {load_type::kMotor, false, false, "StartingPF", 0, 1, ""},
+        {load_type::kMotor, false, true, "SolidStateCurrentLimit", 100, 600, "%"},
+        {load_type::kOffice, false, true, "NumPCs", 0, kMostCount, ""},
+        {load_type::kOffice, false, true, "NumCopiers", 0, kMostCount, ""},
+        {load_type::kUPS, false, true, "OutputRating", 1, 2500, " kVA"},
+        {load_type::kUPS, false, true, "Loading", 50, 100, "%"},
+        {load_type::kUPS, false, true, "Charging", 0, 25, "%"},
+        {load_type::kVFD, true, false, "MtrRating", 0, 1000, " HP"},
+        {load_type::kVFD, false, true, "Efficiency", 70, 99, "%"},
+        {load_type::kVFD, false, true, "KVALimit", 100, 150, "%"},
+        {load_type::kVFD, false, true, "Quantity", 1, 256, ""},
     };
     for (const BoundsRow& row : rows) {
         const NumberBounds bounds = LoadBounds(row.loadType, row.member);
